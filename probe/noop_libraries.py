@@ -1,0 +1,34 @@
+#!/usr/bin/env python3
+"""Writes a driver library without hardware: every operation of the given headers answers 0 and touches nothing.
+
+kestro_test is linked against these libraries, so it needs neither a board's closed libraries nor the simulated
+chassis to be built; the start-up benchmark runs on them.
+"""
+
+import argparse
+import sys
+from pathlib import Path
+
+from interface import InterfaceError, read_interface
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--output", type=Path, required=True, help="C file to write")
+    parser.add_argument("headers", type=Path, nargs="+", help="driver interface headers")
+    options = parser.parse_args()
+    try:
+        interface = read_interface(options.headers)
+    except InterfaceError as error:
+        print(f"noop_libraries: {error}", file=sys.stderr)
+        return 2
+    lines = ["#include <stdint.h>", ""]
+    for operation in interface.operations:
+        lines.append(f"uint32_t {operation.name}(void);")
+        lines.append(f"uint32_t {operation.name}(void) {{ return 0; }}")
+    options.output.write_text("\n".join(lines) + "\n", encoding="utf-8")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

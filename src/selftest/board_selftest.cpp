@@ -1,0 +1,91 @@
+// The one-key board self-test: order of the sections and the master/slave branch.
+#include "selftest/board_selftest.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+#include "drv_msc.h"
+#include "selftest/barcode_storage.h"
+#include "selftest/elabel_storage.h"
+#include "selftest/mac_storage.h"
+
+namespace {
+
+// The board's own label is number 0.
+int elabel_section(uint32_t inst_id, report_sink sink) {
+    return elabel_write_test(inst_id, 0, sink);
+}
+
+constexpr std::array common_sections = {
+    selftest_section{"board mng", nullptr, nullptr},     selftest_section{"voltage", nullptr, nullptr},
+    selftest_section{"temperature", nullptr, nullptr},   selftest_section{"barcode", barcode_section, nullptr},
+    selftest_section{"elabel", elabel_section, nullptr}, selftest_section{"mac", mac_section, nullptr},
+    selftest_section{"woffline", nullptr, nullptr},      selftest_section{"slot", nullptr, nullptr},
+    selftest_section{"digital", nullptr, nullptr},       selftest_section{"board capability", nullptr, nullptr},
+    selftest_section{"soft-reset", nullptr, nullptr},    selftest_section{"sub-board", nullptr, nullptr},
+    selftest_section{"dyinggasp", nullptr, nullptr},     selftest_section{"intr", nullptr, nullptr},
+    selftest_section{"cpld", nullptr, nullptr},          selftest_section{"i2c", nullptr, nullptr},
+    selftest_section{"lbc bus", nullptr, nullptr},       selftest_section{"mdio", nullptr, nullptr},
+    selftest_section{"pci", nullptr, nullptr},           selftest_section{"chip9555", nullptr, nullptr},
+    selftest_section{"rtc", nullptr, nullptr},           selftest_section{"msc", nullptr, nullptr},
+};
+
+// Only the master reaches the backplane and the power supplies.
+constexpr std::array master_sections = {
+    selftest_section{"backplane", nullptr, nullptr},
+    selftest_section{"power", nullptr, nullptr},
+};
+
+constexpr std::array slave_sections = {
+    selftest_section{"slave board special", nullptr, nullptr},
+};
+
+// On a console run there is no report buffer: the step gets one of its own, which is then printed whole.
+int run_buffered(buffered_step step, uint32_t inst_id, report_sink sink) {
+    if (sink.buffer != nullptr && sink.fill != nullptr) {
+        return step(inst_id, sink.buffer, report_capacity, sink.fill);
+    }
+    auto *buffer = static_cast<char *>(calloc(report_capacity + 1, 1));
+    if (buffer == nullptr) {
+        return -1;
+    }
+    uint32_t fill = 0;
+    const int result = step(inst_id, buffer, report_capacity, &fill);
+    fputs(buffer, stdout);
+    free(buffer);
+    return result;
+}
+
+int run_step(const selftest_section &section, uint32_t inst_id, report_sink sink) {
+    if (section.buffered != nullptr) {
+        return run_buffered(section.buffered, inst_id, sink);
+    }
+    return section.step != nullptr ? section.step(inst_id, sink) : 0;
+}
+
+} // namespace
+
+int run_sections(std::span<const selftest_section> sections, uint32_t inst_id, report_sink sink) {
+    int result = 0;
+    for (const selftest_section &section : sections) {
+        report_append(sink, "\r\n##### %s test begin \r\n", section.name);
+        result |= run_step(section, inst_id, sink);
+    }
+    return result;
+}
+
+int board_selftest_run(uint32_t inst_id, report_sink sink) {
+    constexpr uint32_t master = 0;
+    constexpr uint32_t slave = 1;
+    run_sections(common_sections, inst_id, sink);
+    uint32_t state = slave;
+    // Which of the two boards this is does not depend on the board under test.
+    const uint32_t ret = drv_msc_get_state(DRV_INST_SELF, 0, &state);
+    if (ret == 0 && state == master) {
+        run_sections(master_sections, inst_id, sink);
+    } else if (ret == 0 && state == slave) {
+        run_sections(slave_sections, inst_id, sink);
+    }
+    return 0;
+}

@@ -1,0 +1,71 @@
+#include "tests/support/command.h"
+
+#include <gtest/gtest.h>
+
+namespace kestro_tests {
+
+const char *const timing_lines = "cmd_exec used second:0\r\ncmd_exec used millisecond:0\r\n";
+const char *const result_end = "\r\n----kestro_test std result print end----\n";
+
+std::string operate_fail(const std::string &name) {
+    return "kestro_test operate " + name + " fail! \n";
+}
+
+std::vector<std::string> split_words(const std::string &line) {
+    std::vector<std::string> words;
+    std::string word;
+    bool quoted = false;
+    bool in_word = false;
+    for (const char c : line) {
+        if (c == '\'') {
+            quoted = !quoted;
+            in_word = true;
+        } else if (c == ' ' && !quoted) {
+            if (in_word) {
+                words.push_back(word);
+            }
+            word.clear();
+            in_word = false;
+        } else {
+            word += c;
+            in_word = true;
+        }
+    }
+    if (in_word) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+process_result run_sim(const std::vector<std::string> &options, const std::vector<std::string> &words,
+                       const process_options &process) {
+    std::vector<std::string> argv = {build_dir() + "/kestro_sim"};
+    argv.insert(argv.end(), options.begin(), options.end());
+    argv.emplace_back("--");
+    argv.insert(argv.end(), words.begin(), words.end());
+    return run_process(argv, process);
+}
+
+void expect_run(const std::string &line, const std::string &script, const std::string &output, int status) {
+    SCOPED_TRACE("kestro_test " + line);
+    static const std::string state = new_scratch_dir();
+    static const std::string script_file = new_scratch_dir() + "/script";
+    write_file(script_file, script + "\n");
+    const process_result result =
+        run_sim({"--state", state, "--clock", "virtual", "--strict", "--script", script_file}, split_words(line));
+    EXPECT_EQ(result.out, output);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, status);
+    EXPECT_FALSE(result.timed_out);
+}
+
+void expect_success(const std::string &line, const std::string &script, const std::string &body) {
+    expect_run(line, script, body + timing_lines, 0);
+}
+
+void expect_failure(const std::string &line, const std::string &script, const std::string &body) {
+    const std::vector<std::string> words = split_words(line);
+    expect_run(line, script, body + timing_lines + operate_fail(words.at(1)) + operate_fail(words.at(0)), 255);
+}
+
+} // namespace kestro_tests

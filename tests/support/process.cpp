@@ -1,0 +1,187 @@
+#include "tests/support/process.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <poll.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace kestro_tests {
+
+namespace {
+
+using steady = std::chrono::steady_clock;
+
+// The programs of an ARM build do not run on the desk's processor by themselves.
+std::string emulator() {
+    const char *name = getenv("KESTRO_EMULATOR");
+    return name != nullptr ? name : "";
+}
+
+std::vector<std::string> merged_environment(const std::vector<std::string> &changes) {
+    std::vector<std::string> merged;
+    for (char **entry = environ; *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        const std::string name = text.substr(0, text.find('='));
+        const bool changed = std::any_of(changes.begin(), changes.end(),
+                                         [&](const std::string &c) { return c.substr(0, c.find('=')) == name; });
+        if (!changed) {
+            merged.push_back(text);
+        }
+    }
+    std::copy_if(changes.begin(), changes.end(), std::back_inserter(merged),
+                 [](const std::string &c) { return c.find('=') != std::string::npos; });
+    return merged;
+}
+
+std::vector<char *> pointers_to(std::vector<std::string> &texts) {
+    std::vector<char *> pointers;
+    for (std::string &text : texts) {
+        pointers.push_back(text.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+struct child {
+    pid_t pid = -1;
+    int out = -1;
+    int err = -1;
+};
+
+child start(std::vector<std::string> argv, const process_options &options) {
+    if (!emulator().empty() && argv[0].rfind(build_dir(), 0) == 0) {
+        argv.insert(argv.begin(), emulator());
+    }
+    std::vector<std::string> environment = merged_environment(options.environment);
+    const std::vector<char *> argv_pointers = pointers_to(argv);
+    const std::vector<char *> environment_pointers = pointers_to(environment);
+    std::array<int, 2> out{};
+    std::array<int, 2> err{};
+    if (pipe2(out.data(), O_CLOEXEC) != 0 || pipe2(err.data(), O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipe");
+    }
+    const pid_t pid = fork();
+    if (pid == 0) {
+        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+        dup2(out[1], STDOUT_FILENO);
+        dup2(err[1], STDERR_FILENO);
+        if (!options.directory.empty() && chdir(options.directory.c_str()) != 0) {
+            _exit(126);
+        }
+        execvpe(argv_pointers[0], argv_pointers.data(), environment_pointers.data());
+        _exit(127);
+    }
+    close(out[1]);
+    close(err[1]);
+    return {pid, out[0], err[0]};
+}
+
+// Reads both pipes until they close; kills the child when its time is over.
+void collect(const child &running, const process_options &options, process_result &result) {
+    const auto begin = steady::now();
+    std::array<pollfd, 2> fds{{{running.out, POLLIN, 0}, {running.err, POLLIN, 0}}};
+    int open_pipes = 2;
+    bool killed = false;
+    while (open_pipes > 0) {
+        poll(fds.data(), fds.size(), killed ? 1000 : 20);
+        const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(steady::now() - begin).count();
+        if (!killed && options.kill_after_ms >= 0 && elapsed >= options.kill_after_ms) {
+            kill(running.pid, SIGKILL);
+            killed = true;
+        }
+        if (!killed && elapsed >= options.time_limit_ms) {
+            kill(running.pid, SIGKILL);
+            result.timed_out = true;
+            killed = true;
+        }
+        for (size_t i = 0; i < fds.size(); ++i) {
+            if (fds[i].fd < 0 || fds[i].revents == 0) {
+                continue;
+            }
+            std::array<char, 65536> buffer{};
+            const ssize_t got = read(fds[i].fd, buffer.data(), buffer.size());
+            if (got <= 0) {
+                close(fds[i].fd);
+                fds[i].fd = -1;
+                --open_pipes;
+                continue;
+            }
+            (i == 0 ? result.out : result.err).append(buffer.data(), static_cast<size_t>(got));
+        }
+    }
+}
+
+struct scratch_root {
+    std::filesystem::path path;
+    int count = 0;
+
+    scratch_root() {
+        std::string name = (std::filesystem::temp_directory_path() / "kestro-tests-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error("no scratch directory");
+        }
+        path = name;
+    }
+    scratch_root(const scratch_root &) = delete;
+    scratch_root &operator=(const scratch_root &) = delete;
+    ~scratch_root() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+};
+
+} // namespace
+
+process_result run_process(const std::vector<std::string> &argv, const process_options &options) {
+    process_result result;
+    const child running = start(argv, options);
+    collect(running, options, result);
+    int status = 0;
+    while (waitpid(running.pid, &status, 0) < 0 && errno == EINTR) {
+    }
+    result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    return result;
+}
+
+std::string build_dir() {
+    return KESTRO_BUILD_DIR;
+}
+
+std::string source_dir() {
+    return KESTRO_SOURCE_DIR;
+}
+
+std::string new_scratch_dir() {
+    static scratch_root root;
+    const std::filesystem::path path = root.path / std::to_string(root.count++);
+    std::filesystem::create_directories(path);
+    return path.string();
+}
+
+std::string scratch_file(const std::string &name, const std::string &content) {
+    const std::string path = new_scratch_dir() + "/" + name;
+    write_file(path, content);
+    return path;
+}
+
+std::string read_file(const std::string &path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void write_file(const std::string &path, const std::string &content) {
+    std::ofstream file(path, std::ios::binary);
+    file << content;
+}
+
+} // namespace kestro_tests

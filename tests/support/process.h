@@ -1,0 +1,41 @@
+// Runs a program to its end and keeps what it printed and how it ended.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kestro_tests {
+
+struct process_result {
+    std::string out;
+    std::string err;
+    int status = 0;         // exit status; 128 + signal number when a signal ended it
+    bool timed_out = false; // killed by the time limit
+};
+
+struct process_options {
+    std::vector<std::string> environment; // NAME=VALUE, added to the test's own; NAME alone removes it
+    std::string directory;                // working directory; empty keeps the test's own
+    int time_limit_ms = 60000;            // a hang ends the run instead of the test suite
+    int kill_after_ms = -1;               // sends SIGKILL after that long; -1 never
+};
+
+// argv[0] is a path. A program built for the board is started through the emulator of this build, if there is one.
+process_result run_process(const std::vector<std::string> &argv, const process_options &options = {});
+
+// Where the programs and libraries of this build lie.
+std::string build_dir();
+
+// Where this source tree lies.
+std::string source_dir();
+
+// A new, empty directory that lasts until the test program ends.
+std::string new_scratch_dir();
+
+// Writes a file below a scratch directory and gives its path.
+std::string scratch_file(const std::string &name, const std::string &content);
+
+std::string read_file(const std::string &path);
+void write_file(const std::string &path, const std::string &content);
+
+} // namespace kestro_tests
