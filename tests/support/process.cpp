@@ -12,6 +12,7 @@
 #include <iterator>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -72,6 +73,9 @@ child start(std::vector<std::string> argv, const process_options &options) {
     }
     const pid_t pid = fork();
     if (pid == 0) {
+        // Crashes are part of the tests; nobody wants their cores.
+        const rlimit no_core = {0, 0};
+        setrlimit(RLIMIT_CORE, &no_core);
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
         dup2(out[1], STDOUT_FILENO);
         dup2(err[1], STDERR_FILENO);
@@ -86,37 +90,44 @@ child start(std::vector<std::string> argv, const process_options &options) {
     return {pid, out[0], err[0]};
 }
 
+// Whether the child is to be killed now.
+bool is_due(const process_options &options, long elapsed_ms, process_result &result) {
+    if (elapsed_ms >= options.time_limit_ms) {
+        result.timed_out = true;
+        return true;
+    }
+    return (options.kill_after_ms >= 0 && elapsed_ms >= options.kill_after_ms) ||
+           (options.kill_when && options.kill_when());
+}
+
+// Takes what the pipe has; closes it at its end.
+void drain(pollfd &pipe, std::string &text) {
+    std::array<char, 65536> buffer{};
+    const ssize_t got = read(pipe.fd, buffer.data(), buffer.size());
+    if (got > 0) {
+        text.append(buffer.data(), static_cast<size_t>(got));
+        return;
+    }
+    close(pipe.fd);
+    pipe.fd = -1;
+}
+
 // Reads both pipes until they close; kills the child when its time is over.
 void collect(const child &running, const process_options &options, process_result &result) {
     const auto begin = steady::now();
-    std::array<pollfd, 2> fds{{{running.out, POLLIN, 0}, {running.err, POLLIN, 0}}};
-    int open_pipes = 2;
+    std::array<pollfd, 2> pipes{{{running.out, POLLIN, 0}, {running.err, POLLIN, 0}}};
     bool killed = false;
-    while (open_pipes > 0) {
-        poll(fds.data(), fds.size(), killed ? 1000 : 20);
+    while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
+        poll(pipes.data(), pipes.size(), options.kill_when ? 2 : 20);
         const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(steady::now() - begin).count();
-        if (!killed && options.kill_after_ms >= 0 && elapsed >= options.kill_after_ms) {
+        if (!killed && is_due(options, static_cast<long>(elapsed), result)) {
             kill(running.pid, SIGKILL);
             killed = true;
         }
-        if (!killed && elapsed >= options.time_limit_ms) {
-            kill(running.pid, SIGKILL);
-            result.timed_out = true;
-            killed = true;
-        }
-        for (size_t i = 0; i < fds.size(); ++i) {
-            if (fds[i].fd < 0 || fds[i].revents == 0) {
-                continue;
+        for (size_t i = 0; i < pipes.size(); ++i) {
+            if (pipes[i].fd >= 0 && pipes[i].revents != 0) {
+                drain(pipes[i], i == 0 ? result.out : result.err);
             }
-            std::array<char, 65536> buffer{};
-            const ssize_t got = read(fds[i].fd, buffer.data(), buffer.size());
-            if (got <= 0) {
-                close(fds[i].fd);
-                fds[i].fd = -1;
-                --open_pipes;
-                continue;
-            }
-            (i == 0 ? result.out : result.err).append(buffer.data(), static_cast<size_t>(got));
         }
     }
 }

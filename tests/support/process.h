@@ -1,6 +1,7 @@
 // Runs a program to its end and keeps what it printed and how it ended.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct process_options {
     std::string directory;                // working directory; empty keeps the test's own
     int time_limit_ms = 60000;            // a hang ends the run instead of the test suite
     int kill_after_ms = -1;               // sends SIGKILL after that long; -1 never
+    std::function<bool()> kill_when;      // sends SIGKILL as soon as this tells so
 };
 
 // argv[0] is a path. A program built for the board is started through the emulator of this build, if there is one.

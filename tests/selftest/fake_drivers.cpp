@@ -1,0 +1,69 @@
+#include "tests/selftest/fake_drivers.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <dlfcn.h>
+
+#include "board_xml.h"
+#include "drv_eeprom.h"
+#include "drv_log.h"
+
+namespace kestro_tests {
+
+fake_drivers &drivers() {
+    static fake_drivers answers;
+    return answers;
+}
+
+} // namespace kestro_tests
+
+using kestro_tests::drivers;
+
+uint32_t drv_log_record(uint32_t log_id, uint32_t level, uint32_t flag, const char *format, ...) {
+    char text[512];
+    va_list values;
+    va_start(values, format);
+    vsnprintf(text, sizeof(text), format, values);
+    va_end(values);
+    drivers().log_lines.push_back(std::to_string(log_id) + "/" + std::to_string(level) + "/" + std::to_string(flag) +
+                                  ": " + text);
+    return 0;
+}
+
+uint32_t drv_eeprom_read_data(uint32_t, uint32_t section_id, uint32_t offset, uint8_t *buffer, uint32_t len) {
+    if (drivers().eeprom_errors.count(section_id) != 0) {
+        return drivers().eeprom_errors[section_id];
+    }
+    const std::string &content = drivers().eeprom_sections[section_id];
+    for (uint32_t i = 0; i < len; ++i) {
+        buffer[i] = offset + i < content.size() ? static_cast<uint8_t>(content[offset + i]) : 0;
+    }
+    return 0;
+}
+
+uint32_t xml_get_entry_num(uint32_t, const char *, const char *, uint32_t *count) {
+    *count = drivers().entry_num;
+    return drivers().entry_num_result;
+}
+
+uint32_t xml_get_element_value_u32(uint32_t, const char *module, const char *node, const char *entry,
+                                   const char *element, uint32_t *value) {
+    const auto found = drivers().elements.find(std::string(module) + "/" + node + "/" + entry + "/" + element);
+    if (found == drivers().elements.end()) {
+        return 0x51;
+    }
+    *value = found->second;
+    return 0;
+}
+
+// The kernel's table of interrupts is the test's own.
+extern "C" FILE *fopen(const char *path, const char *mode) {
+    using open_function = FILE *(*)(const char *, const char *);
+    static const auto real = reinterpret_cast<open_function>(dlsym(RTLD_NEXT, "fopen"));
+    if (strcmp(path, "/proc/interrupts") == 0) {
+        return real(drivers().proc_interrupts.c_str(), mode);
+    }
+    return real(path, mode);
+}

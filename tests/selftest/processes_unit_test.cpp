@@ -1,0 +1,106 @@
+// Child programs, shared objects and timers of the self-test.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <sys/timerfd.h>
+#include <unistd.h>
+
+#include "selftest/processes.h"
+#include "tests/selftest/fake_drivers.h"
+#include "tests/support/capture.h"
+#include "tests/support/process.h"
+
+using namespace kestro_tests;
+
+namespace {
+
+std::string run(const std::string &path) {
+    char name[] = "program";
+    char *const argv[] = {name, nullptr};
+    char *const environment[] = {nullptr};
+    return printed_by([&] {
+        fputs("before ", stdout);
+        EXPECT_EQ(run_program(path.c_str(), argv, environment), 0);
+    });
+}
+
+std::string script(const std::string &text) {
+    const std::string path = scratch_file("script", "#!/bin/sh\n" + text);
+    chmod(path.c_str(), 0755);
+    return path;
+}
+
+} // namespace
+
+TEST(RunProgramTest, WaitsAndIgnoresTheExitStatus) {
+    EXPECT_EQ(run(script("echo ran; exit 3\n")), "before ran\n");
+}
+
+TEST(RunProgramTest, AProgramThatCannotRunIsLoggedOnce) {
+    drivers() = {};
+    EXPECT_EQ(run("/nonexistent/program"),
+              "before \r\n[base][error]:Failed to run cmd /nonexistent/program(errno=" + std::to_string(ENOENT) + ").");
+    EXPECT_TRUE(drivers().log_lines.empty()) << "the child logs, not the parent";
+}
+
+TEST(InstallScriptTest, AMissingScriptIsLogged) {
+    if (find_install_script() != nullptr) {
+        FAIL() << "this machine has an install script of its own: " << find_install_script();
+    }
+    drivers() = {};
+    EXPECT_EQ(install_script_present(), 0);
+    EXPECT_EQ(printed_by([] { run_install_script(7); }), "\r\n[base][error]:Failed to run test script:file not found.");
+    EXPECT_EQ(drivers().log_lines,
+              (std::vector<std::string>{"0/1/0: [base]:Failed to run test script:file not found."}));
+}
+
+TEST(LoadSymbolTest, GivesTheSymbolAndLeavesTheHandleToTheCaller) {
+    void *handle = nullptr;
+    void *symbol = load_symbol("cos", "libm.so.6", &handle);
+    EXPECT_NE(symbol, nullptr);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(dlsym(handle, "cos"), symbol);
+    dlclose(handle);
+}
+
+TEST(LoadSymbolTest, LogsAnObjectThatCannotBeOpened) {
+    void *handle = nullptr;
+    const std::string printed =
+        printed_by([&] { EXPECT_EQ(load_symbol("x", "libkestro_absent.so", &handle), nullptr); });
+    EXPECT_EQ(printed.find("\r\n[base][error]:open so libkestro_absent.so fail,error:"), 0U);
+    EXPECT_NE(printed.find(" libkestro_absent.so: cannot open shared object file"), std::string::npos);
+    EXPECT_EQ(handle, nullptr);
+}
+
+TEST(LoadSymbolTest, LogsASymbolThatIsMissing) {
+    void *handle = nullptr;
+    const std::string printed =
+        printed_by([&] { EXPECT_EQ(load_symbol("kestro_absent", "libm.so.6", &handle), nullptr); });
+    EXPECT_EQ(printed.find("\r\n[base][error]:api kestro_absent not found in so libm.so.6, error:"), 0U);
+    EXPECT_NE(printed.find("undefined symbol: kestro_absent"), std::string::npos);
+    EXPECT_EQ(handle, nullptr);
+}
+
+TEST(TimerTest, IsPeriodicWithItsFirstExpiryOnePeriodAway) {
+    const int timer = timer_fd_create(30, 500);
+    ASSERT_GE(timer, 0);
+    itimerspec schedule{};
+    ASSERT_EQ(timerfd_gettime(timer, &schedule), 0);
+    EXPECT_EQ(schedule.it_interval.tv_sec, 30);
+    EXPECT_EQ(schedule.it_interval.tv_nsec, 500);
+    EXPECT_GT(schedule.it_value.tv_sec, 0);
+    EXPECT_LE(schedule.it_value.tv_sec, 30);
+    EXPECT_NE(fcntl(timer, F_GETFD) & FD_CLOEXEC, 0);
+    EXPECT_NE(fcntl(timer, F_GETFL) & O_NONBLOCK, 0);
+    close(timer);
+}
+
+TEST(TimerTest, RefusesAPeriodThatIsNoTime) {
+    EXPECT_EQ(timer_fd_create(0, 2000000000), -2);
+    EXPECT_EQ(timer_fd_create(-1, 0), -2);
+}

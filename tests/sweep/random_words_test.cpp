@@ -1,0 +1,89 @@
+// Command lines of every length with words of every kind: whatever is typed, the program ends by itself.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/sweep/sweep.h"
+
+using namespace kestro_tests;
+
+namespace {
+
+constexpr int slices = 10;
+
+class RandomWords : public testing::TestWithParam<int> {};
+
+const std::vector<std::string> &word_pool() {
+    static const std::vector<std::string> pool = {
+        "0",
+        "1",
+        "2",
+        "3",
+        "5",
+        "0x10",
+        "010",
+        "16",
+        "255",
+        "256",
+        "257",
+        "1023",
+        "1024",
+        "1025",
+        "0xffffffff",
+        "4294967296",
+        "-1",
+        "-5",
+        "0x",
+        "0xff000005",
+        "board",
+        "",
+        " ",
+        "%s%n%d%x",
+        "-h",
+        "--",
+        "-?",
+        "0x01ffff",
+        "1.5",
+        "\xff\xfe",
+        "\r\n",
+        std::string(300, 'w'),
+        "0xff000000",
+        "18446744073709551615",
+        "99999999999999999999999",
+    };
+    return pool;
+}
+
+// The fill loop of barcode_write never ends for a length above 256; that has a test of its own.
+bool never_ends(const std::vector<std::string> &line) {
+    return line.size() > 4 && line[1] == "barcode_write" && std::strtoul(line[4].c_str(), nullptr, 0) > 256;
+}
+
+std::vector<std::string> random_line(std::mt19937 &random, const std::vector<sub_command> &commands) {
+    const auto below = [&](size_t limit) { return std::uniform_int_distribution<size_t>(0, limit - 1)(random); };
+    const sub_command &command = commands[below(commands.size())];
+    std::vector<std::string> line = {command.module, command.name};
+    if (below(20) == 0) {
+        line[below(2)] = word_pool()[below(word_pool().size())];
+    }
+    for (size_t words = below(12); words > 0; --words) {
+        line.push_back(word_pool()[below(word_pool().size())]);
+    }
+    return line;
+}
+
+} // namespace
+
+TEST_P(RandomWords, EndByThemselves) {
+    const std::vector<sub_command> commands = all_sub_commands();
+    std::mt19937 random(static_cast<unsigned>(GetParam()));
+    for (int i = 0; i < RANDOM_LINES / slices;) {
+        const std::vector<std::string> line = random_line(random, commands);
+        if (!never_ends(line)) {
+            expect_clean_end(run_with({}, line), joined(line));
+            ++i;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Slices, RandomWords, testing::Range(0, slices));
