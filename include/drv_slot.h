@@ -6,12 +6,12 @@
 
 DRV_BEGIN_DECLS
 
-/* The slots of one type, ascending. */
-#define DRV_SLOT_LIST_MAX 32U
+/* The slots of one type, ascending: a count, and one byte per slot number. */
+#define DRV_SLOT_LIST_MAX 128U
 
 struct drv_slot_list {
     uint32_t num;
-    uint32_t slot_id[32];
+    uint8_t slot_id[128];
 };
 
 DRV_STATIC_ASSERT(sizeof(struct drv_slot_list) == 132, "slot list crosses the driver interface");

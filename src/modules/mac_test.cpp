@@ -144,7 +144,7 @@ constexpr uint32_t listed_addresses = 40;
 
 void print_addresses(const uint8_t *addresses, uint32_t num) {
     for (uint32_t i = 0; i < num && i < listed_addresses; ++i) {
-        const uint8_t *mac = addresses + i * DRV_MAC_SIZE;
+        const uint8_t *mac = addresses + size_t{i} * DRV_MAC_SIZE;
         printf("mac[%2d] : mac[%02x-%02x-%02x-%02x-%02x-%02x]\n", static_cast<int>(i), mac[0], mac[1], mac[2], mac[3],
                mac[4], mac[5]);
     }
