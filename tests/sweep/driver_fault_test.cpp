@@ -23,13 +23,14 @@ const std::string &fault_script(const std::string &text) {
     return path;
 }
 
+// Every run is on a new board: an identity test that is cut short leaves its test values behind.
 void expect_crash_loses_nothing(const std::vector<std::string> &line, const std::string &script) {
     const std::string what = joined(line) + " with " + script;
     const std::string &path = fault_script(script);
     process_options unbuffered;
     unbuffered.environment = {"LD_PRELOAD=" UNBUFFERED_LIBRARY};
-    const process_result reference = run_with({"--script", path}, line, unbuffered);
-    const process_result result = run_with({"--script", path}, line);
+    const process_result reference = run_with({"--reset", "--script", path}, line, unbuffered);
+    const process_result result = run_with({"--reset", "--script", path}, line);
     EXPECT_EQ(result.status, 128 + SIGSEGV) << what;
     EXPECT_EQ(result.out, reference.out) << what;
     if (!is_emulated()) {
@@ -45,7 +46,7 @@ process_result run_into_hang(const std::vector<std::string> &line, const std::st
         const std::string text = read_file(trace);
         return static_cast<size_t>(std::count(text.begin(), text.end(), '\n')) >= call;
     };
-    return run_with({"--script", script_file, "--trace", trace}, line, process);
+    return run_with({"--reset", "--script", script_file, "--trace", trace}, line, process);
 }
 
 void expect_hang_loses_nothing(const std::vector<std::string> &line, const std::vector<std::string> &calls, size_t n) {
@@ -69,9 +70,10 @@ TEST_P(ModuleSweep, FailingDriverCallsAreData) {
             const std::vector<std::string> line = command_line(command, words);
             const size_t calls = calls_of(line).size();
             for (size_t n = 1; n <= calls; ++n) {
-                for (const std::string &from_then_on : {"", "+"}) {
+                for (const char *from_then_on : {"", "+"}) {
                     const std::string fault = std::to_string(n) + from_then_on;
-                    expect_clean_end(run_with({"--fail-call", fault}, line), joined(line) + " failing call " + fault);
+                    expect_clean_end(run_with({"--reset", "--fail-call", fault}, line),
+                                     joined(line) + " failing call " + fault);
                 }
             }
         }
@@ -99,4 +101,4 @@ TEST_P(ModuleSweep, AHangingDriverLosesNothingPrintedBefore) {
 }
 
 INSTANTIATE_TEST_SUITE_P(AllModules, ModuleSweep, testing::ValuesIn(all_modules()),
-                         [](const auto &info) { return info.param; });
+                         [](const auto &module) { return module.param; });

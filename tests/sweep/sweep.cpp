@@ -29,7 +29,7 @@ process_result run_with(std::vector<std::string> options, const std::vector<std:
 
 std::vector<std::string> calls_of(const std::vector<std::string> &line) {
     static const std::string trace = new_scratch_dir() + "/trace";
-    const process_result result = run_with({"--trace", trace}, line);
+    const process_result result = run_with({"--reset", "--trace", trace}, line);
     expect_clean_end(result, joined(line));
     std::istringstream lines(read_file(trace));
     std::vector<std::string> calls;

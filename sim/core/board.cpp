@@ -1,0 +1,152 @@
+// Devices: their description, their cells and their images.
+#include "sim/core/board.h"
+
+#include "sim/core/instance.h"
+#include "sim/core/state_dir.h"
+
+#include <algorithm>
+
+namespace kestro_sim {
+
+board::board(std::filesystem::path description_file, std::filesystem::path state_dir)
+    : description_file_(std::move(description_file)), state_dir_(std::move(state_dir)), store_(state_dir_) {
+}
+
+bool board::begin_operation() {
+    if (store_.is_retired()) {
+        return false;
+    }
+    store_.recover();
+    return true;
+}
+
+const description &board::described() {
+    if (!description_) {
+        auto read = std::make_unique<description>(description_file_);
+        const store_identity kept = store_.identity();
+        if (kept.stamp != file_stamp(description_file_) && kept.fingerprint != fingerprint(*read)) {
+            throw store_error((state_dir_ / "store").string() + ": was made for another board than " +
+                              description_file_.string() + "; start through kestro_sim");
+        }
+        description_ = std::move(read);
+    }
+    return *description_;
+}
+
+void board::forget_description() {
+    description_.reset();
+}
+
+std::string board::place(uint32_t inst_id) {
+    const auto decoded = decode_instance(inst_id);
+    refuse_if(!decoded, error::no_such_instance);
+    const auto name = place_name(described(), *decoded);
+    refuse_if(!name, error::no_such_instance);
+    return *name;
+}
+
+std::string board::instance(uint32_t inst_id) {
+    std::string name = place(inst_id);
+    refuse_if(!is_present(name), error::no_such_instance);
+    return name;
+}
+
+bool board::is_present(const std::string &place) {
+    return kestro_sim::is_present(described(), place);
+}
+
+device board::find(uint32_t inst_id, const device_kind &kind, uint32_t id) {
+    return find_at(instance(inst_id), kind, id);
+}
+
+device board::find_at(const std::string &instance, const device_kind &kind, uint32_t id) {
+    const pugi::xml_node node = described().node(instance, kind.module, kind.node);
+    refuse_if(!node.child("entry"), error::not_supported);
+    refuse_if(!named_child(node, std::to_string(id)), error::no_such_device);
+    return {instance, kind, id};
+}
+
+std::vector<uint32_t> board::ids(const std::string &instance, const device_kind &kind) {
+    std::vector<uint32_t> numbers;
+    for (const pugi::xml_node entry : described().node(instance, kind.module, kind.node).children("entry")) {
+        numbers.push_back(static_cast<uint32_t>(parse_number(entry.attribute("name").value()).value_or(0)));
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+pugi::xml_node board::entry_of(const device &which) {
+    return described().entry(which.instance, which.kind.module, which.kind.node, std::to_string(which.id));
+}
+
+uint64_t board::get_wide(const device &which, const char *name) {
+    if (const auto written = store_.get(cell_key(which, name))) {
+        return *written;
+    }
+    const auto initial = element_number(named_child(entry_of(which), name));
+    refuse_if(!initial, error::not_supported);
+    return *initial;
+}
+
+uint32_t board::get(const device &which, const char *name) {
+    return static_cast<uint32_t>(get_wide(which, name));
+}
+
+uint32_t board::get(const device &which, const char *name, uint32_t reset_value) {
+    if (const auto written = store_.get(cell_key(which, name))) {
+        return static_cast<uint32_t>(*written);
+    }
+    return static_cast<uint32_t>(element_number(named_child(entry_of(which), name)).value_or(reset_value));
+}
+
+void board::put(const device &which, const char *name, uint64_t value) {
+    put_all(which, {{name, value}});
+}
+
+void board::put_all(const device &which, std::initializer_list<std::pair<const char *, uint64_t>> values) {
+    change writes;
+    for (const auto &[name, value] : values) {
+        writes.put(cell_key(which, name), value);
+    }
+    commit(writes);
+}
+
+bool board::has(const device &which, const char *name) {
+    return !named_child(entry_of(which), name).empty();
+}
+
+std::string board::text(const device &which, const char *name) {
+    const auto found = element_text(named_child(entry_of(which), name));
+    refuse_if(!found, error::not_supported);
+    return *found;
+}
+
+size_t board::image_size(const std::string &image) const {
+    return store_.image_size(image);
+}
+
+std::vector<uint8_t> board::read_image(const std::string &image, uint32_t offset, size_t length) const {
+    return store_.read(image, offset, length);
+}
+
+void board::write_image(const std::string &image, uint32_t offset, std::span<const uint8_t> bytes) {
+    while (!bytes.empty()) {
+        const std::span<const uint8_t> piece = bytes.first(std::min(bytes.size(), largest_write()));
+        change writes;
+        writes.write(image, offset, piece);
+        commit(writes);
+        offset += static_cast<uint32_t>(piece.size());
+        bytes = bytes.subspan(piece.size());
+    }
+}
+
+void board::commit(const change &writes) {
+    refuse_if(!store_.commit(writes), error::store_full);
+}
+
+std::string cell_key(const device &which, const char *name) {
+    return which.instance + "/" + which.kind.module + "/" + which.kind.node + "/" + std::to_string(which.id) + "/" +
+           name;
+}
+
+} // namespace kestro_sim

@@ -1,0 +1,102 @@
+// The storage devices of a board as they come out of production: labels, bar codes and MAC addresses programmed in
+// both copies, everything else erased.
+#include "sim/core/identity_image.h"
+#include "sim/core/eeprom.h"
+#include "sim/core/mac_area.h"
+
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+#include <vector>
+
+namespace kestro_sim {
+
+namespace {
+
+constexpr uint8_t erased = 0xFF;
+constexpr uint32_t barcode_size = 128;
+
+using bytes = std::vector<uint8_t>;
+
+void fill_area(bytes &image, uint32_t offset, uint32_t size, std::string_view text) {
+    const auto begin = image.begin() + static_cast<ptrdiff_t>(offset);
+    std::fill_n(begin, size, uint8_t{0});
+    std::copy_n(text.begin(), std::min<size_t>(text.size(), size), begin);
+}
+
+void program_section(bytes &image, const std::optional<eeprom_section> &section, std::string_view text) {
+    if (section) {
+        fill_area(image, section->offset, section->size, text);
+    }
+}
+
+void program_mac(bytes &image, const std::optional<eeprom_section> &section, const std::vector<mac_record> &records) {
+    if (section) {
+        const bytes area = encode_mac_area(records, section->size);
+        std::copy(area.begin(), area.end(), image.begin() + static_cast<ptrdiff_t>(section->offset));
+    }
+}
+
+std::vector<mac_record> described_macs(pugi::xml_node identity) {
+    std::vector<mac_record> records;
+    for (const pugi::xml_node entry : named_child(identity, "mac").children("entry")) {
+        records.push_back({static_cast<uint8_t>(parse_number(entry.attribute("name").value()).value_or(0)),
+                           static_cast<uint16_t>(element_number(named_child(entry, "count")).value_or(0)),
+                           address_from_number(element_number(named_child(entry, "base")).value_or(0))});
+    }
+    return records;
+}
+
+bytes identity_image(const description &board, const std::string &instance) {
+    const pugi::xml_node identity = board.module(instance, "sim_identity");
+    const auto text_of = [](pugi::xml_node entry) { return element_text(named_child(entry, "text")).value_or(""); };
+    bytes image(eeprom_size(eeprom_layout(board, instance)), erased);
+    for (const pugi::xml_node entry : named_child(identity, "section").children("entry")) {
+        const auto id = static_cast<uint32_t>(parse_number(entry.attribute("name").value()).value_or(0));
+        program_section(image, find_section(board, instance, id), text_of(entry));
+    }
+    for (const pugi::xml_node entry : named_child(identity, "elabel").children("entry")) {
+        program_section(image, find_section(board, instance, elabel_section), text_of(entry));
+        program_section(image, find_section(board, instance, elabel_backup_section), text_of(entry));
+    }
+    for (const pugi::xml_node entry : named_child(identity, "barcode").children("entry")) {
+        const auto id = static_cast<uint32_t>(parse_number(entry.attribute("name").value()).value_or(0));
+        const auto section = find_section(board, instance, barcode_section);
+        fill_area(image, section.value().offset + id * barcode_size, barcode_size, text_of(entry));
+    }
+    const std::vector<mac_record> macs = described_macs(identity);
+    if (!macs.empty()) {
+        program_mac(image, find_section(board, instance, mac_section), macs);
+        program_mac(image, find_section(board, instance, mac_backup_section), macs);
+    }
+    return image;
+}
+
+void write_file(const std::filesystem::path &path, const bytes &content) {
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char *>(content.data()), static_cast<std::streamsize>(content.size()));
+    if (!file.flush()) {
+        throw std::runtime_error(path.string() + ": cannot be written; make room or choose another state directory");
+    }
+}
+
+} // namespace
+
+void write_new_images(const description &board, const std::filesystem::path &directory) {
+    for (const pugi::xml_node module : board.board().children("module")) {
+        if (std::string_view(module.attribute("name").value()) != "sim_identity") {
+            continue;
+        }
+        const pugi::xml_attribute attribute = module.attribute("instance");
+        const std::string instance = attribute ? attribute.value() : std::string(self_instance);
+        write_file(directory / eeprom_image_name(instance), identity_image(board, instance));
+    }
+    const pugi::xml_node storage = board.node(self_instance, "sim_storage", "image");
+    for (const pugi::xml_node entry : storage.children("entry")) {
+        const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
+        const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
+        write_file(directory / (std::string(entry.attribute("name").value()) + ".bin"), bytes(size, fill));
+    }
+}
+
+} // namespace kestro_sim

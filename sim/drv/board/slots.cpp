@@ -1,0 +1,55 @@
+// Slot numbers of the board and its peer: physical, as the backplane wires them, and logical, as the software counts.
+#include "drv_board.h"
+
+#include "sim/drv/board/unit.h"
+
+using namespace kestro_sim;
+
+namespace {
+
+uint32_t slot_limit(board &desk, const char *name) {
+    const auto limit = element_number(desk.described().element(self_instance, "sim_chassis", "slots", "range", name));
+    refuse_if(!limit, error::not_supported);
+    return static_cast<uint32_t>(*limit);
+}
+
+} // namespace
+
+uint32_t drv_board_get_self_slotid(uint32_t *slot_id) {
+    return operate([&](board &desk) {
+        refuse_null(slot_id);
+        *slot_id = own_slot(desk);
+    });
+}
+
+uint32_t drv_board_get_peer_slotid(uint32_t *slot_id) {
+    return operate([&](board &desk) {
+        refuse_null(slot_id);
+        *slot_id = peer_slot(desk, DRV_INST_SELF);
+    });
+}
+
+uint32_t drv_board_get_self_logic_slotid(uint32_t *slot_id) {
+    return read_unit(DRV_INST_SELF, "logic_slot", slot_id);
+}
+
+// Wired as the physical one: known even while nothing is in the peer's slot.
+uint32_t drv_board_get_peer_logic_slotid(uint32_t *slot_id) {
+    return read_unit(DRV_INST_SELF, "peer_logic_slot", slot_id);
+}
+
+uint32_t drv_board_check_slotid(uint32_t inst_id, uint32_t *result, char *dfx, uint32_t size) {
+    return operate([&](board &desk) {
+        const device self = unit(desk, inst_id);
+        const uint32_t logic_slot = desk.get(self, "logic_slot");
+        const uint32_t slot = own_slot(desk);
+        finding found;
+        if (slot < slot_limit(desk, "first") || slot > slot_limit(desk, "last")) {
+            add_fault(found, "slot " + std::to_string(slot) + " is beyond the chassis");
+        }
+        if (logic_slot < slot) {
+            add_fault(found, "logical slot " + std::to_string(logic_slot) + " is below slot " + std::to_string(slot));
+        }
+        tell(found, result, dfx, size);
+    });
+}

@@ -1,0 +1,29 @@
+// What a simulated driver family needs; docs/simulator.md shows one from end to end.
+//
+//   uint32_t drv_voltage_get_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *value) {
+//       return operate([&](board &desk) {
+//           refuse_null(value);
+//           *value = desk.get(desk.find(inst_id, rails, voltage_id), "millivolts");
+//       });
+//   }
+//
+// Operations validate first, then read or write registers of described devices (sim/core/board.h). They never call
+// another operation; what two of them share is a function in an unnamed namespace.
+#pragma once
+
+#include "sim/core/operation.h"
+
+#include <cstring>
+#include <string_view>
+
+namespace kestro_sim {
+
+// Copies a text with its terminator into an area of size bytes; refuses one that is too small.
+inline void write_text(char *area, size_t size, std::string_view text) {
+    refuse_null(area);
+    refuse_if(text.size() >= size, error::too_small);
+    std::memcpy(area, text.data(), text.size());
+    area[text.size()] = '\0';
+}
+
+} // namespace kestro_sim

@@ -1,0 +1,188 @@
+// Voltage rails: what the monitor measures, its two pairs of thresholds, and the findings of regulators and power
+// stages. Only rails behind an adjustable regulator have a range to set them in; the measured value follows at once.
+#include "drv_voltage.h"
+
+#include "sim/drv/board/unit.h"
+
+#include <algorithm>
+#include <span>
+
+using namespace kestro_sim;
+
+namespace {
+
+constexpr device_kind rails{"sim_voltage", "rail"};
+constexpr device_kind regulators{"sim_voltage", "vrm"};
+constexpr device_kind stages{"sim_voltage", "power"};
+
+struct status_bit {
+    uint32_t mask;
+    const char *meaning;
+};
+
+constexpr status_bit regulator_bits[] = {
+    {0x20, "output over-voltage"}, {0x10, "output over-current"}, {0x08, "input under-voltage"},
+    {0x04, "over-temperature"},    {0x02, "communication fault"},
+};
+constexpr status_bit stage_bits[] = {
+    {0x01, "power not good"},
+    {0x02, "output short"},
+    {0x04, "over-temperature"},
+};
+
+// The names of a pair of thresholds.
+struct threshold_pair {
+    const char *low;
+    const char *high;
+};
+
+constexpr threshold_pair warning{"warning_low", "warning_high"};
+constexpr threshold_pair alarm_limits{"alarm_low", "alarm_high"};
+
+uint32_t accept_instance(uint32_t inst_id) {
+    return operate(
+        [&](board &desk) { refuse_if(desk.ids(desk.instance(inst_id), rails).empty(), error::not_supported); });
+}
+
+uint32_t get_thresholds(uint32_t inst_id, uint32_t voltage_id, const threshold_pair &pair, uint32_t *low_th,
+                        uint32_t *high_th) {
+    return operate([&](board &desk) {
+        refuse_null(low_th, high_th);
+        const device rail = desk.find(inst_id, rails, voltage_id);
+        const uint32_t low = desk.get(rail, pair.low);
+        *high_th = desk.get(rail, pair.high);
+        *low_th = low;
+    });
+}
+
+uint32_t set_thresholds(uint32_t inst_id, uint32_t voltage_id, const threshold_pair &pair, uint32_t low_th,
+                        uint32_t high_th) {
+    return operate([&](board &desk) {
+        const device rail = desk.find(inst_id, rails, voltage_id);
+        refuse_if(!desk.has(rail, pair.low) || !desk.has(rail, pair.high), error::not_supported);
+        refuse_if(low_th > high_th, error::bad_value);
+        desk.put_all(rail, {{pair.low, low_th}, {pair.high, high_th}});
+    });
+}
+
+// The monitor's peak registers take in the present value with every measurement.
+uint32_t highest(board &desk, const device &rail, uint32_t value) {
+    return std::max(desk.get(rail, "history_max", value), value);
+}
+
+uint32_t lowest(board &desk, const device &rail, uint32_t value) {
+    return std::min(desk.get(rail, "history_min", value), value);
+}
+
+std::string in_millivolts(uint32_t value) {
+    return std::to_string(value) + " mV";
+}
+
+finding judge(uint32_t value, uint32_t low, uint32_t high) {
+    if (value < low) {
+        return {1, in_millivolts(value) + " is below " + in_millivolts(low)};
+    }
+    if (value > high) {
+        return {2, in_millivolts(value) + " is above " + in_millivolts(high)};
+    }
+    return {0, in_millivolts(value) + " is within " + in_millivolts(low) + " to " + in_millivolts(high)};
+}
+
+uint32_t check_status(uint32_t inst_id, const device_kind &kind, uint32_t id, std::span<const status_bit> bits,
+                      uint32_t *result, char *buffer, uint32_t len) {
+    return operate([&](board &desk) {
+        const uint32_t status = desk.get(desk.find(inst_id, kind, id), "status");
+        uint32_t known = 0;
+        finding found;
+        for (const status_bit &bit : bits) {
+            known |= bit.mask;
+            if ((status & bit.mask) != 0) {
+                add_fault(found, bit.meaning);
+            }
+        }
+        if ((status & ~known) != 0) {
+            add_fault(found, "unknown fault");
+        }
+        tell(found, result, buffer, len);
+    });
+}
+
+} // namespace
+
+uint32_t drv_voltage_init(uint32_t inst_id) {
+    return accept_instance(inst_id);
+}
+
+uint32_t drv_voltage_exit(uint32_t inst_id) {
+    return accept_instance(inst_id);
+}
+
+uint32_t drv_voltage_get_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *value) {
+    return operate([&](board &desk) {
+        refuse_null(value);
+        *value = desk.get(desk.find(inst_id, rails, voltage_id), "millivolts");
+    });
+}
+
+uint32_t drv_voltage_set_value(uint32_t inst_id, uint32_t voltage_id, uint32_t value) {
+    return operate([&](board &desk) {
+        const device rail = desk.find(inst_id, rails, voltage_id);
+        refuse_if(value < desk.get(rail, "set_low") || value > desk.get(rail, "set_high"), error::bad_value);
+        const uint32_t before = desk.get(rail, "millivolts");
+        desk.put_all(rail, {{"millivolts", value},
+                            {"history_max", std::max(highest(desk, rail, before), value)},
+                            {"history_min", std::min(lowest(desk, rail, before), value)}});
+    });
+}
+
+uint32_t drv_voltage_get_warning_th(uint32_t inst_id, uint32_t voltage_id, uint32_t *low_th, uint32_t *high_th) {
+    return get_thresholds(inst_id, voltage_id, warning, low_th, high_th);
+}
+
+uint32_t drv_voltage_set_warning_th(uint32_t inst_id, uint32_t voltage_id, uint32_t low_th, uint32_t high_th) {
+    return set_thresholds(inst_id, voltage_id, warning, low_th, high_th);
+}
+
+uint32_t drv_voltage_get_alarm_th(uint32_t inst_id, uint32_t voltage_id, uint32_t *low_th, uint32_t *high_th) {
+    return get_thresholds(inst_id, voltage_id, alarm_limits, low_th, high_th);
+}
+
+uint32_t drv_voltage_set_alarm_th(uint32_t inst_id, uint32_t voltage_id, uint32_t low_th, uint32_t high_th) {
+    return set_thresholds(inst_id, voltage_id, alarm_limits, low_th, high_th);
+}
+
+// A value on the threshold itself is still good.
+uint32_t drv_voltage_get_alarm(uint32_t inst_id, uint32_t voltage_id, uint32_t alarm_type, uint32_t *alarm_status,
+                               char *buffer, uint32_t len) {
+    return operate([&](board &desk) {
+        const device rail = desk.find(inst_id, rails, voltage_id);
+        refuse_if(alarm_type > 1, error::bad_value);
+        const threshold_pair &pair = alarm_type == 0 ? alarm_limits : warning;
+        tell(judge(desk.get(rail, "millivolts"), desk.get(rail, pair.low), desk.get(rail, pair.high)), alarm_status,
+             buffer, len);
+    });
+}
+
+uint32_t drv_voltage_get_history_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *max_value,
+                                       uint32_t *min_value) {
+    return operate([&](board &desk) {
+        refuse_null(max_value, min_value);
+        const device rail = desk.find(inst_id, rails, voltage_id);
+        const uint32_t value = desk.get(rail, "millivolts");
+        *max_value = highest(desk, rail, value);
+        *min_value = lowest(desk, rail, value);
+    });
+}
+
+uint32_t drv_voltage_check_vrm_alert(uint32_t inst_id, uint32_t chip_id, uint32_t *result, char *buffer, uint32_t len) {
+    return check_status(inst_id, regulators, chip_id, regulator_bits, result, buffer, len);
+}
+
+uint32_t drv_voltage_check_power(uint32_t inst_id, uint32_t power_id, uint32_t *result, char *buffer, uint32_t len) {
+    return check_status(inst_id, stages, power_id, stage_bits, result, buffer, len);
+}
+
+uint32_t drv_voltage_get_node_desc(uint32_t inst_id, uint32_t voltage_id, char *desc, uint32_t size) {
+    return operate(
+        [&](board &desk) { write_text(desc, size, desk.text(desk.find(inst_id, rails, voltage_id), "desc")); });
+}

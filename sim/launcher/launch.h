@@ -1,0 +1,12 @@
+// From options to a running kestro_test: finds the parts, checks what was named, makes the board ready, sets the
+// environment.
+#pragma once
+
+#include "sim/launcher/options.h"
+
+namespace kestro_sim {
+
+// Becomes kestro_test; comes back only by throwing launch_error.
+[[noreturn]] void launch(const launch_options &options);
+
+} // namespace kestro_sim

@@ -1,0 +1,37 @@
+// The launcher's command line.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace kestro_sim {
+
+// A mistake that its user can put right. The text is one line: file or option, what is wrong, what would be right.
+struct launch_error : std::runtime_error {
+    using std::runtime_error::runtime_error;
+    launch_error(const std::string &subject, const std::string &wrong, const std::string &right)
+        : std::runtime_error(subject + ": " + wrong + "; " + right) {
+    }
+};
+
+struct launch_options {
+    std::string board = "mpu_master";
+    std::string clock = "real";
+    std::string state;      // empty: the board's own below the user's state directory
+    std::string root;       // empty: the board's files in the state directory
+    std::string script;     // probe
+    std::string trace;      // probe
+    std::string replay;     // probe
+    std::string fail_call;  // probe
+    std::string fail_alloc; // world
+    bool strict = false;    // probe
+    bool reset = false;
+    std::vector<std::string> words; // kestro_test's own
+};
+
+// Gives nothing when help was asked for and printed. Throws launch_error.
+std::optional<launch_options> read_options(int count, char **arguments);
+
+} // namespace kestro_sim

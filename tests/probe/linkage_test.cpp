@@ -1,0 +1,108 @@
+// The probe's place between the program, the driver libraries and the headers.
+#include "tests/probe/run_support.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+
+using namespace kestro_tests;
+
+namespace {
+
+std::vector<std::string> generator() {
+    return {PYTHON_PROGRAM, source_dir() + "/probe/generate_wrappers.py"};
+}
+
+process_result generate(const std::string &header) {
+    std::vector<std::string> argv = generator();
+    argv.push_back(scratch_file("wrong.h", header));
+    return run_process(argv);
+}
+
+void expect_refused(const std::string &declaration, const std::string &why) {
+    const process_result run = generate("/* A header. */\n\n" + declaration + "\n");
+    EXPECT_NE(run.err.find("wrong.h:3: " + why), std::string::npos) << run.err;
+    EXPECT_EQ(run.status, 2) << declaration;
+}
+
+// The operations of include/, found without the generator: every declaration starts its line with the result type.
+std::set<std::string> declared_operations() {
+    const process_result found =
+        run_process({"/bin/sh", "-c", "grep -hoE '^uint32_t [a-z0-9_]+' " + source_dir() + "/include/*.h"});
+    std::set<std::string> names;
+    std::istringstream lines(found.out);
+    for (std::string type, name; lines >> type >> name;) {
+        names.insert(name);
+    }
+    return names;
+}
+
+std::set<std::string> exported_names() {
+    const process_result found =
+        run_process({NM_PROGRAM, "-D", "--defined-only", build_dir() + "/probe/libkestro_probe.so"});
+    std::set<std::string> names;
+    std::istringstream lines(found.out);
+    for (std::string address, kind, name; lines >> address >> kind >> name;) {
+        names.insert(name);
+    }
+    return names;
+}
+
+} // namespace
+
+TEST(LinkageTest, TheProbeExportsEveryOperationAndDlsymAndNothingElse) {
+    std::set<std::string> expected = declared_operations();
+    EXPECT_GT(expected.size(), 100U);
+    expected.insert("dlsym");
+    EXPECT_EQ(exported_names(), expected);
+}
+
+TEST(LinkageTest, WithoutSettingsCallsGoStraightThrough) {
+    const process_result run =
+        run_tiny({"num", "num9", "addrs", "log", "code", "in_out", "late", "late_missing", "in_child"});
+    EXPECT_EQ(run.out, "num: 0x0 4\nnum: 0x811101a4 77\n"
+                       "addrs: 0x0 40 41 42 43 44 45 46 47 48 49 4a 4b ee ee\n"
+                       "driver log: chip 3 of \"lpu\": 0x1122334455667788 100%\nlog: 0x0\n"
+                       "code: 0x0 0x811101a4 2031 12 30\nboard 5 1: 8\nin_out: 0x0 8 0x1\n"
+                       "late: 0x0 41\nlate: not found\nnum: 0x811101a4 77\nin_child: 0\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, 3);
+}
+
+TEST(LinkageTest, ALibraryThatLooksBehindItselfFindsWhatItFindsWithoutTheProbe) {
+    EXPECT_EQ(run_tiny({"next"}).out, "next: 0x0 2\n");
+    EXPECT_EQ(record({"next"}).run.out, "next: 0x0 2\n");
+}
+
+TEST(LinkageTest, ProgramsThatTheProgramStartsRunWithoutTheProbe) {
+    EXPECT_EQ(run_tiny({"environment"}).out, "environment: 1\n");
+    EXPECT_EQ(run_tiny({"environment"}, {"KESTRO_PROBE_TRACE=" + new_scratch_dir() + "/t", "KESTRO_PROBE_STRICT=0",
+                                         "KESTRO_PROBE_FAIL_CALL=9"})
+                  .out,
+              "environment: 1\n");
+}
+
+TEST(LinkageTest, TheGeneratorRefusesWhatItDoesNotUnderstand) {
+    expect_refused("uint32_t op(uint32_t *value);",
+                   "pointer parameter 'uint32_t *value' has no fitting direction mark");
+    expect_refused("int op(void);", "not an operation, record or callback type");
+    expect_refused("uint32_t op(DRV_OUT_BYTES(size) uint8_t *area);", "size 'size' of 'area' names no parameter");
+    expect_refused("uint32_t op(DRV_OUT_BYTES(size) uint8_t *area, DRV_OUT uint32_t *size);",
+                   "size 'size' of 'area' is no number that is passed in");
+    expect_refused("uint32_t op(DRV_OUT const uint32_t *value);",
+                   "parameter 'DRV_OUT const uint32_t *value' is written and const at once");
+    expect_refused("uint32_t op(uint32_t a, uint32_t a);", "two parameters have the same name");
+    expect_refused("uint32_t op(uint32_t level, ...);", "a variadic operation ends in a DRV_IN_TEXT format");
+    expect_refused("struct odd {\n    void *pointer;\n};", "field 'void *pointer' is not understood");
+    expect_refused("uint32_t op(void)", "declaration without an end");
+}
+
+TEST(LinkageTest, ANewOperationNeedsOnlyItsDeclaration) {
+    const std::string header = scratch_file("new.h", "uint32_t drv_new(uint32_t a);\nuint32_t drv_alpha(void);\n");
+    std::vector<std::string> argv = generator();
+    argv.insert(argv.end(), {"--names", header});
+    const process_result run = run_process(argv);
+    EXPECT_EQ(run.out, "drv_alpha\ndrv_new\n");
+    EXPECT_EQ(run.status, 0);
+}

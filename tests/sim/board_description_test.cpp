@@ -1,0 +1,132 @@
+// The board families against the descriptions: every device that a delivered description names for the checks is there
+// and well, and a misspelt register is named.
+#include "tests/sim/board_support.h"
+
+#include <gtest/gtest.h>
+#include <pugixml.hpp>
+
+namespace kestro_tests {
+
+namespace {
+
+const std::string self = " 0xffffffff ";
+
+// The values of an element over all entries of a node, but 255, which says that there is none.
+std::vector<std::string> described(const std::string &board, const std::string &node, const std::string &element) {
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_file(delivered_board(board).c_str()));
+    std::vector<std::string> values;
+    for (const pugi::xpath_node &found : document.select_nodes(
+             ("//module[not(@instance)]/node[@name='" + node + "']/entry/element[@name='" + element + "']").c_str())) {
+        const std::string value = found.node().attribute("value").value();
+        if (value != "255") {
+            values.push_back(value);
+        }
+    }
+    return values;
+}
+
+void expect_all(const std::string &board, const std::string &node, const std::string &element, const std::string &call,
+                const std::string &rest, const std::string &answer) {
+    const test_board desk = fresh(board);
+    const std::vector<std::string> ids = described(board, node, element);
+    EXPECT_FALSE(ids.empty()) << board << ' ' << node;
+    for (const std::string &id : ids) {
+        EXPECT_EQ(board_calls_print(desk, {call + self + id + rest}), answer) << board << ' ' << call << ' ' << id;
+    }
+}
+
+void expect_said(const altered &change, const std::string &text) {
+    std::string content = read_file(delivered_board("lpu"));
+    content = replaced(content, change.path, change.value);
+    const std::string file = scratch_file("lpu.xml", content);
+    const std::string said = prepare_says(file, new_scratch_dir() + "/state");
+    const size_t text_at = said.find(text);
+    ASSERT_NE(text_at, std::string::npos) << said;
+    EXPECT_EQ(said.substr(0, file.size() + 1), file + ":");
+    EXPECT_EQ(said.substr(text_at), text);
+}
+
+} // namespace
+
+class DeliveredBoard : public testing::TestWithParam<const char *> {};
+
+TEST_P(DeliveredBoard, HasTheDevicesItNames) {
+    const std::string board = GetParam();
+    expect_all(board, "weld_map", "chip_id", "check_four_corner_status", " 128", "0x0 0 \"\"\n");
+    expect_all(board, "board_epld_power", "power_type", "get_power_status", "", "0x0 1\n");
+    expect_all(board, "dimm_info", "chip_id", "check_dimm_bus_status", " 128", "0x0 0 \"\"\n");
+    expect_all(board, "board_epld", "smb_tx_err_id", "smb_get_tx_err_count", "", "0x0 0\n");
+    expect_all(board, "board_epld", "smb_rx_err_id", "smb_get_rx_err_count", "", "0x0 0\n");
+}
+
+TEST_P(DeliveredBoard, CountsItsLogicChips) {
+    const std::string board = GetParam();
+    const size_t chips = described(board, "cpld_cfg", "chip_id").size();
+    EXPECT_EQ(board_calls_print(fresh(board), {"get_cpld_num" + self}), "0x0 " + std::to_string(chips) + "\n");
+}
+
+TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
+    const std::string board = GetParam();
+    const test_board desk = fresh(board);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_file(delivered_board(board).c_str()));
+    const auto entries = document.select_nodes("//node[@name='subboard_attr']/entry");
+    EXPECT_FALSE(entries.empty());
+    for (const pugi::xpath_node &entry : entries) {
+        const auto value = [&](const char *name) -> std::string {
+            return entry.node().find_child_by_attribute("element", "name", name).attribute("value").value();
+        };
+        for (const auto &[element, call] : {std::pair{"type_cfg", "subboard_get_type"},
+                                            {"pcb_cfg", "subboard_get_pcb_ver"},
+                                            {"bom_ver_cfg", "subboard_get_bom_ver"},
+                                            {"online_cfg", "subboard_get_online_status"}}) {
+            const std::string answer = board_calls_print(desk, {call + self + value("subboard_id")});
+            EXPECT_EQ(answer.substr(0, 4) == "0x0 ", value(element) != "255") << call << value("subboard_id");
+        }
+    }
+}
+
+TEST_P(DeliveredBoard, HasTheInterruptsItNames) {
+    const std::string board = GetParam();
+    const test_board desk = fresh(board);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_file(delivered_board(board).c_str()));
+    const auto lines = document.select_nodes("//module[@name='irq_combiner']/node/entry[element/@name='index_id']");
+    EXPECT_FALSE(lines.empty());
+    for (const pugi::xpath_node &line : lines) {
+        const auto value = [&](const char *name) -> std::string {
+            return line.node().find_child_by_attribute("element", "name", name).attribute("value").value();
+        };
+        EXPECT_EQ(board_calls_print(desk, {"check_int_status " + value("index_id") + " " + value("type") + " 128"}),
+                  "0x0 0 \"\"\n")
+            << value("index_id");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Boards, DeliveredBoard, testing::Values("mpu_master", "mpu_slave", "lpu"));
+
+TEST(BoardDescription, RegistersAreKnownByName) {
+    expect_said({"name=\"bus_fault\"", "name=\"bus_falt\""},
+                "unknown element 'bus_falt'; a device of node dimm has: maker, site, year, week, serial, part_number, "
+                "revision, chip_maker, stepping, celsius, bus_fault");
+    expect_said({"<node name=\"link\">", "<node name=\"links\">"}, "unknown node 'links'; sim_smb has: link");
+}
+
+TEST(BoardDescription, DevicesAreNamedByNumbers) {
+    expect_said({"<node name=\"cpu\">\n      <entry name=\"0\">", "<node name=\"cpu\">\n      <entry name=\"first\">"},
+                "entry 'first' is no number; entries of devices are named by their plain number");
+    expect_said({"<node name=\"cpu\">\n      <entry name=\"0\">", "<node name=\"cpu\">\n      <entry name=\"00\">"},
+                "entry '00' is no number; entries of devices are named by their plain number");
+}
+
+TEST(BoardDescription, TextsAndNumbersAreToldApart) {
+    expect_said({"name=\"part_number\" text=\"DIMM-4G-DDR4-2400-72\"", "name=\"part_number\" value=\"5\""},
+                "element 'part_number' is no text of at most 20 bytes; give it text=\"...\"");
+    expect_said({"text=\"DIMM-4G-DDR4-2400-72\"", "text=\"DIMM-4G-DDR4-2400-72E\""},
+                "element 'part_number' is no text of at most 20 bytes; give it text=\"...\"");
+    expect_said({"name=\"power_watts\" value=\"240\"", "name=\"power_watts\" text=\"240\""},
+                "element 'power_watts' is no number; give it value=\"a number\"");
+}
+
+} // namespace kestro_tests

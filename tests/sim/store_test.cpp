@@ -1,0 +1,177 @@
+// The store itself: registers, changes that were cut short, a full table, and a store that has been replaced.
+#include "sim/core/board.h"
+#include "sim/core/prepare.h"
+#include "sim/core/store.h"
+#include "tests/sim/support.h"
+
+#include <gtest/gtest.h>
+
+namespace kestro_tests {
+
+using kestro_sim::change;
+using kestro_sim::store;
+
+namespace {
+
+std::string new_state() {
+    return new_board(delivered_board("mpu_master")).state;
+}
+
+std::vector<uint8_t> bytes_of(size_t count, uint8_t value) {
+    return std::vector<uint8_t>(count, value);
+}
+
+change label_change(uint8_t value) {
+    change writes;
+    writes.write("eeprom-self.bin", 16, bytes_of(1200, value));
+    writes.write("eeprom-self.bin", 1216, bytes_of(1200, value));
+    writes.put("self/a/b/0/low", value);
+    writes.put("self/a/b/0/high", value + 1U);
+    return writes;
+}
+
+void expect_label(const store &opened, uint8_t value) {
+    EXPECT_EQ(opened.read("eeprom-self.bin", 16, 2400), bytes_of(2400, value));
+    EXPECT_EQ(opened.get("self/a/b/0/low"), value);
+    EXPECT_EQ(opened.get("self/a/b/0/high"), value + 1U);
+}
+
+} // namespace
+
+TEST(Store, RegistersKeepTheirValues) {
+    const std::string state = new_state();
+    const std::string longest(kestro_sim::cell_key_max, 'k');
+    {
+        store opened(state);
+        EXPECT_FALSE(opened.get("self/x/y/1/z").has_value());
+        change writes;
+        writes.put("self/x/y/1/z", 0xFEDCBA9876543210U);
+        writes.put(longest, 7);
+        EXPECT_TRUE(opened.commit(writes));
+    }
+    const store again(state);
+    EXPECT_EQ(again.get("self/x/y/1/z"), 0xFEDCBA9876543210U);
+    EXPECT_EQ(again.get(longest), 7U);
+    EXPECT_FALSE(again.get(longest.substr(1)).has_value());
+}
+
+TEST(Store, KeysAreNotTakenForOneAnother) {
+    store opened(new_state());
+    change writes;
+    for (uint32_t i = 0; i < 200; ++i) {
+        writes.put("self/x/y/" + std::to_string(i) + "/z", i);
+    }
+    ASSERT_TRUE(opened.commit(writes));
+    for (uint32_t i = 0; i < 200; ++i) {
+        EXPECT_EQ(opened.get("self/x/y/" + std::to_string(i) + "/z"), i);
+    }
+}
+
+TEST(Store, CommittedChangeIsBroughtAboutByTheNextProcess) {
+    const std::string state = new_state();
+    {
+        store killed(state);
+        ASSERT_TRUE(killed.commit(label_change(0x11)));
+        killed.record(label_change(0x22));
+        // The writer came as far as a part of the first copy.
+        std::string image = read_file(state + "/images/eeprom-self.bin");
+        image.replace(16, 700, std::string(700, '\x22'));
+        write_file(state + "/images/eeprom-self.bin", image);
+    }
+    expect_label(store(state), 0x22);
+}
+
+TEST(Store, CommittedChangeIsBroughtAboutByProcessesThatRunAlready) {
+    const std::string state = new_state();
+    store killed(state);
+    store running(state);
+    killed.record(label_change(0x22));
+    change other;
+    other.put("self/x/y/1/z", 5);
+    ASSERT_TRUE(running.commit(other));
+    expect_label(running, 0x22);
+    EXPECT_EQ(running.get("self/x/y/1/z"), 5U);
+}
+
+TEST(Board, OperationStartsWithWhatAKilledProcessHadBegun) {
+    const test_board made = new_board(delivered_board("mpu_master"));
+    kestro_sim::board running(made.description, made.state);
+    store(made.state).record(label_change(0x22));
+    EXPECT_TRUE(running.begin_operation());
+    EXPECT_EQ(running.read_image("eeprom-self.bin", 16, 2400), bytes_of(2400, 0x22));
+}
+
+TEST(Store, ChangeThatWasNotCommittedLeavesNoTrace) {
+    const std::string state = new_state();
+    {
+        store killed(state);
+        ASSERT_TRUE(killed.commit(label_change(0x11)));
+        killed.record(label_change(0x22));
+    }
+    // Without the mark, which stands behind the header of 104 bytes, the journal counts for nothing.
+    std::string file = read_file(state + "/store");
+    ASSERT_EQ(file[104], 1);
+    file[104] = 0;
+    write_file(state + "/store", file);
+    expect_label(store(state), 0x11);
+}
+
+TEST(Store, FullTableRefusesFurtherRegisters) {
+    store opened(new_state());
+    uint32_t written = 0;
+    for (;; ++written) {
+        change writes;
+        writes.put("self/x/y/" + std::to_string(written) + "/z", written);
+        if (!opened.commit(writes)) {
+            break;
+        }
+    }
+    EXPECT_EQ(written, 7168U);
+    EXPECT_EQ(opened.get("self/x/y/7167/z"), 7167U);
+    EXPECT_FALSE(opened.get("self/x/y/7168/z").has_value());
+}
+
+TEST(Store, ChangeLargerThanTheJournalIsAnError) {
+    change writes;
+    EXPECT_THROW(writes.write("eeprom-self.bin", 0, bytes_of(kestro_sim::largest_write() + 1, 0)), std::length_error);
+    EXPECT_NO_THROW(writes.write("eeprom-self.bin", 0, bytes_of(kestro_sim::largest_write(), 0)));
+    EXPECT_THROW(writes.put("k", 1), std::length_error);
+}
+
+TEST(Store, ResetRetiresTheOldStore) {
+    const test_board board = new_board(delivered_board("mpu_master"));
+    const store running(board.state);
+    EXPECT_FALSE(running.is_retired());
+    EXPECT_EQ(prepare_says(board.description, board.state, true), "");
+    EXPECT_TRUE(running.is_retired());
+    EXPECT_FALSE(store(board.state).is_retired());
+}
+
+TEST(Board, RegistersStartAsDescribed) {
+    const test_board made = new_board(delivered_board("mpu_master"));
+    kestro_sim::board desk(made.description, made.state);
+    const kestro_sim::device pin = desk.find(DRV_INST_SELF, {"sim_gpio", "pin"}, 17);
+    EXPECT_EQ(desk.get(pin, "level"), 1U);
+    desk.put_all(pin, {{"level", 0}, {"strength", 3}});
+    EXPECT_EQ(desk.get(pin, "level"), 0U);
+    EXPECT_EQ(desk.get(pin, "strength"), 3U);
+    EXPECT_EQ(desk.get(pin, "slew", 9), 9U);
+    EXPECT_FALSE(desk.has(pin, "strength"));
+    EXPECT_EQ(desk.ids("self", {"sim_gpio", "pin"}), (std::vector<uint32_t>{0, 5, 16, 17, 40}));
+}
+
+TEST(Board, LargeImagesAreWrittenInPieces) {
+    const std::string storage = "<module name=\"sim_storage\"><node name=\"image\"><entry name=\"flash\"><element "
+                                "name=\"size\" value=\"300000\"/><element name=\"fill\" value=\"255\"/></entry></node>"
+                                "</module></board>";
+    const test_board made =
+        new_board(scratch_file("board.xml", replaced(read_file(delivered_board("lpu")), "</board>", storage)));
+    kestro_sim::board desk(made.description, made.state);
+    desk.write_image("flash.bin", 10, bytes_of(200000, 0x33));
+    EXPECT_EQ(desk.image_size("flash.bin"), 300000U);
+    EXPECT_EQ(desk.read_image("flash.bin", 10, 200000), bytes_of(200000, 0x33));
+    EXPECT_EQ(desk.read_image("flash.bin", 0, 10), bytes_of(10, 0xFF));
+    EXPECT_EQ(desk.read_image("flash.bin", 200010, 10), bytes_of(10, 0xFF));
+}
+
+} // namespace kestro_tests
