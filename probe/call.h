@@ -1,0 +1,34 @@
+// One driver call of the main program: what it passes in, and the areas it gives for what comes out.
+#pragma once
+
+#include "probe/script.h"
+
+namespace kestro_probe {
+
+// An area that is said to be longer is read in part: a wrong size is likelier than a driver that fills so much.
+constexpr size_t longest_shown_area = size_t{16} << 20;
+
+struct call {
+    uint32_t operation;
+    void *const *arguments;         // the address of each argument
+    std::vector<size_t> capacities; // of the areas, as they were when the call was made
+};
+
+call make_call(uint32_t operation, void *const *arguments);
+
+// All inputs that are shown, in the order of the declaration.
+std::vector<named_value> shown_inputs(const call &made);
+
+// What stands in the output areas now.
+std::vector<named_value> read_outputs(const call &made);
+
+// Whether the call is one that the rule answers.
+bool matches(const rule &wanted, const call &made);
+
+// Writes the outputs that the rule names. Says what did not fit, a sentence each.
+std::vector<std::string> write_outputs(const rule &answering, const call &made);
+
+// Whether an area of the call is longer than what is shown of it.
+bool shown_in_part(const call &made);
+
+} // namespace kestro_probe

@@ -1,0 +1,37 @@
+// What the environment asks of the probe.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kestro_probe {
+
+constexpr uint32_t failure_code = 0xdead;
+
+// Which calls fail, counted from 1; 0 is none.
+struct fail_call {
+    uint64_t first = 0;
+    bool all_after = false;
+    uint32_t code = failure_code;
+};
+
+struct settings {
+    std::string script;
+    std::string trace;
+    std::string replay;
+    bool strict = false;
+    fail_call failing;
+    std::string fault; // what is wrong with the settings, empty when nothing is
+};
+
+// "3", "3=0x811101a4", "3+" or "3+=1"; false when the text is none of these.
+bool parse_fail_call(const std::string &text, fail_call &failing);
+
+settings read_settings();
+
+// Programs that the program starts run without the probe.
+void clean_environment();
+
+bool asks_for_anything(const settings &asked);
+
+} // namespace kestro_probe

@@ -1,0 +1,380 @@
+// Reading, writing, comparing and printing of values, by the shape of the place they belong to.
+#include "probe/value.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace kestro_probe {
+
+namespace {
+
+// Up to here people count in decimal; above, driver numbers are addresses, masks and codes.
+constexpr uint64_t decimal_limit = 0x10000;
+
+bool is_byte(scalar type) {
+    return size_of(type) == 1;
+}
+
+template <typename Number> uint64_t number_at(const void *address) {
+    Number number = 0;
+    memcpy(&number, address, sizeof(number));
+    return number;
+}
+
+template <typename Number> void put_number(uint64_t wide, void *address) {
+    const auto number = static_cast<Number>(wide);
+    memcpy(address, &number, sizeof(number));
+}
+
+value read_scalar(scalar type, const void *address) {
+    value found;
+    if (type == scalar::float32) {
+        found.what = value::kind::real;
+        memcpy(&found.real, address, sizeof(found.real));
+        return found;
+    }
+    const size_t size = size_of(type);
+    found.what = value::kind::number;
+    found.number = normalised(type, size == 1   ? number_at<uint8_t>(address)
+                                    : size == 2 ? number_at<uint16_t>(address)
+                                    : size == 4 ? number_at<uint32_t>(address)
+                                                : number_at<uint64_t>(address));
+    return found;
+}
+
+void write_scalar(scalar type, const value &content, void *address) {
+    if (type == scalar::float32) {
+        memcpy(address, &content.real, sizeof(content.real));
+        return;
+    }
+    switch (size_of(type)) {
+    case 1:
+        return put_number<uint8_t>(content.number, address);
+    case 2:
+        return put_number<uint16_t>(content.number, address);
+    case 4:
+        return put_number<uint32_t>(content.number, address);
+    default:
+        return put_number<uint64_t>(content.number, address);
+    }
+}
+
+value read_area(const shape &place, const char *address, size_t capacity) {
+    value found;
+    const size_t length = place.text ? strnlen(address, capacity) : capacity;
+    // Text in a record is shown as such only where nothing but terminators follows it, else bytes would be lost.
+    const bool fixed = place.count != 0;
+    const bool as_text =
+        place.text && (!fixed || std::all_of(address + length, address + capacity, [](char c) { return c == '\0'; }));
+    found.what = as_text ? value::kind::text : value::kind::bytes;
+    found.bytes.assign(address, as_text ? length : capacity);
+    return found;
+}
+
+value read_list(const shape &place, const char *address) {
+    value found;
+    found.what = value::kind::list;
+    for (size_t i = 0; i < place.count; ++i) {
+        found.items.push_back(read_scalar(place.type, address + i * size_of(place.type)));
+    }
+    return found;
+}
+
+value read_record(const record &layout, const char *address) {
+    value found;
+    found.what = value::kind::record;
+    for (uint32_t i = 0; i < layout.fields.size(); ++i) {
+        const field &member = layout.fields[i];
+        found.field_at.push_back(i);
+        found.items.push_back(read_value(shape_of(member), address + member.offset, member.count));
+    }
+    return found;
+}
+
+bool write_area(const value &content, char *address, size_t capacity) {
+    const size_t length = std::min(content.bytes.size(), capacity);
+    memcpy(address, content.bytes.data(), length);
+    if (content.what == value::kind::text && length < capacity) {
+        address[length] = '\0';
+    }
+    return length == content.bytes.size();
+}
+
+bool write_list(const shape &place, const value &content, char *address) {
+    const size_t length = std::min(content.items.size(), place.count);
+    for (size_t i = 0; i < length; ++i) {
+        write_scalar(place.type, content.items[i], address + i * size_of(place.type));
+    }
+    return length == content.items.size();
+}
+
+bool write_record(const record &layout, const value &content, char *address) {
+    bool whole = true;
+    for (size_t i = 0; i < content.items.size(); ++i) {
+        const field &member = layout.fields[content.field_at[i]];
+        whole &= write_value(shape_of(member), content.items[i], address + member.offset, member.count);
+    }
+    return whole;
+}
+
+bool area_matches(const shape &place, const value &wanted, const value &found) {
+    if (wanted.bytes == found.bytes) {
+        return true;
+    }
+    if (!found.bytes.starts_with(wanted.bytes)) {
+        return false;
+    }
+    // Text names an area up to its terminator, a list in a record its first elements; other bytes name all of it.
+    return wanted.what == value::kind::text ? found.bytes[wanted.bytes.size()] == '\0' : place.count != 0;
+}
+
+bool list_matches(const shape &place, const value &wanted, const value &found) {
+    shape single = place;
+    single.what = shape::form::single;
+    return wanted.items.size() <= found.items.size() &&
+           std::equal(wanted.items.begin(), wanted.items.end(), found.items.begin(),
+                      [&](const value &w, const value &f) { return matches(single, w, f); });
+}
+
+bool record_matches(const record &layout, const value &wanted, const value &found) {
+    for (size_t i = 0; i < wanted.items.size(); ++i) {
+        const uint32_t at = wanted.field_at[i];
+        if (!matches(shape_of(layout.fields[at]), wanted.items[i], found.items[at])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string print_number(const shape &place, uint64_t number) {
+    const auto negative = static_cast<int64_t>(number) < 0 && is_signed(place.type);
+    if (negative) {
+        return std::to_string(static_cast<int64_t>(number));
+    }
+    if (!place.hex && number < decimal_limit) {
+        return std::to_string(number);
+    }
+    char digits[16];
+    const auto end = std::to_chars(digits, digits + sizeof(digits), number, 16).ptr;
+    return "0x" + std::string(digits, end);
+}
+
+std::string print_real(float real) {
+    char digits[64];
+    return {digits, std::to_chars(digits, digits + sizeof(digits), real).ptr};
+}
+
+std::string hex_byte(char byte) {
+    constexpr char digits[] = "0123456789abcdef";
+    const auto bits = static_cast<uint8_t>(byte);
+    return {digits[bits >> 4], digits[bits & 15]};
+}
+
+std::string print_bytes(const std::string &bytes) {
+    std::string text = "[";
+    for (const char byte : bytes) {
+        text += (text.size() > 1 ? " " : "") + hex_byte(byte);
+    }
+    return text + "]";
+}
+
+std::string print_list(const shape &place, const value &content) {
+    shape single = place;
+    single.what = shape::form::single;
+    std::string text = "[";
+    for (const value &item : content.items) {
+        text += (text.size() > 1 ? " " : "") + print_value(single, item);
+    }
+    return text + "]";
+}
+
+std::string print_record(const record &layout, const value &content) {
+    std::string text = "{";
+    for (size_t i = 0; i < content.items.size(); ++i) {
+        const field &member = layout.fields[content.field_at[i]];
+        text += (text.size() > 1 ? " " : "") + std::string(member.name) + "=";
+        text += print_value(shape_of(member), content.items[i]);
+    }
+    return text + "}";
+}
+
+} // namespace
+
+size_t size_of(scalar type) {
+    switch (type) {
+    case scalar::character:
+    case scalar::int8:
+    case scalar::uint8:
+        return 1;
+    case scalar::int16:
+    case scalar::uint16:
+        return 2;
+    case scalar::int64:
+    case scalar::uint64:
+        return 8;
+    case scalar::int32:
+    case scalar::uint32:
+    case scalar::float32:
+        break;
+    }
+    return 4;
+}
+
+// A plain char counts as unsigned, as it is on the board's processor.
+bool is_signed(scalar type) {
+    return type == scalar::int8 || type == scalar::int16 || type == scalar::int32 || type == scalar::int64;
+}
+
+uint64_t normalised(scalar type, uint64_t number) {
+    const auto unused = static_cast<unsigned>(64 - 8 * size_of(type));
+    const uint64_t high = number << unused;
+    return is_signed(type) ? static_cast<uint64_t>(static_cast<int64_t>(high) >> unused) : high >> unused;
+}
+
+shape shape_of(const parameter &described) {
+    shape place;
+    place.type = described.type;
+    place.layout = described.layout;
+    place.nullable = described.direction != mark::value;
+    place.hex = std::string_view(described.name) == "inst_id";
+    switch (described.direction) {
+    case mark::callback:
+    case mark::opaque:
+        place.what = shape::form::handle;
+        break;
+    case mark::in_text:
+    case mark::out_text:
+    case mark::inout_text:
+        place.text = true;
+        [[fallthrough]];
+    case mark::in_bytes:
+    case mark::out_bytes:
+        place.what = shape::form::area;
+        break;
+    default:
+        place.what = described.layout != nullptr ? shape::form::record : shape::form::single;
+    }
+    return place;
+}
+
+shape shape_of(const field &described) {
+    shape place;
+    place.type = described.type;
+    place.count = described.count;
+    place.text = described.type == scalar::character && described.count > 0;
+    if (described.count > 0) {
+        place.what = is_byte(described.type) ? shape::form::area : shape::form::array;
+    }
+    return place;
+}
+
+value read_value(const shape &place, const void *address, size_t capacity) {
+    value found;
+    if (address == nullptr) {
+        return found;
+    }
+    switch (place.what) {
+    case shape::form::single:
+        return read_scalar(place.type, address);
+    case shape::form::area:
+        return read_area(place, static_cast<const char *>(address), capacity);
+    case shape::form::array:
+        return read_list(place, static_cast<const char *>(address));
+    case shape::form::record:
+        return read_record(*place.layout, static_cast<const char *>(address));
+    case shape::form::handle:
+        found.what = value::kind::callback;
+        break;
+    }
+    return found;
+}
+
+bool write_value(const shape &place, const value &content, void *address, size_t capacity) {
+    if (content.what == value::kind::null || address == nullptr) {
+        return content.what == value::kind::null;
+    }
+    switch (place.what) {
+    case shape::form::single:
+        write_scalar(place.type, content, address);
+        break;
+    case shape::form::area:
+        return write_area(content, static_cast<char *>(address), capacity);
+    case shape::form::array:
+        return write_list(place, content, static_cast<char *>(address));
+    case shape::form::record:
+        return write_record(*place.layout, content, static_cast<char *>(address));
+    case shape::form::handle:
+        break;
+    }
+    return true;
+}
+
+bool matches(const shape &place, const value &wanted, const value &found) {
+    if (wanted.what == value::kind::null || found.what == value::kind::null) {
+        return wanted.what == found.what;
+    }
+    switch (place.what) {
+    case shape::form::single:
+        return wanted.number == found.number &&
+               (wanted.real == found.real || (std::isnan(wanted.real) && std::isnan(found.real)));
+    case shape::form::area:
+        return area_matches(place, wanted, found);
+    case shape::form::array:
+        return list_matches(place, wanted, found);
+    case shape::form::record:
+        return record_matches(*place.layout, wanted, found);
+    case shape::form::handle:
+        break;
+    }
+    return true;
+}
+
+std::string print_text(const std::string &text) {
+    std::string shown = "\"";
+    for (const char c : text) {
+        switch (c) {
+        case '\n':
+            shown += "\\n";
+            break;
+        case '\r':
+            shown += "\\r";
+            break;
+        case '\t':
+            shown += "\\t";
+            break;
+        case '"':
+        case '\\':
+            shown += std::string("\\") + c;
+            break;
+        default:
+            shown += c >= ' ' && c <= '~' ? std::string(1, c) : "\\x" + hex_byte(c);
+        }
+    }
+    return shown + "\"";
+}
+
+std::string print_value(const shape &place, const value &content) {
+    switch (content.what) {
+    case value::kind::null:
+        return "null";
+    case value::kind::callback:
+        return "callback";
+    case value::kind::number:
+        return print_number(place, content.number);
+    case value::kind::real:
+        return print_real(content.real);
+    case value::kind::bytes:
+        return print_bytes(content.bytes);
+    case value::kind::text:
+        return print_text(content.bytes);
+    case value::kind::list:
+        return print_list(place, content);
+    case value::kind::record:
+        break;
+    }
+    return print_record(*place.layout, content);
+}
+
+} // namespace kestro_probe
