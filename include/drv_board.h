@@ -101,7 +101,7 @@ uint32_t drv_board_set_self_bootstep(uint32_t inst_id, uint32_t step);
 /* 1 when the board is to start with factory settings. */
 uint32_t drv_board_get_factory_reset_flag(uint32_t inst_id, DRV_OUT uint32_t *flag);
 
-/* Power domains, by type 0 to 34. status: 1 on, 0 off. */
+/* Power domains, by type 0 to 33. status: 1 on, 0 off. */
 uint32_t drv_board_set_power_on(uint32_t inst_id, uint32_t type);
 uint32_t drv_board_set_power_off(uint32_t inst_id, uint32_t type);
 uint32_t drv_board_get_power_status(uint32_t inst_id, uint32_t type, DRV_OUT uint32_t *status);

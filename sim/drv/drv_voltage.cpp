@@ -65,7 +65,7 @@ uint32_t set_thresholds(uint32_t inst_id, uint32_t voltage_id, const threshold_p
     });
 }
 
-// The monitor's peak registers take in the present value with every measurement.
+// The peaks that were kept, and the present value: it is kept as soon as it gives way to another.
 uint32_t highest(board &desk, const device &rail, uint32_t value) {
     return std::max(desk.get(rail, "history_max", value), value);
 }
@@ -130,8 +130,8 @@ uint32_t drv_voltage_set_value(uint32_t inst_id, uint32_t voltage_id, uint32_t v
         refuse_if(value < desk.get(rail, "set_low") || value > desk.get(rail, "set_high"), error::bad_value);
         const uint32_t before = desk.get(rail, "millivolts");
         desk.put_all(rail, {{"millivolts", value},
-                            {"history_max", std::max(highest(desk, rail, before), value)},
-                            {"history_min", std::min(lowest(desk, rail, before), value)}});
+                            {"history_max", highest(desk, rail, before)},
+                            {"history_min", lowest(desk, rail, before)}});
     });
 }
 

@@ -1,5 +1,4 @@
-// Board management: memories, programmable logic, power domains, health checks and buses; sub-boards and the
-// management bus.
+// Board management: memories, programmable logic, power domains, health checks and buses.
 #include "tests/sim/board_support.h"
 
 #include "sim/core/board.h"
@@ -236,36 +235,6 @@ TEST(Smi, BusChecks) {
     EXPECT_EQ(board_calls_print(fresh_with("lpu", {{"self/sim_board/smi_bus/0/los", "1"}}),
                                 {"check_smi_los" + self + "0 128", "check_smi_crc" + self + "0 128"}),
               "0x0 1 \"bus 0: no signal\"\n0x0 0 \"\"\n");
-}
-
-TEST(Subboard, IdentityAndPresence) {
-    const test_board board = fresh("mpu_master");
-    EXPECT_EQ(board_calls_print(board, {"subboard_get_type" + self + "0", "subboard_get_pcb_ver" + self + "0",
-                                        "subboard_get_bom_ver" + self + "0", "subboard_get_bom_id" + self + "0",
-                                        "subboard_get_online_status" + self + "0",
-                                        "subboard_get_online_status_ex" + self + "0 128"}),
-              "0x0 33\n0x0 1\n0x0 2\n0x0 4\n0x0 0\n0x0 0 \"\"\n");
-    EXPECT_EQ(board_calls_print(board, {"subboard_get_type" + self + "2", "subboard_get_online_status" + self + "3",
-                                        "subboard_get_type" + self + "1", "subboard_get_online_status" + self + "1",
-                                        "subboard_get_type" + card5 + "0", "subboard_get_type 0xff000006 0"}),
-              not_supported + not_supported + no_such_device + no_such_device + not_supported + no_such_instance);
-}
-
-TEST(Subboard, AnAbsentOneOnlySaysSo) {
-    EXPECT_EQ(board_calls_print(fresh_with("lpu", {{"self/sim_subboard/subboard/30/absent", "1"}}),
-                                {"subboard_get_online_status" + self + "30",
-                                 "subboard_get_online_status_ex" + self + "30 128", "subboard_get_type" + self + "30",
-                                 "subboard_get_online_status_ex" + self + "30 5"}),
-              "0x0 1\n0x0 1 \"sub-board 30 is absent\"\n" + no_such_instance + too_small);
-}
-
-TEST(Smb, ErrorCounters) {
-    const test_board board =
-        fresh_with("mpu_master", {{"self/sim_smb/link/7/tx_errors", "2"}, {"self/sim_smb/link/7/rx_errors", "5"}});
-    EXPECT_EQ(board_calls_print(board, {"smb_get_tx_err_count" + self + "7", "smb_get_tx_err_count" + self + "7",
-                                        "smb_get_rx_err_count" + self + "7", "smb_get_tx_err_count" + self + "0",
-                                        "smb_get_rx_err_count" + self + "17", "smb_get_tx_err_count" + card5 + "0"}),
-              "0x0 2\n0x0 2\n0x0 5\n0x0 0\n" + no_such_device + not_supported);
 }
 
 TEST(Outputs, NullPointersAreRefused) {

@@ -191,16 +191,4 @@ TEST(Cards, OnTheBoardByCardNumber) {
               "0x0 0\n0x0 0\n0x0 1\n" + no_such_device);
 }
 
-TEST(Pic, LoadAndUnloadOfCards) {
-    EXPECT_EQ(board_calls_print(fresh("mpu_master"),
-                                {"pic_xml_load" + card5, "pic_xml_unload" + card5, "get_type" + card5,
-                                 "pic_xml_load" + self, "pic_xml_unload" + self, "pic_xml_load 0xff000007",
-                                 "pic_xml_load 0xff000006", "pic_xml_unload 0xff000011"}),
-              ok + ok + "0x0 36708865\n" + not_supported + not_supported + not_supported + no_such_instance +
-                  no_such_instance);
-    EXPECT_EQ(board_calls_print(fresh("lpu"),
-                                {"pic_xml_load 0x0100ffff", "pic_xml_unload 0x0200ffff", "pic_xml_load 0x0300ffff"}),
-              ok + ok + no_such_instance);
-}
-
 } // namespace kestro_tests
