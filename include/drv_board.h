@@ -138,8 +138,8 @@ uint32_t drv_board_set_bbox_enable(uint32_t inst_id, uint32_t enable);
 uint32_t drv_board_set_bbox_time(uint32_t inst_id, uint32_t time_value);
 
 /* SMI buses. source: 0 main, 1 backup. */
-uint32_t drv_board_check_smi(uint32_t inst_id, uint32_t bus_id, DRV_OUT uint32_t *result,
-                             DRV_OUT_TEXT(size) char *dfx, uint32_t size);
+uint32_t drv_board_check_smi(uint32_t inst_id, uint32_t bus_id, DRV_OUT uint32_t *result, DRV_OUT_TEXT(size) char *dfx,
+                             uint32_t size);
 uint32_t drv_board_check_smi_crc(uint32_t inst_id, uint32_t bus_id, DRV_OUT uint32_t *result,
                                  DRV_OUT_TEXT(size) char *dfx, uint32_t size);
 uint32_t drv_board_check_smi_los(uint32_t inst_id, uint32_t bus_id, DRV_OUT uint32_t *result,

@@ -33,8 +33,7 @@ uint32_t drv_voltage_check_power(uint32_t inst_id, uint32_t power_id, DRV_OUT ui
                                  DRV_OUT_TEXT(len) char *buffer, uint32_t len);
 
 /* The rail's name, at most size bytes. */
-uint32_t drv_voltage_get_node_desc(uint32_t inst_id, uint32_t voltage_id, DRV_OUT_TEXT(size) char *desc,
-                                   uint32_t size);
+uint32_t drv_voltage_get_node_desc(uint32_t inst_id, uint32_t voltage_id, DRV_OUT_TEXT(size) char *desc, uint32_t size);
 
 DRV_END_DECLS
 

@@ -1,7 +1,7 @@
 // Slots of the chassis, as the backplane is built: what is in them makes no difference here.
 #include "drv_slot.h"
 
-#include "sim/drv/driver.h"
+#include "sim/drv/board/unit.h"
 
 using namespace kestro_sim;
 
@@ -15,12 +15,6 @@ const std::string self{self_instance};
 
 uint32_t type_of(board &desk, uint32_t slot_id) {
     return desk.get(desk.find_at(self, slots, slot_id), "type");
-}
-
-uint32_t range_limit(board &desk, const char *name) {
-    const auto limit = element_number(desk.described().element(self, "sim_chassis", "slots", "range", name));
-    refuse_if(!limit, error::not_supported);
-    return static_cast<uint32_t>(*limit);
 }
 
 // Ascending. A type that is known but has no slot in this chassis gives an empty list.
@@ -44,8 +38,8 @@ uint32_t drv_slot_get_type(uint32_t slot_id, uint32_t *type) {
 uint32_t drv_slot_get_range(uint32_t *slot_min, uint32_t *slot_max) {
     return operate([&](board &desk) {
         refuse_null(slot_min, slot_max);
-        const uint32_t first = range_limit(desk, "first");
-        *slot_max = range_limit(desk, "last");
+        const uint32_t first = slot_range_limit(desk, "first");
+        *slot_max = slot_range_limit(desk, "last");
         *slot_min = first;
     });
 }

@@ -5,16 +5,6 @@
 
 using namespace kestro_sim;
 
-namespace {
-
-uint32_t slot_limit(board &desk, const char *name) {
-    const auto limit = element_number(desk.described().element(self_instance, "sim_chassis", "slots", "range", name));
-    refuse_if(!limit, error::not_supported);
-    return static_cast<uint32_t>(*limit);
-}
-
-} // namespace
-
 uint32_t drv_board_get_self_slotid(uint32_t *slot_id) {
     return operate([&](board &desk) {
         refuse_null(slot_id);
@@ -44,7 +34,7 @@ uint32_t drv_board_check_slotid(uint32_t inst_id, uint32_t *result, char *dfx, u
         const uint32_t logic_slot = desk.get(self, "logic_slot");
         const uint32_t slot = own_slot(desk);
         finding found;
-        if (slot < slot_limit(desk, "first") || slot > slot_limit(desk, "last")) {
+        if (slot < slot_range_limit(desk, "first") || slot > slot_range_limit(desk, "last")) {
             add_fault(found, "slot " + std::to_string(slot) + " is beyond the chassis");
         }
         if (logic_slot < slot) {

@@ -48,6 +48,12 @@ uint32_t peer_slot(board &desk, uint32_t inst_id) {
     return desk.get(unit(desk, inst_id), "peer_slot");
 }
 
+uint32_t slot_range_limit(board &desk, const char *name) {
+    const auto limit = element_number(desk.described().element(self_instance, "sim_chassis", "slots", "range", name));
+    refuse_if(!limit, error::not_supported);
+    return static_cast<uint32_t>(*limit);
+}
+
 std::string place_of_slot(board &desk, uint32_t slot_id) {
     refuse_if(slot_id > slot_max, error::no_such_device);
     return desk.place(slot_selector | slot_id);

@@ -19,6 +19,9 @@ uint32_t own_slot(board &desk);
 // The place beside a main processing unit. A board without a peer refuses as not supported.
 uint32_t peer_slot(board &desk, uint32_t inst_id);
 
+// "first" or "last" slot of the chassis.
+uint32_t slot_range_limit(board &desk, const char *name);
+
 std::string place_of_slot(board &desk, uint32_t slot_id);
 
 // Cards stand in card slots of the chassis, or on the board itself.
