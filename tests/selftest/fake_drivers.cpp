@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "board_xml.h"
 #include "drv_eeprom.h"
@@ -58,12 +60,35 @@ uint32_t xml_get_element_value_u32(uint32_t, const char *module, const char *nod
     return 0;
 }
 
-// The kernel's table of interrupts is the test's own.
+// The board's files are the test's own: these stand in front of the C library's.
+
+namespace {
+
+const char *place_of(const char *path) {
+    const auto found = drivers().files.find(path);
+    return found == drivers().files.end() ? path : found->second.c_str();
+}
+
+template <typename function> function next_of(const char *name) {
+    return reinterpret_cast<function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
 extern "C" FILE *fopen(const char *path, const char *mode) {
-    using open_function = FILE *(*)(const char *, const char *);
-    static const auto real = reinterpret_cast<open_function>(dlsym(RTLD_NEXT, "fopen"));
+    static const auto real = next_of<FILE *(*)(const char *, const char *)>("fopen");
     if (strcmp(path, "/proc/interrupts") == 0) {
         return real(drivers().proc_interrupts.c_str(), mode);
     }
     return real(path, mode);
+}
+
+extern "C" int stat(const char *path, struct stat *status) noexcept {
+    static const auto real = next_of<int (*)(const char *, struct stat *)>("stat");
+    return real(place_of(path), status);
+}
+
+extern "C" int execve(const char *path, char *const argv[], char *const environment[]) noexcept {
+    static const auto real = next_of<int (*)(const char *, char *const[], char *const[])>("execve");
+    return real(place_of(path), argv, environment);
 }

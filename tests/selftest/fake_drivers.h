@@ -16,6 +16,7 @@ struct fake_drivers {
     uint32_t entry_num = 0;
     std::map<std::string, uint32_t> elements; // "module/node/entry/element"
     std::string proc_interrupts;              // path of the file that stands for /proc/interrupts
+    std::map<std::string, std::string> files; // paths of the board, and where the test keeps the files
 };
 
 // The one set of answers; every test starts from a fresh one.

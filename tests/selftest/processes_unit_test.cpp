@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -48,15 +49,39 @@ TEST(RunProgramTest, AProgramThatCannotRunIsLoggedOnce) {
     EXPECT_TRUE(drivers().log_lines.empty()) << "the child logs, not the parent";
 }
 
-TEST(InstallScriptTest, AMissingScriptIsLogged) {
-    if (find_install_script() != nullptr) {
-        FAIL() << "this machine has an install script of its own: " << find_install_script();
+// Whatever this machine has at the two places, the board of the test has these.
+class InstallScriptTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        drivers() = {};
+        drivers().files = {{first, "/nonexistent/first"}, {second, "/nonexistent/second"}};
     }
-    drivers() = {};
+    static constexpr const char *first = "/etc/install_itp.sh";
+    static constexpr const char *second = "/etc/init.d/install_itp.sh";
+};
+
+TEST_F(InstallScriptTest, AMissingScriptIsLogged) {
+    EXPECT_EQ(find_install_script(), nullptr);
     EXPECT_EQ(install_script_present(), 0);
     EXPECT_EQ(printed_by([] { run_install_script(7); }), "\r\n[base][error]:Failed to run test script:file not found.");
     EXPECT_EQ(drivers().log_lines,
               (std::vector<std::string>{"0/1/0: [base]:Failed to run test script:file not found."}));
+}
+
+TEST_F(InstallScriptTest, TheFirstOfTwoPlacesServes) {
+    drivers().files[second] = script("echo second\n");
+    EXPECT_STREQ(find_install_script(), second);
+    drivers().files[first] = script("echo first\n");
+    EXPECT_STREQ(find_install_script(), first);
+    EXPECT_EQ(install_script_present(), 1);
+}
+
+TEST_F(InstallScriptTest, RunsWithTheTestNumberAndAnEmptyEnvironment) {
+    setenv("KESTRO_MARK", "set", 1);
+    drivers().files[second] = script("echo \"$# $1 [$KESTRO_MARK]\"\n");
+    EXPECT_EQ(printed_by([] { run_install_script(4294967295U); }), "1 4294967295 []\n");
+    unsetenv("KESTRO_MARK");
+    EXPECT_TRUE(drivers().log_lines.empty());
 }
 
 TEST(LoadSymbolTest, GivesTheSymbolAndLeavesTheHandleToTheCaller) {
