@@ -6,6 +6,7 @@
 
 #include "bounds/bounds.h"
 #include "drv_log.h"
+#include "shell/console.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ void print_message(const char *tag, uint32_t level, const char *message) {
         printf("\r\n[%s][%s]:%s", tag, level_names[level], message);
     }
     // The line has no end of its own, and the driver is called next.
-    fflush(stdout);
+    flush_partial_line();
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -91,4 +92,18 @@ extern "C" int stat(const char *path, struct stat *status) noexcept {
 extern "C" int execve(const char *path, char *const argv[], char *const environment[]) noexcept {
     static const auto real = next_of<int (*)(const char *, char *const[], char *const[])>("execve");
     return real(place_of(path), argv, environment);
+}
+
+extern "C" int open(const char *path, int flags, ...) {
+    static const auto real = next_of<int (*)(const char *, int, ...)>("open");
+    va_list values;
+    va_start(values, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? static_cast<mode_t>(va_arg(values, unsigned)) : 0;
+    va_end(values);
+    return real(place_of(path), flags, mode);
+}
+
+extern "C" ssize_t read(int file, void *buffer, size_t size) {
+    static const auto real = next_of<ssize_t (*)(int, void *, size_t)>("read");
+    return real(file, buffer, drivers().short_reads && size > 0 ? size - 1 : size);
 }

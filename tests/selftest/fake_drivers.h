@@ -17,6 +17,7 @@ struct fake_drivers {
     std::map<std::string, uint32_t> elements; // "module/node/entry/element"
     std::string proc_interrupts;              // path of the file that stands for /proc/interrupts
     std::map<std::string, std::string> files; // paths of the board, and where the test keeps the files
+    bool short_reads = false;                 // every read gives one byte less than it could
 };
 
 // The one set of answers; every test starts from a fresh one.

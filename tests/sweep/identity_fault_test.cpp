@@ -65,12 +65,21 @@ TEST(IdentitySweep, EachFailingAllocationLeavesTheIdentity) {
     const size_t first = 2 + 2 * (all_modules().size() + sub_commands_of("board_test").size()) + 1;
     const std::string reference = run_with({"--reset"}, self_test).out;
     int unaffected = 0;
+    std::string outputs;
     size_t n = first;
     for (; unaffected < unaffected_runs; ++n) {
         const std::string output =
             expect_identity_kept({"--fail-alloc", std::to_string(n)}, "failing allocation " + std::to_string(n));
         unaffected = output == reference ? unaffected + 1 : 0;
+        outputs += output;
     }
+    EXPECT_NE(outputs.find("set pic elabel malloc image buffer failed\r\n"
+                           "there is no such file: /opt/hostx/home/elabel.txt. so load test info :elable test test "
+                           "test test ...\r\n"),
+              std::string::npos);
+    EXPECT_NE(outputs.find("Error: mac num read fail, len = 12.\r\n"
+                           "Error: orignal mac read fail.ret =0xffffffff original_mac_num = 2\r\n"),
+              std::string::npos);
     // The label's image, and two areas for each type of MAC address.
     EXPECT_EQ(n - unaffected_runs - first, 1U + 2 * 6);
 }
