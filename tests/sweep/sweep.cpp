@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
+#include <set>
 #include <sstream>
 
 namespace kestro_tests {
@@ -27,16 +29,23 @@ process_result run_with(std::vector<std::string> options, const std::vector<std:
     return run_sim(options, line, process);
 }
 
-std::vector<std::string> calls_of(const std::vector<std::string> &line) {
+const good_run &good_run_of(const std::vector<std::string> &line) {
+    static std::map<std::string, good_run> runs;
     static const std::string trace = new_scratch_dir() + "/trace";
+    const auto [entry, is_new] = runs.try_emplace(joined(line));
+    good_run &run = entry->second;
+    if (!is_new) {
+        return run;
+    }
     const process_result result = run_with({"--reset", "--trace", trace}, line);
     expect_clean_end(result, joined(line));
-    std::istringstream lines(read_file(trace));
-    std::vector<std::string> calls;
+    run.output = result.out;
+    run.trace = read_file(trace);
+    std::istringstream lines(run.trace);
     for (std::string call; std::getline(lines, call);) {
-        calls.push_back(call.substr(0, call.find('(')));
+        run.calls.push_back(call.substr(0, call.find('(')));
     }
-    return calls;
+    return run;
 }
 
 std::vector<std::string> most_calling_line(const sub_command &command) {
@@ -44,13 +53,26 @@ std::vector<std::string> most_calling_line(const sub_command &command) {
     size_t most = 0;
     for (const std::vector<std::string> &words : word_sets) {
         const std::vector<std::string> line = command_line(command, words);
-        const size_t calls = calls_of(line).size();
+        const size_t calls = good_run_of(line).calls.size();
         if (calls > most) {
             most = calls;
             best = line;
         }
     }
     return best;
+}
+
+std::vector<std::vector<std::string>> differing_lines(const sub_command &command) {
+    std::set<std::string> seen;
+    std::vector<std::vector<std::string>> lines;
+    for (const std::vector<std::string> &words : word_sets) {
+        const std::vector<std::string> line = command_line(command, words);
+        const good_run &run = good_run_of(line);
+        if (seen.insert(run.trace + run.output).second) {
+            lines.push_back(line);
+        }
+    }
+    return lines;
 }
 
 std::string fault_at(const std::vector<std::string> &calls, size_t n, const std::string &fault) {
