@@ -1,6 +1,6 @@
 // The board families against the descriptions: every device that a delivered description names for the checks is there
 // and well, and a misspelt register is named.
-#include "tests/sim/board_support.h"
+#include "tests/sim/support.h"
 
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
@@ -28,11 +28,11 @@ std::vector<std::string> described(const std::string &board, const std::string &
 
 void expect_all(const std::string &board, const std::string &node, const std::string &element, const std::string &call,
                 const std::string &rest, const std::string &answer) {
-    const test_board desk = fresh(board);
+    const test_board desk = new_delivered(board);
     const std::vector<std::string> ids = described(board, node, element);
     EXPECT_FALSE(ids.empty()) << board << ' ' << node;
     for (const std::string &id : ids) {
-        EXPECT_EQ(board_calls_print(desk, {call + self + id + rest}), answer) << board << ' ' << call << ' ' << id;
+        EXPECT_EQ(calls_print(desk, {call + self + id + rest}), answer) << board << ' ' << call << ' ' << id;
     }
 }
 
@@ -53,9 +53,9 @@ class DeliveredBoard : public testing::TestWithParam<const char *> {};
 
 TEST_P(DeliveredBoard, HasTheDevicesItNames) {
     const std::string board = GetParam();
-    expect_all(board, "weld_map", "chip_id", "check_four_corner_status", " 128", "0x0 0 \"\"\n");
-    expect_all(board, "board_epld_power", "power_type", "get_power_status", "", "0x0 1\n");
-    expect_all(board, "dimm_info", "chip_id", "check_dimm_bus_status", " 128", "0x0 0 \"\"\n");
+    expect_all(board, "weld_map", "chip_id", "board_check_four_corner_status", " 128", "0x0 0 \"\"\n");
+    expect_all(board, "board_epld_power", "power_type", "board_get_power_status", "", "0x0 1\n");
+    expect_all(board, "dimm_info", "chip_id", "board_check_dimm_bus_status", " 128", "0x0 0 \"\"\n");
     expect_all(board, "board_epld", "smb_tx_err_id", "smb_get_tx_err_count", "", "0x0 0\n");
     expect_all(board, "board_epld", "smb_rx_err_id", "smb_get_rx_err_count", "", "0x0 0\n");
 }
@@ -63,12 +63,12 @@ TEST_P(DeliveredBoard, HasTheDevicesItNames) {
 TEST_P(DeliveredBoard, CountsItsLogicChips) {
     const std::string board = GetParam();
     const size_t chips = described(board, "cpld_cfg", "chip_id").size();
-    EXPECT_EQ(board_calls_print(fresh(board), {"get_cpld_num" + self}), "0x0 " + std::to_string(chips) + "\n");
+    EXPECT_EQ(calls_print(new_delivered(board), {"board_get_cpld_num" + self}), "0x0 " + std::to_string(chips) + "\n");
 }
 
 TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
     const std::string board = GetParam();
-    const test_board desk = fresh(board);
+    const test_board desk = new_delivered(board);
     pugi::xml_document document;
     ASSERT_TRUE(document.load_file(delivered_board(board).c_str()));
     const auto entries = document.select_nodes("//node[@name='subboard_attr']/entry");
@@ -81,7 +81,7 @@ TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
                                             {"pcb_cfg", "subboard_get_pcb_ver"},
                                             {"bom_ver_cfg", "subboard_get_bom_ver"},
                                             {"online_cfg", "subboard_get_online_status"}}) {
-            const std::string answer = board_calls_print(desk, {call + self + value("subboard_id")});
+            const std::string answer = calls_print(desk, {call + self + value("subboard_id")});
             EXPECT_EQ(answer.substr(0, 4) == "0x0 ", value(element) != "255") << call << value("subboard_id");
         }
     }
@@ -89,7 +89,7 @@ TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
 
 TEST_P(DeliveredBoard, HasTheInterruptsItNames) {
     const std::string board = GetParam();
-    const test_board desk = fresh(board);
+    const test_board desk = new_delivered(board);
     pugi::xml_document document;
     ASSERT_TRUE(document.load_file(delivered_board(board).c_str()));
     const auto lines = document.select_nodes("//module[@name='irq_combiner']/node/entry[element/@name='index_id']");
@@ -98,7 +98,7 @@ TEST_P(DeliveredBoard, HasTheInterruptsItNames) {
         const auto value = [&](const char *name) -> std::string {
             return line.node().find_child_by_attribute("element", "name", name).attribute("value").value();
         };
-        EXPECT_EQ(board_calls_print(desk, {"check_int_status " + value("index_id") + " " + value("type") + " 128"}),
+        EXPECT_EQ(calls_print(desk, {"board_check_int_status " + value("index_id") + " " + value("type") + " 128"}),
                   "0x0 0 \"\"\n")
             << value("index_id");
     }

@@ -1,450 +1,261 @@
 // Makes driver calls, one per argument ("mac_get_num 0xffffffff 1"), and prints the result code and the answers of
-// each on a line of its own. Areas are handed over with a guard behind them, so that a write beyond the end shows.
+// each on a line of its own. "null_" before a name makes the call once for each of its pointers, with that one missing.
+// An area that was written beyond its end shows as OVERRUN, an answer that comes with an error as TOUCHED.
+#include "tests/sim/call_arguments.h"
+#include "tests/sim/special_calls.h"
+
 #include "board_xml.h"
+#include "drv_avs.h"
 #include "drv_barcode.h"
+#include "drv_board.h"
 #include "drv_eeprom.h"
 #include "drv_elabel.h"
-#include "drv_log.h"
+#include "drv_led.h"
 #include "drv_mac.h"
 #include "drv_msc.h"
+#include "drv_pic.h"
+#include "drv_reset.h"
+#include "drv_slot.h"
+#include "drv_smb.h"
+#include "drv_subboard.h"
+#include "drv_voltage.h"
 #include "nb_bsp.h"
 
-#include <algorithm>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
-#include <functional>
 #include <map>
-#include <sstream>
 #include <string>
-#include <vector>
+
+namespace kestro_tests {
 
 namespace {
 
-constexpr uint32_t untouched = 0xCCCCCCCCU;
-constexpr size_t guard = 64;
-
-// The words of one call; a word "null" stands for a null pointer.
-class words {
+class call_table {
   public:
-    explicit words(const std::string &text) : stream_(text) {
+    call_table() {
+        add_identity_areas(calls_);
+        add_listeners(calls_);
+        add_other_specials(calls_);
     }
-    std::string next() {
-        std::string word;
-        stream_ >> word;
-        return word;
+    template <typename... Parameters> void add(const std::string &name, uint32_t (*operation)(Parameters...)) {
+        calls_[name] = call_of(operation);
+        calls_["null_" + name] = nulls_of(operation);
     }
-    uint32_t number() {
-        return static_cast<uint32_t>(strtoul(next().c_str(), nullptr, 0));
+    bool make(const std::string &text) const {
+        words call(text);
+        const auto found = calls_.find(call.next());
+        if (found == calls_.end()) {
+            return false;
+        }
+        found->second(call);
+        return true;
     }
 
   private:
-    std::istringstream stream_;
+    std::map<std::string, handler> calls_;
 };
 
-// Text arguments of the description queries.
-struct name_argument {
-    explicit name_argument(words &call) : text(call.next()) {
-    }
-    const char *get() const {
-        return text == "null" ? nullptr : text.c_str();
-    }
-    std::string text;
-};
-
-// An area of size bytes that the driver writes.
-struct area {
-    explicit area(size_t length) : size(length), bytes(length + guard, 0xCC) {
-    }
-    bool is_guard_whole() const {
-        return std::all_of(bytes.begin() + static_cast<ptrdiff_t>(size), bytes.end(),
-                           [](uint8_t byte) { return byte == 0xCC; });
-    }
-    size_t size;
-    std::vector<uint8_t> bytes;
-};
-
-void print_text(const std::vector<uint8_t> &bytes, size_t size) {
-    printf(" \"");
-    for (size_t i = 0; i < size && bytes[i] != 0; ++i) {
-        if (bytes[i] >= 0x20 && bytes[i] < 0x7F) {
-            printf("%c", bytes[i]);
-        } else {
-            printf("\\%02x", bytes[i]);
-        }
-    }
-    printf("\"");
+void add_identity(call_table &calls) {
+    calls.add("elabel_init", drv_elabel_init);
+    calls.add("elabel_deinit", drv_elabel_deinit);
+    calls.add("barcode_init", drv_barcode_init);
+    calls.add("barcode_deinit", drv_barcode_deinit);
+    calls.add("mac_init", drv_mac_init);
+    calls.add("mac_deinit", drv_mac_deinit);
+    calls.add("mac_get_num", drv_mac_get_num);
+    calls.add("mac_get_addr_num", drv_mac_get_addr_num);
+    calls.add("mac_set_num", drv_mac_set_num);
+    calls.add("msc_get_state", drv_msc_get_state);
+    calls.add("eeprom_read", drv_eeprom_read_data);
+    calls.add("gpio_read", nb_gpio_read);
+    calls.add("gpio_write", nb_gpio_write);
+    calls.add("card_id", get_card_id);
+    calls.add("find_section", find_section_info_by_section);
 }
 
-void print_hex(const std::vector<uint8_t> &bytes, size_t size) {
-    printf(" [");
-    for (size_t i = 0; i < size; ++i) {
-        printf("%s%02x", i == 0 ? "" : " ", bytes[i]);
-    }
-    printf("]");
+void add_description(call_table &calls) {
+    calls.add("load", xml_load);
+    calls.add("unload", xml_unload);
+    calls.add("entry_num", xml_get_entry_num);
+    calls.add("node_num", xml_get_node_num);
+    calls.add("specified_node_num", xml_get_specified_node_num);
+    calls.add("string", xml_get_element_string);
+    calls.add("u32", xml_get_element_value_u32);
+    calls.add("u64", xml_get_element_value_u64);
+    calls.add("module_exist", xml_is_module_exist);
+    calls.add("node_exist", xml_is_node_exist);
+    calls.add("entry_exist", xml_is_entry_exist);
+    calls.add("element_exist", xml_is_element_exist);
 }
 
-enum class show { text, hex };
-
-void print_area(uint32_t result, const area &read, show how) {
-    printf("0x%x", result);
-    if (result == 0) {
-        how == show::text ? print_text(read.bytes, read.size) : print_hex(read.bytes, read.size);
-    }
-    printf("%s\n", read.is_guard_whole() ? "" : " OVERRUN");
+void add_board_identity(call_table &calls) {
+    calls.add("board_init", drv_board_init);
+    calls.add("board_deinit", drv_board_deinit);
+    calls.add("board_get_type", drv_board_get_type);
+    calls.add("board_set_type", drv_board_set_type);
+    calls.add("board_get_pcb_ver", drv_board_get_pcb_ver);
+    calls.add("board_get_usr_pcb_ver", drv_board_get_usr_pcb_ver);
+    calls.add("board_get_soft_pcb_ver", drv_board_get_soft_pcb_ver);
+    calls.add("board_get_bom_ver", drv_board_get_bom_ver);
+    calls.add("board_get_bom_id", drv_board_get_bom_id);
+    calls.add("board_get_power", drv_board_get_power);
+    calls.add("board_get_capability", drv_board_get_capability);
+    calls.add("board_get_online_status", drv_board_get_online_status);
+    calls.add("board_get_online_status_ex", drv_board_get_online_status_ex);
+    calls.add("board_set_online_status", drv_board_set_online_status);
+    calls.add("board_get_self_online_status", drv_board_get_self_online_status);
+    calls.add("board_get_peer_online_status", drv_board_get_peer_online_status);
 }
 
-// By reference: the call that is the first argument writes the value.
-template <typename Value> void print_value(uint32_t result, const Value &value) {
-    if (result == 0) {
-        printf("0x0 %llu\n", static_cast<unsigned long long>(value));
-    } else {
-        printf("0x%x%s\n", result, value == untouched ? "" : " TOUCHED");
-    }
+void add_board_places(call_table &calls) {
+    calls.add("board_get_fullin_status", drv_board_get_fullin_status);
+    calls.add("board_check_fullin_status", drv_board_check_fullin_status);
+    calls.add("board_get_self_slotid", drv_board_get_self_slotid);
+    calls.add("board_get_peer_slotid", drv_board_get_peer_slotid);
+    calls.add("board_get_self_logic_slotid", drv_board_get_self_logic_slotid);
+    calls.add("board_get_peer_logic_slotid", drv_board_get_peer_logic_slotid);
+    calls.add("board_check_slotid", drv_board_check_slotid);
+    calls.add("board_get_card_ok", drv_board_get_card_ok);
+    calls.add("board_get_card_list", drv_board_get_card_list);
+    calls.add("board_get_mpu_status", drv_board_get_mpu_status);
+    calls.add("board_check_mpu_status", drv_board_check_mpu_status);
+    calls.add("board_check_int_status", drv_board_check_int_status);
 }
 
-void print_result(uint32_t result) {
-    printf("0x%x\n", result);
+void add_board_devices(call_table &calls) {
+    calls.add("board_get_bootrom_size", drv_board_get_bootrom_size);
+    calls.add("board_get_flash_size", drv_board_get_flash_size);
+    calls.add("board_get_nandflash_size", drv_board_get_nandflash_size);
+    calls.add("board_get_nvram_size", drv_board_get_nvram_size);
+    calls.add("board_get_sdram_size", drv_board_get_sdram_size);
+    calls.add("board_get_dimm_info", drv_board_get_dimm_info);
+    calls.add("board_get_dimm_temperature", drv_board_get_dimm_temperature);
+    calls.add("board_check_dimm_bus_status", drv_board_check_dimm_bus_status);
+    calls.add("board_get_ddr_event", drv_board_get_ddr_event);
+    calls.add("board_get_cpld_ver", drv_board_get_cpld_ver);
+    calls.add("board_get_cpld_num", drv_board_get_cpld_num);
+    calls.add("board_get_ctrl_fpga_num", drv_board_get_ctrl_fpga_num);
+    calls.add("board_get_bios_ver", drv_board_get_bios_ver);
+    calls.add("board_get_area", drv_board_get_area);
+    calls.add("board_check_bios", drv_board_check_bios);
+    calls.add("board_get_peer_bootstep", drv_board_get_peer_bootstep);
+    calls.add("board_get_self_bootstep", drv_board_get_self_bootstep);
+    calls.add("board_set_self_bootstep", drv_board_set_self_bootstep);
+    calls.add("board_get_factory_reset_flag", drv_board_get_factory_reset_flag);
 }
 
-// Text padded with zeros to len bytes.
-std::vector<uint8_t> padded(const std::string &text, size_t len) {
-    std::vector<uint8_t> bytes(text.begin(), text.end());
-    bytes.resize(len, 0);
-    return bytes;
+void add_board_health(call_table &calls) {
+    calls.add("board_set_power_on", drv_board_set_power_on);
+    calls.add("board_set_power_off", drv_board_set_power_off);
+    calls.add("board_get_power_status", drv_board_get_power_status);
+    calls.add("board_check_low_voltage", drv_board_check_low_voltage);
+    calls.add("board_get_four_corner_status", drv_board_get_four_corner_status);
+    calls.add("board_check_four_corner_status", drv_board_check_four_corner_status);
+    calls.add("board_check_corrosion_status", drv_board_check_corrosion_status);
+    calls.add("board_set_sfu_isolate", drv_board_set_sfu_isolate);
+    calls.add("board_get_sfu_isolate", drv_board_get_sfu_isolate);
+    calls.add("board_set_sfu_fullin_isolate_en", drv_board_set_sfu_fullin_isolate_en);
+    calls.add("board_get_sfu_fullin_isolate_en", drv_board_get_sfu_fullin_isolate_en);
+    calls.add("board_set_bbox_enable", drv_board_set_bbox_enable);
+    calls.add("board_set_bbox_time", drv_board_set_bbox_time);
+    calls.add("board_check_smi", drv_board_check_smi);
+    calls.add("board_check_smi_crc", drv_board_check_smi_crc);
+    calls.add("board_check_smi_los", drv_board_check_smi_los);
+    calls.add("board_set_backup_smi_en", drv_board_set_backup_smi_en);
+    calls.add("board_set_smi_source", drv_board_set_smi_source);
+    calls.add("board_get_smi_source", drv_board_get_smi_source);
+    calls.add("board_get_tpm_online_status", drv_board_get_tpm_online_status);
+    calls.add("board_get_tpm_active_status", drv_board_get_tpm_active_status);
 }
 
-using area_read = uint32_t (*)(uint32_t, uint32_t, uint8_t *, uint32_t);
-using area_write = uint32_t (*)(uint32_t, uint32_t, const uint8_t *, uint32_t);
-
-void read_area(words &call, area_read read) {
-    const uint32_t inst = call.number();
-    const uint32_t id = call.number();
-    const uint32_t len = call.number();
-    area text(std::min<uint32_t>(len, 4096));
-    print_area(read(inst, id, text.bytes.data(), len), text, show::text);
+void add_other_families(call_table &calls) {
+    calls.add("subboard_get_type", drv_subboard_get_type);
+    calls.add("subboard_get_pcb_ver", drv_subboard_get_pcb_ver);
+    calls.add("subboard_get_bom_ver", drv_subboard_get_bom_ver);
+    calls.add("subboard_get_bom_id", drv_subboard_get_bom_id);
+    calls.add("subboard_get_online_status", drv_subboard_get_online_status);
+    calls.add("subboard_get_online_status_ex", drv_subboard_get_online_status_ex);
+    calls.add("smb_get_tx_err_count", drv_smb_get_tx_err_count);
+    calls.add("smb_get_rx_err_count", drv_smb_get_rx_err_count);
+    calls.add("pic_xml_load", drv_pic_xml_load);
+    calls.add("pic_xml_unload", drv_pic_xml_unload);
 }
 
-void write_area(words &call, area_write write) {
-    const uint32_t inst = call.number();
-    const uint32_t id = call.number();
-    const uint32_t len = call.number();
-    const std::vector<uint8_t> text = padded(call.next(), std::max<size_t>(len, 4096));
-    print_result(write(inst, id, text.data(), len));
+void add_slots_and_voltages(call_table &calls) {
+    calls.add("slot_get_type", drv_slot_get_type);
+    calls.add("slot_get_range", drv_slot_get_range);
+    calls.add("slot_get_num", drv_slot_get_num);
+    calls.add("slot_get_start_num", drv_slot_get_start_num);
+    calls.add("slot_get_list", drv_slot_get_list);
+    calls.add("voltage_init", drv_voltage_init);
+    calls.add("voltage_exit", drv_voltage_exit);
+    calls.add("voltage_get_value", drv_voltage_get_value);
+    calls.add("voltage_set_value", drv_voltage_set_value);
+    calls.add("voltage_get_warning_th", drv_voltage_get_warning_th);
+    calls.add("voltage_set_warning_th", drv_voltage_set_warning_th);
+    calls.add("voltage_get_alarm_th", drv_voltage_get_alarm_th);
+    calls.add("voltage_set_alarm_th", drv_voltage_set_alarm_th);
+    calls.add("voltage_get_alarm", drv_voltage_get_alarm);
+    calls.add("voltage_get_history_value", drv_voltage_get_history_value);
+    calls.add("voltage_check_vrm_alert", drv_voltage_check_vrm_alert);
+    calls.add("voltage_check_power", drv_voltage_check_power);
+    calls.add("voltage_get_node_desc", drv_voltage_get_node_desc);
+    calls.add("avs_dump_dfx_info", drv_avs_dump_dfx_info);
 }
 
-// The same byte all over, so that a mixture of two writes shows.
-void fill_area(words &call, area_write write, uint32_t size) {
-    const uint32_t inst = call.number();
-    const auto byte = static_cast<uint8_t>(call.number());
-    const uint32_t times = call.number();
-    uint32_t result = 0;
-    for (uint32_t i = 0; i < times; ++i) {
-        const std::vector<uint8_t> label(size, static_cast<uint8_t>(byte + (i & 1U)));
-        result |= write(inst, 0, label.data(), size);
-    }
-    print_result(result);
+void add_lamps(call_table &calls) {
+    calls.add("led_patch_func1", drv_led_patch_func1);
+    calls.add("led_patch_func2", drv_led_patch_func2);
+    calls.add("led_set_lamptest_enable", drv_led_set_lamptest_enable);
+    calls.add("led_get_lamptest_enable", drv_led_get_lamptest_enable);
+    calls.add("led_set_lamptest_ctrl_enable", drv_led_set_lamptest_ctrl_enable);
+    calls.add("led_get_lamptest_ctrl_enable", drv_led_get_lamptest_ctrl_enable);
+    calls.add("led_get_lamptest_support", drv_led_get_lamptest_support);
+    calls.add("led_get_lamptest_status", drv_led_get_lamptest_status);
+    calls.add("led_get_color", drv_led_get_color);
+    calls.add("led_set_color", drv_led_set_color);
+    calls.add("led_get_mode", drv_led_get_mode);
 }
 
-void fill_macs(words &call) {
-    const uint32_t inst = call.number();
-    const auto byte = static_cast<uint8_t>(call.number());
-    const uint32_t times = call.number();
-    uint32_t result = 0;
-    for (uint32_t i = 0; i < times; ++i) {
-        const std::vector<uint8_t> addr(6, static_cast<uint8_t>(byte + (i & 1U)));
-        result |= drv_mac_set_addr_num(inst, 1, addr[0], addr.data());
-    }
-    print_result(result);
-}
-
-std::vector<uint8_t> address(words &call) {
-    const unsigned long long number = strtoull(call.next().c_str(), nullptr, 0);
-    std::vector<uint8_t> bytes;
-    for (int shift = 40; shift >= 0; shift -= 8) {
-        bytes.push_back(static_cast<uint8_t>(number >> shift));
-    }
-    return bytes;
-}
-
-void mac_get_addr_num(words &call) {
-    const uint32_t inst = call.number();
-    const uint32_t type = call.number();
-    const uint32_t num = call.number();
-    const uint32_t size = call.number();
-    area addresses(size);
-    print_area(drv_mac_get_addr_num(inst, type, num, addresses.bytes.data(), size), addresses, show::hex);
-}
-
-void eeprom_read(words &call) {
-    const uint32_t inst = call.number();
-    const uint32_t section = call.number();
-    const uint32_t offset = call.number();
-    const uint32_t len = call.number();
-    area bytes(std::min<uint32_t>(len, 16384));
-    print_area(drv_eeprom_read_data(inst, section, offset, bytes.bytes.data(), len), bytes, show::hex);
-}
-
-void eeprom_write(words &call) {
-    const uint32_t inst = call.number();
-    const uint32_t section = call.number();
-    const uint32_t offset = call.number();
-    const uint32_t len = call.number();
-    const std::vector<uint8_t> bytes(std::clamp<uint32_t>(len, 1, 16384), static_cast<uint8_t>(call.number()));
-    print_result(drv_eeprom_write_data(inst, section, offset, bytes.data(), len));
-}
-
-// The kernel ends this process at an instant of the work that nobody chose.
-void kill_after_us(words &call) {
-    sigevent how{};
-    how.sigev_notify = SIGEV_SIGNAL;
-    how.sigev_signo = SIGKILL;
-    timer_t timer{};
-    const long delay = static_cast<long>(call.number());
-    const itimerspec when{{0, 0}, {delay / 1000000, delay % 1000000 * 1000 + 1}};
-    if (timer_create(CLOCK_MONOTONIC, &how, &timer) != 0 || timer_settime(timer, 0, &when, nullptr) != 0) {
-        perror("kill_after_us");
-        exit(3);
-    }
-}
-
-void find_section(words &call) {
-    const uint32_t inst = call.number();
-    const uint32_t section = call.number();
-    uint32_t device = untouched;
-    uint32_t offset = untouched;
-    uint32_t size = untouched;
-    const uint32_t result = find_section_info_by_section(inst, section, &device, &offset, &size);
-    if (result == 0) {
-        printf("0x0 %u %u %u\n", device, offset, size);
-    } else {
-        print_value(result, device & offset & size);
-    }
-}
-
-void element_string(words &call) {
-    const uint32_t inst = call.number();
-    const name_argument module(call);
-    const name_argument node(call);
-    const name_argument entry(call);
-    const name_argument element(call);
-    const uint32_t size = call.number();
-    area text(size);
-    print_area(xml_get_element_string(inst, module.get(), node.get(), entry.get(), element.get(),
-                                      reinterpret_cast<char *>(text.bytes.data()), size),
-               text, show::text);
-}
-
-template <typename Value, typename Query> void element_value(words &call, Query query) {
-    const uint32_t inst = call.number();
-    const name_argument module(call);
-    const name_argument node(call);
-    const name_argument entry(call);
-    const name_argument element(call);
-    Value value = untouched;
-    print_value(query(inst, module.get(), node.get(), entry.get(), element.get(), &value), value);
-}
-
-template <typename Query> void query1(words &call, Query query) {
-    const uint32_t inst = call.number();
-    const name_argument module(call);
-    uint32_t value = untouched;
-    print_value(query(inst, module.get(), &value), value);
-}
-
-template <typename Query> void query2(words &call, Query query) {
-    const uint32_t inst = call.number();
-    const name_argument module(call);
-    const name_argument node(call);
-    uint32_t value = untouched;
-    print_value(query(inst, module.get(), node.get(), &value), value);
-}
-
-void entry_exist(words &call) {
-    const uint32_t inst = call.number();
-    const name_argument module(call);
-    const name_argument node(call);
-    const name_argument entry(call);
-    uint32_t value = untouched;
-    print_value(xml_is_entry_exist(inst, module.get(), node.get(), entry.get(), &value), value);
-}
-
-void get_number(words &call, uint32_t (*query)(uint32_t, uint32_t *)) {
-    const uint32_t argument = call.number();
-    uint32_t value = untouched;
-    print_value(query(argument, &value), value);
-}
-
-void mac_get_num(words &call) {
-    const uint32_t inst = call.number();
-    const uint32_t type = call.number();
-    uint32_t value = untouched;
-    print_value(drv_mac_get_num(inst, type, &value, call.number()), value);
-}
-
-void mac_get_addr(words &call) {
-    const uint32_t inst = call.number();
-    area addr(DRV_MAC_SIZE);
-    print_area(drv_mac_get_addr(inst, call.number(), addr.bytes.data()), addr, show::hex);
-}
-
-void msc_get_state(words &call) {
-    const uint32_t inst = call.number();
-    uint32_t value = untouched;
-    print_value(drv_msc_get_state(inst, call.number(), &value), value);
-}
-
-void himem(words &) {
-    uint64_t start = 0;
-    uint64_t length = 0;
-    const uint32_t result = nb_get_himem_info(&start, &length);
-    printf("0x%x 0x%llx 0x%llx\n", result, static_cast<unsigned long long>(start),
-           static_cast<unsigned long long>(length));
-}
-
-// Every pointer parameter in turn is null.
-void null_pointers(words &) {
-    const uint32_t self = DRV_INST_SELF;
-    uint32_t number = 0;
-    uint64_t wide = 0;
-    char text[8];
-    for (const uint32_t result : {drv_elabel_read(self, 0, nullptr, 1200),
-                                  drv_elabel_write(self, 0, nullptr, 1200),
-                                  drv_barcode_read(self, 0, nullptr, 128),
-                                  drv_barcode_write(self, 0, nullptr, 128),
-                                  drv_mac_set_addr(self, 1, nullptr),
-                                  drv_mac_get_addr(self, 1, nullptr),
-                                  drv_mac_get_num(self, 1, nullptr, 0),
-                                  drv_mac_set_addr_num(self, 1, 1, nullptr),
-                                  drv_mac_get_addr_num(self, 1, 1, nullptr, 6),
-                                  drv_eeprom_read_data(self, 0, 0, nullptr, 1),
-                                  drv_eeprom_write_data(self, 0, 0, nullptr, 1),
-                                  drv_msc_get_state(self, 0, nullptr),
-                                  nb_gpio_read(5, nullptr),
-                                  nb_get_himem_info(nullptr, &wide),
-                                  nb_get_himem_info(&wide, nullptr),
-                                  get_card_id(0xFF000005U, nullptr),
-                                  find_section_info_by_section(self, 0, nullptr, &number, &number),
-                                  find_section_info_by_section(self, 0, &number, nullptr, &number),
-                                  find_section_info_by_section(self, 0, &number, &number, nullptr),
-                                  xml_get_entry_num(self, nullptr, "i2c_dev", &number),
-                                  xml_get_entry_num(self, "i2c", nullptr, &number),
-                                  xml_get_entry_num(self, "i2c", "i2c_dev", nullptr),
-                                  xml_get_node_num(self, nullptr, &number),
-                                  xml_get_node_num(self, "i2c", nullptr),
-                                  xml_get_specified_node_num(self, "i2c", "i2c_dev", nullptr),
-                                  xml_get_element_string(self, "i2c", "i2c_dev", "entry0", "chip_id", nullptr, 8),
-                                  xml_get_element_string(self, "i2c", "i2c_dev", "entry0", nullptr, text, 8),
-                                  xml_get_element_value_u32(self, "i2c", "i2c_dev", nullptr, "chip_id", &number),
-                                  xml_get_element_value_u32(self, "i2c", "i2c_dev", "entry0", "chip_id", nullptr),
-                                  xml_get_element_value_u64(self, "i2c", "i2c_dev", "entry0", "chip_id", nullptr),
-                                  xml_is_module_exist(self, "i2c", nullptr),
-                                  xml_is_node_exist(self, nullptr, "i2c_dev", &number),
-                                  xml_is_entry_exist(self, "i2c", "i2c_dev", nullptr, &number),
-                                  xml_is_element_exist(self, "i2c", "i2c_dev", "entry0", "chip_id", nullptr)}) {
-        printf("0x%x\n", result);
-    }
-}
-
-using handler = std::function<void(words &)>;
-
-std::map<std::string, handler> identity_calls() {
-    return {
-        {"elabel_init", [](words &w) { print_result(drv_elabel_init(w.number())); }},
-        {"elabel_deinit", [](words &w) { print_result(drv_elabel_deinit(w.number())); }},
-        {"elabel_read", [](words &w) { read_area(w, drv_elabel_read); }},
-        {"elabel_write", [](words &w) { write_area(w, drv_elabel_write); }},
-        {"elabel_fill", [](words &w) { fill_area(w, drv_elabel_write, DRV_ELABEL_SIZE); }},
-        {"barcode_init", [](words &w) { print_result(drv_barcode_init(w.number())); }},
-        {"barcode_deinit", [](words &w) { print_result(drv_barcode_deinit(w.number())); }},
-        {"barcode_read", [](words &w) { read_area(w, drv_barcode_read); }},
-        {"barcode_write", [](words &w) { write_area(w, drv_barcode_write); }},
-        {"barcode_fill", [](words &w) { fill_area(w, drv_barcode_write, DRV_BARCODE_SIZE); }},
-        {"mac_init", [](words &w) { print_result(drv_mac_init(w.number())); }},
-        {"mac_deinit", [](words &w) { print_result(drv_mac_deinit(w.number())); }},
-        {"mac_fill", fill_macs},
-        {"mac_get_num", mac_get_num},
-        {"mac_get_addr", mac_get_addr},
-        {"mac_get_addr_num", mac_get_addr_num},
-        {"mac_set_num",
-         [](words &w) {
-             const uint32_t inst = w.number();
-             const uint32_t type = w.number();
-             print_result(drv_mac_set_num(inst, type, w.number(), 0));
-         }},
-        {"mac_set_addr",
-         [](words &w) {
-             const uint32_t inst = w.number();
-             const uint32_t type = w.number();
-             print_result(drv_mac_set_addr(inst, type, address(w).data()));
-         }},
-        {"mac_set_addr_num",
-         [](words &w) {
-             const uint32_t inst = w.number();
-             const uint32_t type = w.number();
-             const uint32_t num = w.number();
-             print_result(drv_mac_set_addr_num(inst, type, num, address(w).data()));
-         }},
-        {"eeprom_read", eeprom_read},
-        {"eeprom_write", eeprom_write},
-    };
-}
-
-std::map<std::string, handler> other_calls() {
-    return {
-        {"kill_after_us", kill_after_us},
-        {"null_pointers", null_pointers},
-        {"msc_get_state", msc_get_state},
-        {"log",
-         [](words &w) {
-             const uint32_t id = w.number();
-             const uint32_t level = w.number();
-             print_result(drv_log_record(id, level, 0, "%s\r\n", w.next().c_str()));
-         }},
-        {"log_without_format",
-         [](words &) {
-             uint32_t (*const record)(uint32_t, uint32_t, uint32_t, const char *, ...) = drv_log_record;
-             print_result(record(1, 1, 0, nullptr));
-         }},
-        {"gpio_read", [](words &w) { get_number(w, nb_gpio_read); }},
-        {"gpio_write",
-         [](words &w) {
-             const uint32_t pin = w.number();
-             print_result(nb_gpio_write(pin, w.number()));
-         }},
-        {"himem", himem},
-        {"card_id", [](words &w) { get_number(w, get_card_id); }},
-        {"find_section", find_section},
-        {"load", [](words &w) { print_result(xml_load(w.number())); }},
-        {"unload", [](words &w) { print_result(xml_unload(w.number())); }},
-        {"entry_num", [](words &w) { query2(w, xml_get_entry_num); }},
-        {"node_num", [](words &w) { query1(w, xml_get_node_num); }},
-        {"specified_node_num", [](words &w) { query2(w, xml_get_specified_node_num); }},
-        {"string", element_string},
-        {"u32", [](words &w) { element_value<uint32_t>(w, xml_get_element_value_u32); }},
-        {"u64", [](words &w) { element_value<uint64_t>(w, xml_get_element_value_u64); }},
-        {"module_exist", [](words &w) { query1(w, xml_is_module_exist); }},
-        {"node_exist", [](words &w) { query2(w, xml_is_node_exist); }},
-        {"entry_exist", entry_exist},
-        {"element_exist", [](words &w) { element_value<uint32_t>(w, xml_is_element_exist); }},
-    };
+void add_resets(call_table &calls) {
+    calls.add("reset_init", drv_reset_init);
+    calls.add("reset_deinit", drv_reset_deinit);
+    calls.add("reset_chip", drv_reset_chip);
+    calls.add("reset_board", drv_reset_board);
+    calls.add("reset_self_board", drv_reset_self_board);
+    calls.add("reset_self_board_without_reboot", drv_reset_self_board_without_reboot);
+    calls.add("reset_peer_board", drv_reset_peer_board);
+    calls.add("reset_get_code", drv_reset_get_code);
+    calls.add("reset_get_reason", drv_reset_get_reason);
+    calls.add("reset_get_mode", drv_reset_get_mode);
+    calls.add("reset_sync_file_system", drv_reset_sync_file_system);
+    calls.add("reset_get_button_status", drv_reset_get_button_status);
+    calls.add("reset_set_self_sys_ready", drv_reset_set_self_sys_ready);
+    calls.add("reset_get_peer_sys_ready", drv_reset_get_peer_sys_ready);
+    calls.add("reset_set_soft_start_ok_flag", drv_reset_set_soft_start_ok_flag);
+    calls.add("reset_get_soft_start_ok_flag", drv_reset_get_soft_start_ok_flag);
 }
 
 } // namespace
 
+} // namespace kestro_tests
+
 int main(int count, char **arguments) {
-    std::map<std::string, handler> calls = identity_calls();
-    calls.merge(other_calls());
+    kestro_tests::call_table calls;
+    kestro_tests::add_identity(calls);
+    kestro_tests::add_description(calls);
+    kestro_tests::add_board_identity(calls);
+    kestro_tests::add_board_places(calls);
+    kestro_tests::add_board_devices(calls);
+    kestro_tests::add_board_health(calls);
+    kestro_tests::add_other_families(calls);
+    kestro_tests::add_slots_and_voltages(calls);
+    kestro_tests::add_lamps(calls);
+    kestro_tests::add_resets(calls);
     for (int i = 1; i < count; ++i) {
-        words call(arguments[i]);
-        const std::string name = call.next();
-        const auto found = calls.find(name);
-        if (found == calls.end()) {
-            fprintf(stderr, "no such call: %s\n", name.c_str());
+        if (!calls.make(arguments[i])) {
+            fprintf(stderr, "no such call: %s\n", arguments[i]);
             return 2;
         }
-        found->second(call);
         fflush(stdout);
     }
     return 0;

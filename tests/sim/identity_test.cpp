@@ -8,15 +8,9 @@ namespace kestro_tests {
 namespace {
 
 const std::string self = " 0xffffffff ";
-const std::string not_supported = "0x811101a4\n";
-const std::string no_such_instance = "0x81110102\n";
-const std::string no_such_device = "0x81110103\n";
 const std::string no_such_section = "0x81110104\n";
-const std::string bad_value = "0x81110106\n";
 const std::string out_of_range = "0x81110107\n";
-const std::string too_small = "0x81110108\n";
 const std::string damaged = "0x81110109\n";
-const std::string ok = "0x0\n";
 
 test_board new_master() {
     return new_board(delivered_board("mpu_master"));

@@ -1,5 +1,5 @@
 // Plug-in cards: their part of the description is loaded for cards and for nothing else.
-#include "tests/sim/board_support.h"
+#include "tests/sim/support.h"
 
 #include <gtest/gtest.h>
 
@@ -13,14 +13,14 @@ const std::string card5 = " 0xff000005 ";
 } // namespace
 
 TEST(Pic, LoadAndUnloadOfCards) {
-    EXPECT_EQ(board_calls_print(fresh("mpu_master"),
-                                {"pic_xml_load" + card5, "pic_xml_unload" + card5, "get_type" + card5,
-                                 "pic_xml_load" + self, "pic_xml_unload" + self, "pic_xml_load 0xff000007",
-                                 "pic_xml_load 0xff000006", "pic_xml_unload 0xff000011"}),
+    EXPECT_EQ(calls_print(new_delivered("mpu_master"),
+                          {"pic_xml_load" + card5, "pic_xml_unload" + card5, "board_get_type" + card5,
+                           "pic_xml_load" + self, "pic_xml_unload" + self, "pic_xml_load 0xff000007",
+                           "pic_xml_load 0xff000006", "pic_xml_unload 0xff000011"}),
               ok + ok + "0x0 36708865\n" + not_supported + not_supported + not_supported + no_such_instance +
                   no_such_instance);
-    EXPECT_EQ(board_calls_print(fresh("lpu"),
-                                {"pic_xml_load 0x0100ffff", "pic_xml_unload 0x0200ffff", "pic_xml_load 0x0300ffff"}),
+    EXPECT_EQ(calls_print(new_delivered("lpu"),
+                          {"pic_xml_load 0x0100ffff", "pic_xml_unload 0x0200ffff", "pic_xml_load 0x0300ffff"}),
               ok + ok + no_such_instance);
 }
 

@@ -1,5 +1,5 @@
 // Slots: range, types and the lists of each type agree on every board.
-#include "tests/sim/environment.h"
+#include "tests/sim/support.h"
 
 #include <gtest/gtest.h>
 
@@ -7,26 +7,23 @@ namespace kestro_tests {
 
 TEST(SlotDriver, TypesOfTheChassis) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(drivers_say(board, {"drv_slot_get_range", "drv_slot_get_type 1", "drv_slot_get_type 8",
-                                  "drv_slot_get_type 9", "drv_slot_get_type 16"}),
+    EXPECT_EQ(calls_print(board, {"slot_get_range", "slot_get_type 1", "slot_get_type 8", "slot_get_type 9",
+                                  "slot_get_type 16"}),
               "0x0 1 16\n0x0 7\n0x0 2\n0x0 1\n0x0 5\n");
 }
 
 TEST(SlotDriver, ListsAreTheSameOnEveryBoardOfTheChassis) {
     for (const char *name : {"mpu_master", "mpu_slave", "lpu"}) {
         const test_board board = new_delivered(name);
-        EXPECT_EQ(drivers_say(board, {"drv_slot_get_list 1", "drv_slot_get_list 2", "drv_slot_get_list 3",
-                                      "drv_slot_get_list 4", "drv_slot_get_list 5", "drv_slot_get_list 6",
-                                      "drv_slot_get_list 7", "drv_slot_get_list 11"}),
+        EXPECT_EQ(calls_print(board, {"slot_get_list 1", "slot_get_list 2", "slot_get_list 3", "slot_get_list 4",
+                                      "slot_get_list 5", "slot_get_list 6", "slot_get_list 7", "slot_get_list 11"}),
                   "0x0 2: 9 10\n0x0 2: 7 8\n0x0 2: 11 12\n0x0 0:\n0x0 2: 15 16\n0x0 2: 13 14\n"
                   "0x0 6: 1 2 3 4 5 6\n0x0 0:\n")
             << name;
-        EXPECT_EQ(drivers_say(board, {"drv_slot_get_num 1", "drv_slot_get_num 7", "drv_slot_get_num 8"}),
-                  "0x0 2\n0x0 6\n0x0 0\n")
+        EXPECT_EQ(calls_print(board, {"slot_get_num 1", "slot_get_num 7", "slot_get_num 8"}), "0x0 2\n0x0 6\n0x0 0\n")
             << name;
-        EXPECT_EQ(
-            drivers_say(board, {"drv_slot_get_start_num 1", "drv_slot_get_start_num 7", "drv_slot_get_start_num 8"}),
-            "0x0 9\n0x0 1\n0x0 0\n")
+        EXPECT_EQ(calls_print(board, {"slot_get_start_num 1", "slot_get_start_num 7", "slot_get_start_num 8"}),
+                  "0x0 9\n0x0 1\n0x0 0\n")
             << name;
     }
 }
@@ -35,28 +32,28 @@ TEST(SlotDriver, ListIsAscendingWhateverTheDescriptionsOrder) {
     const std::string line = "      <entry name=\"9\"><element name=\"type\" value=\"1\"/></entry>\n";
     const std::string next = "      <entry name=\"10\"><element name=\"type\" value=\"1\"/></entry>\n";
     const test_board board = new_changed("mpu_master", line + next, next + line);
-    EXPECT_EQ(drivers_say(board, {"drv_slot_get_list 1", "drv_slot_get_start_num 1"}), "0x0 2: 9 10\n0x0 9\n");
+    EXPECT_EQ(calls_print(board, {"slot_get_list 1", "slot_get_start_num 1"}), "0x0 2: 9 10\n0x0 9\n");
 }
 
 TEST(SlotDriver, UnknownSlotsAndTypes) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(drivers_say(board, {"drv_slot_get_type 0", "drv_slot_get_type 17", "drv_slot_get_type 0xffffffff"}),
+    EXPECT_EQ(calls_print(board, {"slot_get_type 0", "slot_get_type 17", "slot_get_type 0xffffffff"}),
               no_such_device + no_such_device + no_such_device);
-    EXPECT_EQ(drivers_say(board, {"drv_slot_get_num 0", "drv_slot_get_num 12", "drv_slot_get_start_num 0",
-                                  "drv_slot_get_start_num 12", "drv_slot_get_list 0", "drv_slot_get_list 12"}),
+    EXPECT_EQ(calls_print(board, {"slot_get_num 0", "slot_get_num 12", "slot_get_start_num 0", "slot_get_start_num 12",
+                                  "slot_get_list 0", "slot_get_list 12"}),
               bad_value + bad_value + bad_value + bad_value + bad_value + bad_value);
 }
 
 TEST(SlotDriver, SlotNumberThatNoListHolds) {
     const test_board board = new_changed("lpu", "<entry name=\"16\"><element name=\"type\" value=\"5\"/>",
                                          "<entry name=\"256\"><element name=\"type\" value=\"5\"/>");
-    EXPECT_EQ(drivers_say(board, {"drv_slot_get_list 5"}), too_small);
+    EXPECT_EQ(calls_print(board, {"slot_get_list 5"}), too_small);
 }
 
 TEST(SlotDriver, MissingAreas) {
     const test_board board = new_delivered("lpu");
-    EXPECT_EQ(drivers_say(board, {"drv_slot_get_type 1 null", "drv_slot_get_range null", "drv_slot_get_num 1 null",
-                                  "drv_slot_get_start_num 1 null", "drv_slot_get_list 1 null"}),
+    EXPECT_EQ(calls_print(board, {"slot_get_type 1 null", "slot_get_range null", "slot_get_num 1 null",
+                                  "slot_get_start_num 1 null", "slot_get_list 1 null"}),
               null_pointer + null_pointer + null_pointer + null_pointer + null_pointer);
 }
 

@@ -18,7 +18,7 @@ void expect_answer(const std::string &call, const std::string &answer) {
 
 const std::string self = " 0xffffffff ";
 const std::string not_described = "0x81110105";
-const std::string no_such_instance = "0x81110102";
+const std::string unknown_instance = "0x81110102";
 
 } // namespace
 
@@ -99,9 +99,9 @@ TEST(XmlQuery, CardsHaveModulesOfTheirOwn) {
 TEST(XmlQuery, InstancesThatAreNotThere) {
     // An empty slot, a slot behind the last, a place for a card that this board lacks, ids of no form.
     for (const std::string inst : {"0xff000006", "0xff000011", "0x0100ffff", "5", "0xff010005", "0x01010000"}) {
-        expect_answer("module_exist " + inst + " i2c", no_such_instance);
-        expect_answer("load " + inst, no_such_instance);
-        expect_answer("unload " + inst, no_such_instance);
+        expect_answer("module_exist " + inst + " i2c", unknown_instance);
+        expect_answer("load " + inst, unknown_instance);
+        expect_answer("unload " + inst, unknown_instance);
     }
 }
 
