@@ -2,7 +2,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-#include "drv_mac.h"
+#include "drv_basic/identity/drv_mac.h"
 
 int main(int argc, char **argv) {
     uint32_t num = 0;

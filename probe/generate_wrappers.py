@@ -26,7 +26,13 @@ GENERATED = "// Written by generate_wrappers.py from the driver interface header
 
 
 def includes(headers: list[Path]) -> str:
-    return "".join(f'#include "{header.name}"\n' for header in headers)
+    """Headers of the interface by their path below include/, others by their name."""
+    names = []
+    for header in headers:
+        parts = header.parts
+        below = parts[len(parts) - parts[::-1].index("include"):] if "include" in parts else (header.name,)
+        names.append("/".join(below))
+    return "".join(f'#include "{name}"\n' for name in names)
 
 
 def record_table(record: Record) -> str:

@@ -22,14 +22,14 @@ std::string wanted_variable(const char *name) {
 
 // Kept to the end of the process: drivers are called from exit handlers and other threads too.
 board &board_of_this_process(const std::string &state_dir) {
-    static board *desk = nullptr;
-    if (desk == nullptr) {
-        desk = std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir).release();
+    static board *own = nullptr;
+    if (own == nullptr) {
+        own = std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir).release();
     }
-    if (!desk->begin_operation()) {
+    if (!own->begin_operation()) {
         throw store_error(state_dir + ": was made new while this program ran; start the program again");
     }
-    return *desk;
+    return *own;
 }
 
 void complain_once(const char *what) {

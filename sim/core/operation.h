@@ -14,10 +14,10 @@ namespace kestro_sim {
 // probe would count the inner call as one of the product's.
 uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept;
 
-// operate([&](board &desk) { ... }) : what the drivers' functions consist of.
+// operate([&](board &b) { ... }) : what the drivers' functions consist of.
 template <typename Body> uint32_t operate(Body &&body) noexcept {
     using body_type = std::remove_reference_t<Body>;
-    return run_operation([](void *context, board &desk) { (*static_cast<body_type *>(context))(desk); },
+    return run_operation([](void *context, board &b) { (*static_cast<body_type *>(context))(b); },
                          std::addressof(body));
 }
 

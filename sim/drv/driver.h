@@ -1,9 +1,9 @@
 // What a simulated driver family needs; docs/simulator.md shows one from end to end.
 //
 //   uint32_t drv_voltage_get_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *value) {
-//       return operate([&](board &desk) {
+//       return operate([&](board &b) {
 //           refuse_null(value);
-//           *value = desk.get(desk.find(inst_id, rails, voltage_id), "millivolts");
+//           *value = b.get(b.find(inst_id, rails, voltage_id), "millivolts");
 //       });
 //   }
 //

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "drv_barcode.h"
+#include "drv_basic/identity/drv_barcode.h"
 #include "modules/modules.h"
 #include "selftest/barcode_storage.h"
 #include "shell/console.h"

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "drv_elabel.h"
+#include "drv_basic/identity/drv_elabel.h"
 #include "modules/modules.h"
 #include "selftest/elabel_storage.h"
 #include "shell/console.h"

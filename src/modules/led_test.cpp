@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "bounds/bounds.h"
-#include "drv_led.h"
+#include "drv_basic/management/drv_led.h"
 #include "modules/modules.h"
 #include "shell/dispatch.h"
 #include "shell/result_print.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "drv_mac.h"
+#include "drv_basic/identity/drv_mac.h"
 #include "modules/modules.h"
 #include "selftest/mac_storage.h"
 #include "shell/console.h"

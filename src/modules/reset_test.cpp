@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "drv_reset.h"
+#include "drv_basic/management/drv_reset.h"
 #include "modules/modules.h"
 #include "shell/console.h"
 #include "shell/dispatch.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "drv_slot.h"
+#include "drv_basic/management/drv_slot.h"
 #include "modules/modules.h"
 #include "shell/dispatch.h"
 #include "shell/words.h"

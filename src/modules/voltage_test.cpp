@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "drv_avs.h"
-#include "drv_voltage.h"
+#include "drv_basic/environment/drv_avs.h"
+#include "drv_basic/environment/drv_voltage.h"
 #include "modules/modules.h"
 #include "shell/console.h"
 #include "shell/dispatch.h"

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "bounds/bounds.h"
-#include "drv_barcode.h"
+#include "drv_basic/identity/drv_barcode.h"
 #include "selftest/entry_walk.h"
 #include "selftest/result_code.h"
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "drv_msc.h"
+#include "drv_basic/management/drv_msc.h"
 #include "selftest/barcode_storage.h"
 #include "selftest/elabel_storage.h"
 #include "selftest/mac_storage.h"

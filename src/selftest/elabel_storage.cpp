@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "bounds/bounds.h"
-#include "drv_elabel.h"
+#include "drv_basic/identity/drv_elabel.h"
 
 static_assert(elabel_size == DRV_ELABEL_SIZE, "one label, one size");
 

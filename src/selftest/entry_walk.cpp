@@ -1,8 +1,8 @@
 // The walk over the board description.
 #include "selftest/entry_walk.h"
 
-#include "board_xml.h"
 #include "bounds/bounds.h"
+#include "nb_ctl/board_xml.h"
 
 entry_walk open_entry_walk(uint32_t inst_id, const char *module, const char *node) {
     entry_walk walk{};

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "drv_mac.h"
-#include "drv_msc.h"
+#include "drv_basic/identity/drv_mac.h"
+#include "drv_basic/management/drv_msc.h"
 #include "selftest/entry_walk.h"
 
 namespace {

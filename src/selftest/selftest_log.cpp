@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "bounds/bounds.h"
-#include "drv_log.h"
+#include "drv_basic/service/drv_log.h"
 #include "shell/console.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "drv_eeprom.h"
+#include "drv_basic/storage/drv_eeprom.h"
 
 namespace {
 

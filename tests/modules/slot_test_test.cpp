@@ -1,7 +1,7 @@
 // slot_test: every sub-command on the real program, with the driver scripted.
 #include <gtest/gtest.h>
 
-#include "include/drv_slot.h"
+#include "drv_basic/management/drv_slot.h"
 #include "tests/support/command.h"
 
 using namespace kestro_tests;

@@ -1,11 +1,11 @@
 // A driver library of a few operations that has nothing to do with the simulated chassis: fixed answers, so that a test
 // sees what the probe changes.
-#include "drv_board.h"
-#include "drv_led.h"
-#include "drv_log.h"
-#include "drv_mac.h"
-#include "drv_reset.h"
-#include "drv_voltage.h"
+#include "drv_basic/environment/drv_voltage.h"
+#include "drv_basic/identity/drv_mac.h"
+#include "drv_basic/management/drv_board.h"
+#include "drv_basic/management/drv_led.h"
+#include "drv_basic/management/drv_reset.h"
+#include "drv_basic/service/drv_log.h"
 
 #include <cstdarg>
 #include <cstdio>

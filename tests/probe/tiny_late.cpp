@@ -1,5 +1,5 @@
 // A driver library that is opened at run time.
-#include "drv_smb.h"
+#include "drv_basic/management/drv_smb.h"
 
 uint32_t drv_smb_get_rx_err_count(uint32_t, uint32_t slot_id, uint32_t *count) {
     *count = slot_id * 10;

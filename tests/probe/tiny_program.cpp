@@ -1,13 +1,13 @@
 // A program that makes the driver calls its words name, one line of output for each.
-#include "drv_avs.h"
-#include "drv_board.h"
-#include "drv_led.h"
-#include "drv_log.h"
-#include "drv_mac.h"
-#include "drv_reset.h"
-#include "drv_smb.h"
-#include "drv_voltage.h"
-#include "nb_bsp.h"
+#include "drv_basic/environment/drv_avs.h"
+#include "drv_basic/environment/drv_voltage.h"
+#include "drv_basic/identity/drv_mac.h"
+#include "drv_basic/management/drv_board.h"
+#include "drv_basic/management/drv_led.h"
+#include "drv_basic/management/drv_reset.h"
+#include "drv_basic/management/drv_smb.h"
+#include "drv_basic/service/drv_log.h"
+#include "nb_bsp/nb_bsp.h"
 
 #include <cinttypes>
 #include <cstdio>

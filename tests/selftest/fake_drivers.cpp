@@ -9,9 +9,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "board_xml.h"
-#include "drv_eeprom.h"
-#include "drv_log.h"
+#include "drv_basic/service/drv_log.h"
+#include "drv_basic/storage/drv_eeprom.h"
+#include "nb_ctl/board_xml.h"
 
 namespace kestro_tests {
 

@@ -3,9 +3,9 @@
 // holds that text before; the size of an area is the last number of the call.
 #pragma once
 
-#include "drv_board.h"
-#include "drv_reset.h"
-#include "drv_slot.h"
+#include "drv_basic/management/drv_board.h"
+#include "drv_basic/management/drv_reset.h"
+#include "drv_basic/management/drv_slot.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,14 +1,14 @@
 // The special calls, each a handler of its own.
 #include "tests/sim/special_calls.h"
 
-#include "board_xml.h"
-#include "drv_barcode.h"
-#include "drv_eeprom.h"
-#include "drv_elabel.h"
-#include "drv_log.h"
-#include "drv_mac.h"
-#include "drv_msc.h"
-#include "nb_bsp.h"
+#include "drv_basic/identity/drv_barcode.h"
+#include "drv_basic/identity/drv_elabel.h"
+#include "drv_basic/identity/drv_mac.h"
+#include "drv_basic/management/drv_msc.h"
+#include "drv_basic/service/drv_log.h"
+#include "drv_basic/storage/drv_eeprom.h"
+#include "nb_bsp/nb_bsp.h"
+#include "nb_ctl/board_xml.h"
 
 #include <csignal>
 #include <cstdio>

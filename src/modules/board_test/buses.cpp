@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "drv_board.h"
-#include "drv_smb.h"
+#include "drv_basic/management/drv_board.h"
+#include "drv_basic/management/drv_smb.h"
 #include "modules/board_test/handlers.h"
 #include "modules/board_test/lines.h"
 #include "shell/result_print.h"

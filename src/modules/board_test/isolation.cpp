@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "drv_board.h"
+#include "drv_basic/management/drv_board.h"
 #include "modules/board_test/handlers.h"
 #include "shell/result_print.h"
 #include "shell/words.h"

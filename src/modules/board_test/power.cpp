@@ -1,7 +1,7 @@
 // board_test, the board's power domains: switched on and off by type, and their state.
 #include <cstdint>
 
-#include "drv_board.h"
+#include "drv_basic/management/drv_board.h"
 #include "modules/board_test/handlers.h"
 #include "modules/board_test/lines.h"
 #include "shell/result_print.h"

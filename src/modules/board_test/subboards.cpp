@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "drv_subboard.h"
+#include "drv_basic/management/drv_subboard.h"
 #include "modules/board_test/handlers.h"
 #include "modules/board_test/lines.h"
 #include "shell/result_print.h"

@@ -1,0 +1,21 @@
+// Master/slave control of the two main processing units. Line cards have none.
+#include "drv_basic/management/drv_msc.h"
+
+#include "sim/drv/driver.h"
+
+using namespace kestro_sim;
+
+namespace {
+
+constexpr device_kind controllers{"sim_msc", "controller"};
+constexpr uint32_t sw_mode_max = 2;
+
+} // namespace
+
+uint32_t drv_msc_get_state(uint32_t inst_id, uint32_t sw_mode, uint32_t *state) {
+    return operate([&](board &b) {
+        refuse_null(state);
+        refuse_if(sw_mode > sw_mode_max, error::bad_value);
+        *state = b.get(b.find(inst_id, controllers, sw_mode), "state");
+    });
+}

@@ -1,0 +1,67 @@
+// Board support below the drivers: pins, reserved memory, plug-in cards.
+#include "nb_bsp/nb_bsp.h"
+
+#include "sim/core/eeprom.h"
+#include "sim/core/instance.h"
+#include "sim/drv/driver.h"
+
+using namespace kestro_sim;
+
+namespace {
+
+constexpr device_kind pins{"sim_gpio", "pin"};
+constexpr device_kind regions{"sim_himem", "region"};
+constexpr uint32_t card_number_max = 255;
+
+} // namespace
+
+uint32_t nb_gpio_read(uint32_t pin, uint32_t *level) {
+    return operate([&](board &b) {
+        refuse_null(level);
+        *level = b.get(b.find(DRV_INST_SELF, pins, pin), "level");
+    });
+}
+
+uint32_t nb_gpio_write(uint32_t pin, uint32_t level) {
+    return operate([&](board &b) {
+        const device which = b.find(DRV_INST_SELF, pins, pin);
+        refuse_if(level > 1, error::bad_value);
+        // What drives an input pin is outside of the processor.
+        refuse_if(b.get(which, "is_output") == 0, error::bad_value);
+        b.put(which, "level", level);
+    });
+}
+
+uint32_t nb_get_himem_info(uint64_t *start, uint64_t *length) {
+    return operate([&](board &b) {
+        refuse_null(start, length);
+        const device region = b.find(DRV_INST_SELF, regions, 0);
+        *start = b.get_wide(region, "start");
+        *length = b.get_wide(region, "length");
+    });
+}
+
+// An empty place has its number too.
+uint32_t get_card_id(uint32_t inst_id, uint32_t *card_id) {
+    return operate([&](board &b) {
+        refuse_null(card_id);
+        b.place(inst_id);
+        const auto decoded = decode_instance(inst_id);
+        refuse_if(!decoded || decoded->kind == instance_id::kind::self || decoded->number > card_number_max,
+                  error::no_such_instance);
+        *card_id = decoded->number;
+    });
+}
+
+uint32_t find_section_info_by_section(uint32_t inst_id, uint32_t section_id, uint32_t *device_id, uint32_t *offset,
+                                      uint32_t *size) {
+    return operate([&](board &b) {
+        refuse_null(device_id, offset, size);
+        const std::string instance = b.instance(inst_id);
+        const auto section = find_section(b.described(), instance, section_id);
+        refuse_if(!section, error::no_such_section);
+        *device_id = b.get(device{instance, {"sim_identity", "eeprom"}, 0}, "device_id");
+        *offset = section->offset;
+        *size = section->size;
+    });
+}
