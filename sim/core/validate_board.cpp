@@ -141,9 +141,11 @@ void check_module(const description &board, pugi::xml_node module) {
 } // namespace
 
 void validate_board_devices(const description &board) {
-    for (const pugi::xml_node module : board.board().children("module")) {
-        if (is_ruled(name_of(module))) {
-            check_module(board, module);
+    for (const pugi::xml_node place : board.chassis().children("place")) {
+        for (const pugi::xml_node module : place.children("module")) {
+            if (is_ruled(name_of(module))) {
+                check_module(board, module);
+            }
         }
     }
 }

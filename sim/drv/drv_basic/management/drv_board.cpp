@@ -11,8 +11,7 @@ constexpr device_kind capabilities{"sim_board", "capability"};
 constexpr device_kind controllers{"sim_msc", "controller"};
 
 bool is_slave(board &b) {
-    const std::string self{self_instance};
-    return !b.ids(self, controllers).empty() && b.get(b.find_at(self, controllers, 0), "state", 0) == 1;
+    return !b.ids(b.self(), controllers).empty() && own_slot(b) != b.master_slot();
 }
 
 // The type of a card stands in the card's own logic, on a bus that only the master drives.

@@ -2,6 +2,7 @@
 // warm start), and the call comes back with 0 where hardware would not.
 #include "drv_basic/management/drv_reset.h"
 
+#include "sim/core/restart.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
@@ -12,15 +13,8 @@ constexpr device_kind controls{"sim_reset", "board"};
 constexpr device_kind chips{"sim_reset", "chip"};
 constexpr device_kind reasons{"sim_reset", "reason"};
 
-// Reasons 1 power-on, 2 button and 3 watchdog come from the description only.
-constexpr uint32_t reset_by_command = 4;
-
-enum class start : uint32_t { warm = 0, cold = 1 };
-
-const std::string self{self_instance};
-
 device own_control(board &b) {
-    return b.find_at(self, controls, 0);
+    return b.find_at(b.self(), controls, 0);
 }
 
 // An empty peer slot has nobody to reset or to ask.
@@ -30,22 +24,9 @@ device peer_control(board &b) {
     return b.find_at(peer, controls, 0);
 }
 
-// The reason register shifts: the latest comes in at 0, the oldest falls out.
-void note_reset(board &b, change &writes, const device &control, start how) {
-    uint32_t newer = reset_by_command;
-    for (const uint32_t index : b.ids(control.instance, reasons)) {
-        const device reason = b.find_at(control.instance, reasons, index);
-        writes.put(cell_key(reason, "reason"), newer);
-        newer = b.get(reason, "reason");
-    }
-    if (b.has(control, "cool")) {
-        writes.put(cell_key(control, "cool"), static_cast<uint32_t>(how));
-    }
-}
-
 void reset(board &b, const device &control) {
     change writes;
-    note_reset(b, writes, control, start::cold);
+    note_restart(b, writes, control.instance, restart_reason::command, restart_kind::cold);
     b.commit(writes);
 }
 
@@ -104,7 +85,7 @@ uint32_t drv_reset_self_board(const drv_reset_code *code) {
         const device control = own_control(b);
         change writes;
         keep_code(writes, control, *code);
-        note_reset(b, writes, control, start::warm);
+        note_restart(b, writes, control.instance, restart_reason::command, restart_kind::warm);
         b.commit(writes);
     });
 }
