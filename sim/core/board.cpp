@@ -55,8 +55,7 @@ std::string board::instance(uint32_t inst_id) {
 
 // What is pulled out takes its cards along.
 bool board::is_present(const std::string &place) {
-    return described().place(place) && !is_pulled(*this, place) &&
-           !is_pulled(*this, place.substr(0, place.find('/')));
+    return described().place(place) && !is_pulled(*this, place) && !is_pulled(*this, place.substr(0, place.find('/')));
 }
 
 bool board::is_within_reach(const std::string &place) {

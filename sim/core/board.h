@@ -7,8 +7,8 @@
 //   <module name="sim_voltage"> <node name="rail"> <entry name="3"> <element name="millivolts" value="3300"/>
 //      kind {"sim_voltage", "rail"}, id 3, register "millivolts"
 //
-// One state serves the whole chassis: places are absolute, whatever the seat. A board is used within one driver operation
-// (operation.h), which holds the lock of the state directory.
+// One state serves the whole chassis: places are absolute, whatever the seat. A board is used within one driver
+// operation (operation.h), which holds the lock of the state directory.
 #pragma once
 
 #include "sim/core/description.h"

@@ -61,14 +61,6 @@ variable_map variables_of(pugi::xml_node item, std::initializer_list<std::string
     return given;
 }
 
-// A board or card at its place.
-struct placement {
-    std::string place;
-    pugi::xml_node where; // the slot or card of the chassis
-    pugi::xml_node kind;  // the <board> of its kind
-    variable_map variables;
-};
-
 class chassis_maker {
   public:
     explicit chassis_maker(const board_choice &choice)
@@ -172,7 +164,7 @@ class chassis_maker {
             return;
         }
         variable_map given = slot_variables(slot, number);
-        make_board(place, slot, is_own ? own_ : kind_of(slot), given);
+        make_board(place, is_own ? own_ : slot, is_own ? own_ : kind_of(slot), given);
         for (const pugi::xml_node card : slot.children("card")) {
             make_card(place, card, given);
         }
@@ -267,8 +259,8 @@ class chassis_maker {
     // Beside the user's own file first, then among what is delivered.
     pugi::xml_node read_named(pugi::xml_node where, const char *folder, const std::string &name, const char *tag) {
         if (name.empty() || name.find('/') != std::string::npos) {
-            sources_.fail(where, "a " + std::string(tag) + " without a name", "give the name of a file in " +
-                                                                                  std::string(folder) + "/");
+            sources_.fail(where, "a " + std::string(tag) + " without a name",
+                          "give the name of a file in " + std::string(folder) + "/");
         }
         const fs::path own = choice_.board_file.empty() ? choice_.chassis_file : choice_.board_file;
         for (const fs::path &directory : {own.parent_path(), choice_.chassis_file.parent_path(), choice_.delivered}) {
@@ -380,8 +372,8 @@ std::optional<std::string> place_of_seat(pugi::xml_node chassis, std::string_vie
 board_choice choose_chassis(board_choice choice, const source_set &sources, pugi::xml_node root) {
     const auto seat = place_of_seat(root, root.attribute("seat").value());
     if (!seat) {
-        sources.fail(root, "the chassis has no such seat", "a slot has seat=\"name\", and the chassis names one of: " +
-                                                               seats_of(root));
+        sources.fail(root, "the chassis has no such seat",
+                     "a slot has seat=\"name\", and the chassis names one of: " + seats_of(root));
     }
     choice.seat = *seat;
     return choice;

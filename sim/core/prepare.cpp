@@ -135,8 +135,9 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
     for (const auto *list : {&wanted.pull, &wanted.plug}) {
         for (const std::string &place : *list) {
             if (std::find(places.begin(), places.end(), place) == places.end()) {
-                throw description_error(std::string(list == &wanted.pull ? "--pull" : "--plug") + ": nothing belongs to place '" +
-                                        place + "'; nearest: '" + nearest(place, places) + "'");
+                throw description_error(std::string(list == &wanted.pull ? "--pull" : "--plug") +
+                                        ": nothing belongs to place '" + place + "'; nearest: '" +
+                                        nearest(place, places) + "'");
             }
         }
     }

@@ -1,5 +1,5 @@
-// Makes the chassis ready to be run: what the launcher does before it becomes kestro_test. Everything here throws what is
-// wrong, naming file and line, and what would be right.
+// Makes the chassis ready to be run: what the launcher does before it becomes kestro_test. Everything here throws what
+// is wrong, naming file and line, and what would be right.
 #pragma once
 
 #include "sim/core/chassis.h"

@@ -32,8 +32,8 @@ pugi::xml_node source_set::read(const std::filesystem::path &file) {
     auto opened = std::make_unique<source>();
     opened->file = file;
     opened->content = read_all(file);
-    const pugi::xml_parse_result result = opened->document.load_buffer(
-        opened->content.data(), opened->content.size(), pugi::parse_default, pugi::encoding_utf8);
+    const pugi::xml_parse_result result = opened->document.load_buffer(opened->content.data(), opened->content.size(),
+                                                                       pugi::parse_default, pugi::encoding_utf8);
     if (!result) {
         fail_at({opened.get(), static_cast<size_t>(std::max<ptrdiff_t>(result.offset, 0))},
                 std::string("not well-formed XML: ") + result.description(),
