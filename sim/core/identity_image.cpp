@@ -3,10 +3,9 @@
 #include "sim/core/identity_image.h"
 #include "sim/core/eeprom.h"
 #include "sim/core/mac_area.h"
+#include "sim/core/state_files.h"
 
 #include <algorithm>
-#include <fstream>
-#include <stdexcept>
 #include <vector>
 
 namespace kestro_sim {
@@ -72,14 +71,6 @@ bytes identity_image(const description &board, const std::string &instance) {
     return image;
 }
 
-void write_file(const std::filesystem::path &path, const bytes &content) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char *>(content.data()), static_cast<std::streamsize>(content.size()));
-    if (!file.flush()) {
-        throw std::runtime_error(path.string() + ": cannot be written; make room or choose another state directory");
-    }
-}
-
 } // namespace
 
 void write_new_images(const description &board, const std::filesystem::path &directory) {
@@ -89,13 +80,13 @@ void write_new_images(const description &board, const std::filesystem::path &dir
         }
         const pugi::xml_attribute attribute = module.attribute("instance");
         const std::string instance = attribute ? attribute.value() : std::string(self_instance);
-        write_file(directory / eeprom_image_name(instance), identity_image(board, instance));
+        write_new_file(directory / eeprom_image_name(instance), identity_image(board, instance));
     }
     const pugi::xml_node storage = board.node(self_instance, "sim_storage", "image");
     for (const pugi::xml_node entry : storage.children("entry")) {
         const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
         const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
-        write_file(directory / (std::string(entry.attribute("name").value()) + ".bin"), bytes(size, fill));
+        write_new_file(directory / (std::string(entry.attribute("name").value()) + ".bin"), bytes(size, fill));
     }
 }
 

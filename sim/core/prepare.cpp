@@ -2,6 +2,7 @@
 // read again: the launcher starts thousands of times a day.
 #include "sim/core/prepare.h"
 
+#include "sim/core/state_check.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/store.h"
 #include "sim/core/validate.h"
@@ -26,11 +27,11 @@ void check_board_of_store(const store &opened, const std::filesystem::path &stat
 
 void prepare(const std::filesystem::path &file, const std::filesystem::path &state_dir, bool reset) {
     claim_state_dir(state_dir);
-    const state_lock lock(state_dir);
+    state_lock lock(state_dir);
     const uint64_t stamp = file_stamp(file);
-    const bool is_made = std::filesystem::exists(state_dir / "store");
-    if (is_made && !reset) {
+    if (finish_making(lock, state_dir) && !reset) {
         store opened(state_dir);
+        check_state(opened, state_dir);
         if (stamp != 0 && opened.identity().stamp == stamp) {
             return;
         }
@@ -44,7 +45,7 @@ void prepare(const std::filesystem::path &file, const std::filesystem::path &sta
     const description board(file);
     validate_form(board);
     validate_devices(board);
-    make_state(state_dir, board, stamp);
+    make_state(lock, state_dir, board, stamp);
 }
 
 } // namespace
@@ -53,6 +54,8 @@ std::optional<std::string> prepare_board(const std::filesystem::path &descriptio
                                          const std::filesystem::path &state_dir, bool reset) {
     try {
         prepare(description, state_dir, reset);
+    } catch (const std::filesystem::filesystem_error &problem) {
+        return said_plainly(problem);
     } catch (const std::exception &problem) {
         return problem.what();
     }

@@ -2,6 +2,7 @@
 #include "sim/launcher/launch.h"
 
 #include "sim/core/prepare.h"
+#include "sim/core/state_check.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -35,7 +36,13 @@ places find_places() {
 }
 
 fs::path absolute(const std::string &path) {
-    return fs::absolute(path).lexically_normal();
+    std::error_code problem;
+    const fs::path whole = fs::absolute(path, problem);
+    if (problem) {
+        throw launch_error(path, "the directory that kestro_sim was started in is gone (" + problem.message() + ")",
+                           "start it in another, or give the whole path");
+    }
+    return whole.lexically_normal();
 }
 
 std::string names_of_boards(const fs::path &boards) {
@@ -243,6 +250,11 @@ void launch(const launch_options &options) {
     set_loader_environment(options, parts);
     if (const std::optional<std::string> problem = prepare_board(board, state, options.reset)) {
         throw launch_error(*problem);
+    }
+    if (options.accept_images) {
+        if (const std::optional<std::string> problem = accept_images(state)) {
+            throw launch_error(*problem);
+        }
     }
     set("KESTRO_SIM_BOARD", board.string());
     set("KESTRO_SIM_STATE", state.string());

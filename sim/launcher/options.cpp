@@ -27,6 +27,7 @@ void describe_options(CLI::App &app, launch_options &options) {
         ->type_name("N[+][=CODE]");
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
     app.add_flag("--reset", options.reset, "make the board new first");
+    app.add_flag("--accept-images", options.accept_images, "take images that were changed by hand as they now are");
 }
 
 struct split_line {

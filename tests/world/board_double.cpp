@@ -1,5 +1,6 @@
 // Stands where the board's library would: refuses a description that says so, else writes down what it was asked for.
 #include "sim/core/prepare.h"
+#include "sim/core/state_check.h"
 
 #include <fstream>
 #include <iterator>
@@ -15,6 +16,14 @@ std::optional<std::string> prepare_board(const std::filesystem::path &descriptio
     }
     std::filesystem::create_directories(state_dir);
     std::ofstream(state_dir / "prepared") << description.string() << "\n" << (reset ? "reset" : "kept") << "\n";
+    return std::nullopt;
+}
+
+std::optional<std::string> accept_images(const std::filesystem::path &state_dir) {
+    if (std::filesystem::exists(state_dir / "odd image")) {
+        return (state_dir / "odd image").string() + ": is no file of 8 bytes; put one of that size there";
+    }
+    std::ofstream(state_dir / "prepared", std::ios::app) << "accepted\n";
     return std::nullopt;
 }
 
