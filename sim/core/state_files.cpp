@@ -50,13 +50,17 @@ open_file open_of_state(const fs::path &state_dir, const fs::path &name, int fla
     if (!name.has_parent_path()) {
         return open_file(open((state_dir / name).c_str(), flags, mode));
     }
-    open_file folder(open(state_dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    open_file folder;
     for (const fs::path &step : name.parent_path()) {
-        if (folder) {
-            folder = open_file(openat(folder.get(), step.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        // The way to the state itself is its user's own.
+        const fs::path where = folder ? step : state_dir / step;
+        folder = open_file(
+            openat(folder ? folder.get() : AT_FDCWD, where.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        if (!folder) {
+            return folder;
         }
     }
-    return open_file(folder ? openat(folder.get(), name.filename().c_str(), flags, mode) : -1);
+    return open_file(openat(folder.get(), name.filename().c_str(), flags, mode));
 }
 
 bool read_at(const open_file &file, void *bytes, size_t size, uint64_t offset) {

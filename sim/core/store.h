@@ -114,7 +114,7 @@ class store {
   private:
     bool wake();
     void write_journal(const store_plan &made);
-    void apply_or_take_back(const store_plan &made);
+    void apply_or_take_back(store_plan &made);
 
     std::unique_ptr<store_contents> known_;
 };

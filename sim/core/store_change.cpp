@@ -3,7 +3,6 @@
 #include "sim/core/store_contents.h"
 
 #include <algorithm>
-#include <fcntl.h>
 #include <stdexcept>
 #include <utility>
 
@@ -38,8 +37,7 @@ using future_blocks = std::map<std::pair<size_t, size_t>, std::vector<uint8_t>>;
 
 class planner {
   public:
-    explicit planner(const store_contents &known) : known_(known) {
-        plan_.head = known.head;
+    explicit planner(const store_contents &known) : known_(known), plan_{known.head, {}, {}, store_targets(known)} {
     }
 
     bool put(const change::item &wanted) {
@@ -58,8 +56,9 @@ class planner {
             throw store_error(known_.image_file(number).string() + ": ends before the write; write within the image",
                               error::out_of_range);
         }
-        plan_.pieces.push_back({static_cast<uint32_t>(number + 1), wanted.offset, wanted.bytes});
-        const open_file image = known_.open_image(number, O_RDONLY);
+        const auto target = static_cast<uint32_t>(number + 1);
+        plan_.pieces.push_back({target, wanted.offset, wanted.bytes});
+        const open_file &image = plan_.files.of(target);
         for (size_t done = 0; done < wanted.bytes.size();) {
             done += patch(number, image, wanted.offset + done, std::span(wanted.bytes).subspan(done));
         }
@@ -103,7 +102,7 @@ class planner {
     }
 
     const store_contents &known_;
-    store_plan plan_{};
+    store_plan plan_;
     future_blocks blocks_;
 };
 

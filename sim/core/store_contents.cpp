@@ -197,4 +197,19 @@ std::vector<uint8_t> store_contents::read_blocks(size_t number, const open_file 
     return bytes;
 }
 
+const open_file &store_targets::of(uint32_t target) {
+    if (target == 0) {
+        return known_.file;
+    }
+    auto [place, is_new] = images_.try_emplace(target);
+    if (is_new) {
+        place->second = known_.open_image(target - 1, O_RDWR);
+    }
+    return place->second;
+}
+
+std::filesystem::path store_targets::name_of(uint32_t target) const {
+    return target == 0 ? known_.store_file() : known_.image_file(target - 1);
+}
+
 } // namespace kestro_sim

@@ -21,13 +21,6 @@ struct store_piece {
     std::vector<uint8_t> bytes;
 };
 
-// What a change comes to.
-struct store_plan {
-    store_layout::header head;
-    std::map<std::string, known_cell, std::less<>> cells;
-    std::vector<store_piece> pieces;
-};
-
 struct store_contents {
     std::filesystem::path state_dir;
     open_file file;
@@ -62,6 +55,27 @@ struct store_contents {
 
     // The bytes of whole blocks, checked.
     std::vector<uint8_t> read_blocks(size_t number, const open_file &image, size_t first, size_t count) const;
+};
+
+// The files that a change is written into, each opened once.
+class store_targets {
+  public:
+    explicit store_targets(const store_contents &known) : known_(known) {
+    }
+    const open_file &of(uint32_t target);
+    std::filesystem::path name_of(uint32_t target) const;
+
+  private:
+    const store_contents &known_;
+    std::map<uint32_t, open_file> images_;
+};
+
+// What a change comes to.
+struct store_plan {
+    store_layout::header head;
+    std::map<std::string, known_cell, std::less<>> cells;
+    std::vector<store_piece> pieces;
+    store_targets files;
 };
 
 // Nothing when the table of registers has no room.

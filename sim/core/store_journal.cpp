@@ -13,64 +13,35 @@ using namespace store_layout;
 
 namespace {
 
-// The files that pieces go into, each opened once.
-class targets {
-  public:
-    targets(const store_contents &known, int flags) : known_(known), flags_(flags) {
-    }
-
-    const open_file &of(const store_piece &piece) {
-        if (piece.target == 0) {
-            return known_.file;
-        }
-        auto [place, is_new] = images_.try_emplace(piece.target);
-        if (is_new) {
-            place->second = known_.open_image(piece.target - 1, flags_);
-        }
-        return place->second;
-    }
-
-    std::filesystem::path name_of(const store_piece &piece) const {
-        return piece.target == 0 ? known_.store_file() : known_.image_file(piece.target - 1);
-    }
-
-  private:
-    const store_contents &known_;
-    int flags_;
-    std::map<uint32_t, open_file> images_;
-};
-
-void write_pieces(const store_contents &known, const std::vector<store_piece> &pieces) {
-    targets files(known, O_WRONLY);
+void write_pieces(store_targets &files, const std::vector<store_piece> &pieces) {
     for (const store_piece &piece : pieces) {
-        if (!write_at(files.of(piece), piece.bytes.data(), piece.bytes.size(), piece.offset)) {
-            fail_on(files.name_of(piece), "written", errno);
+        if (!write_at(files.of(piece.target), piece.bytes.data(), piece.bytes.size(), piece.offset)) {
+            fail_on(files.name_of(piece.target), "written", errno);
         }
     }
 }
 
-// What stands in the places of these pieces now. That images can be written at all is found out here, ahead of time.
-std::vector<store_piece> present(const store_contents &known, const std::vector<store_piece> &places) {
-    targets files(known, O_RDWR);
+// What stands in the places of these pieces now.
+std::vector<store_piece> present(store_targets &files, const std::vector<store_piece> &places) {
     std::vector<store_piece> found = places;
     for (store_piece &piece : found) {
-        if (!read_at(files.of(piece), piece.bytes.data(), piece.bytes.size(), piece.offset)) {
-            fail_on(files.name_of(piece), "read", errno);
+        if (!read_at(files.of(piece.target), piece.bytes.data(), piece.bytes.size(), piece.offset)) {
+            fail_on(files.name_of(piece.target), "read", errno);
         }
     }
     return found;
 }
 
 // Writes only what has changed: the place that could not be written cannot be written now either.
-void take_back(const store_contents &known, const std::vector<store_piece> &before) {
-    const std::vector<store_piece> now = present(known, before);
+void take_back(store_targets &files, const std::vector<store_piece> &before) {
+    const std::vector<store_piece> now = present(files, before);
     std::vector<store_piece> changed;
     for (size_t i = 0; i < before.size(); ++i) {
         if (now[i].bytes != before[i].bytes) {
             changed.push_back(before[i]);
         }
     }
-    write_pieces(known, changed);
+    write_pieces(files, changed);
 }
 
 std::vector<uint8_t> journal_of(const std::vector<store_piece> &pieces) {
@@ -131,14 +102,14 @@ void store::write_journal(const store_plan &made) {
     set_mark(*known_, {1, static_cast<uint32_t>(journal.size()), checksum(journal), 0});
 }
 
-void store::apply_or_take_back(const store_plan &made) {
-    const std::vector<store_piece> before = present(*known_, made.pieces);
+void store::apply_or_take_back(store_plan &made) {
+    const std::vector<store_piece> before = present(made.files, made.pieces);
     write_journal(made);
     try {
-        write_pieces(*known_, made.pieces);
+        write_pieces(made.files, made.pieces);
     } catch (const store_error &) {
         try {
-            take_back(*known_, before);
+            take_back(made.files, before);
             set_mark(*known_, {});
         } catch (const store_error &) {
             // The mark stays: the next operation that can write brings the change about.
@@ -151,7 +122,7 @@ void store::apply_or_take_back(const store_plan &made) {
 bool store::commit(const change &writes) {
     wake();
     known_->require_writable();
-    const auto made = plan_of(*known_, writes);
+    auto made = plan_of(*known_, writes);
     if (!made) {
         return false;
     }
@@ -186,7 +157,8 @@ void store::recover() {
                           error::damaged);
     }
     known_->require_writable();
-    write_pieces(*known_, pieces_in(journal));
+    store_targets files(*known_);
+    write_pieces(files, pieces_in(journal));
     set_mark(*known_, {});
 }
 
