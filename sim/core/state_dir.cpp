@@ -179,6 +179,10 @@ bool finish_making(state_lock &lock, const fs::path &state_dir) {
     if (lock.phase() == state_phase::moving) {
         move_new_state(state_dir);
         lock.set_phase(state_phase::made);
+    } else if (is_there(state_dir / "new")) {
+        // A reset that was killed: it must not go on taking room.
+        std::error_code none;
+        fs::remove_all(state_dir / "new", none);
     }
     // A state of an older layout has no mark, only a store.
     return lock.phase() == state_phase::made || is_there(state_dir / "store");

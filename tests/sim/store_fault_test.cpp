@@ -159,6 +159,7 @@ TEST(StoreFault, ResetThatIsKilledAtEachChangeIsOldOrNew) {
         EXPECT_TRUE(now_new || whole_label(board.state) == 0x11);
         EXPECT_TRUE(std::filesystem::exists(board.state + "/root/proc/interrupts"));
         EXPECT_TRUE(std::filesystem::exists(board.state + "/log"));
+        EXPECT_FALSE(std::filesystem::exists(board.state + "/new"));
         if (end == outcome::done) {
             EXPECT_TRUE(now_new);
             break;
