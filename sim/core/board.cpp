@@ -15,11 +15,11 @@ board::board(std::filesystem::path description_file, std::filesystem::path state
 }
 
 bool board::begin_operation() {
-    if (store_.is_retired()) {
-        return false;
-    }
-    store_.recover();
-    return true;
+    return store_.refresh();
+}
+
+void board::end_operation() {
+    store_.rest();
 }
 
 const description &board::described() {

@@ -44,6 +44,7 @@ class board {
     // What an operation starts with: finishes the change of a process that was killed. False when the state directory
     // was reset under the running program.
     bool begin_operation();
+    void end_operation();
 
     const description &described();
     void forget_description();

@@ -20,6 +20,8 @@ enum class error : uint32_t {
     no_board = 0x8111010AU,            // no board description or no state directory to run on
     store_full = 0x8111010BU,          // no room for one more device register
     out_of_memory = 0x8111010CU,
+    disk_full = 0x8111010DU, // nothing was written: the desk's disk has no room
+    read_only = 0x8111010EU, // nothing was written: the state may only be read
 };
 
 // Thrown to end a driver operation with a result code; operate() turns it into the code.

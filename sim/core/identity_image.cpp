@@ -3,10 +3,9 @@
 #include "sim/core/identity_image.h"
 #include "sim/core/eeprom.h"
 #include "sim/core/mac_area.h"
+#include "sim/core/state_files.h"
 
 #include <algorithm>
-#include <fstream>
-#include <stdexcept>
 #include <vector>
 
 namespace kestro_sim {
@@ -72,26 +71,18 @@ bytes identity_image(const description &board, const std::string &instance) {
     return image;
 }
 
-void write_file(const std::filesystem::path &path, const bytes &content) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char *>(content.data()), static_cast<std::streamsize>(content.size()));
-    if (!file.flush()) {
-        throw std::runtime_error(path.string() + ": cannot be written; make room or choose another state directory");
-    }
-}
-
 } // namespace
 
 void write_new_images(const description &chassis, const std::filesystem::path &directory) {
     for (const pugi::xml_node place : chassis.chassis().children("place")) {
         const std::string name = place.attribute("name").value();
         if (eeprom_layout(chassis, name)) {
-            write_file(directory / eeprom_image_name(name), identity_image(chassis, name));
+            write_new_file(directory / eeprom_image_name(name), identity_image(chassis, name));
         }
         for (const pugi::xml_node entry : chassis.node(name, "sim_storage", "image").children("entry")) {
             const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
             const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
-            write_file(directory / image_name(entry.attribute("name").value(), name), bytes(size, fill));
+            write_new_file(directory / image_name(entry.attribute("name").value(), name), bytes(size, fill));
         }
     }
 }

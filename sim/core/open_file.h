@@ -2,19 +2,24 @@
 #pragma once
 
 #include <unistd.h>
+#include <utility>
 
 namespace kestro_sim {
 
 class open_file {
   public:
+    open_file() = default;
     explicit open_file(int descriptor) : descriptor_(descriptor) {
     }
-    open_file(const open_file &) = delete;
-    open_file &operator=(const open_file &) = delete;
+    open_file(open_file &&other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {
+    }
+    open_file &operator=(open_file &&other) noexcept {
+        std::swap(descriptor_, other.descriptor_);
+        other.release();
+        return *this;
+    }
     ~open_file() {
-        if (descriptor_ >= 0) {
-            close(descriptor_);
-        }
+        release();
     }
     explicit operator bool() const {
         return descriptor_ >= 0;
@@ -24,7 +29,14 @@ class open_file {
     }
 
   private:
-    int descriptor_;
+    void release() {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+            descriptor_ = -1;
+        }
+    }
+
+    int descriptor_ = -1;
 };
 
 } // namespace kestro_sim

@@ -3,10 +3,11 @@
 
 #include "sim/core/state_dir.h"
 
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <new>
+#include <set>
 
 namespace kestro_sim {
 
@@ -28,18 +29,33 @@ board &board_of_this_process(const std::string &state_dir) {
             std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir, wanted_variable("KESTRO_SIM_SEAT"))
                 .release();
     }
-    if (!own->begin_operation()) {
-        throw store_error(state_dir + ": was made new while this program ran; start the program again");
-    }
     return *own;
 }
 
+// Each line once: a damaged register is read again and again. Kept to the end of the process, as the board is.
 void complain_once(const char *what) {
-    static std::atomic<bool> said{false};
-    if (!said.exchange(true)) {
+    static std::mutex one_at_a_time;
+    static auto *const said = new std::set<std::string>;
+    const std::lock_guard guard(one_at_a_time);
+    if (said->insert(what).second) {
         fprintf(stderr, "kestro_sim: %s\n", what);
     }
 }
+
+// Between two driver calls no descriptor of the simulator's is open in the product.
+class operation_on {
+  public:
+    explicit operation_on(board &used) : used_(used) {
+    }
+    operation_on(const operation_on &) = delete;
+    operation_on &operator=(const operation_on &) = delete;
+    ~operation_on() {
+        used_.end_operation();
+    }
+
+  private:
+    board &used_;
+};
 
 } // namespace
 
@@ -47,12 +63,20 @@ uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
     try {
         const std::string state_dir = wanted_variable("KESTRO_SIM_STATE");
         const state_lock lock(state_dir);
-        body(context, board_of_this_process(state_dir));
+        board &used = board_of_this_process(state_dir);
+        const operation_on running(used);
+        if (!used.begin_operation()) {
+            throw store_error(state_dir + ": was made new while this program ran; start the program again");
+        }
+        body(context, used);
         return 0;
     } catch (const refusal &refused) {
         return static_cast<uint32_t>(refused.code);
     } catch (const std::bad_alloc &) {
         return static_cast<uint32_t>(error::out_of_memory);
+    } catch (const store_error &problem) {
+        complain_once(problem.what());
+        return static_cast<uint32_t>(problem.code);
     } catch (const std::exception &problem) {
         complain_once(problem.what());
         return static_cast<uint32_t>(error::no_board);

@@ -4,6 +4,7 @@
 
 #include "sim/core/fitting.h"
 #include "sim/core/nearest.h"
+#include "sim/core/state_check.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/store.h"
 
@@ -32,17 +33,6 @@ void check_chassis_of_store(const store &opened, const fs::path &state_dir, cons
                           ": was made for other boards or cards or another EEPROM layout of chassis '" + kept.board +
                           "'; choose another directory with --state, or make the chassis new with --reset");
     }
-}
-
-// One merged file for each choice of files, so that a sick board and the healthy one take turns on one state.
-fs::path merged_file(const board_choice &choice, const fs::path &state_dir) {
-    uint64_t mixed = 0xCBF29CE484222325U;
-    for (const char c : choice.chassis_file.string() + "\n" + choice.board_file.string()) {
-        mixed = (mixed ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-    }
-    std::ostringstream name;
-    name << std::hex << mixed << ".xml";
-    return state_dir / "chassis" / name.str();
 }
 
 fs::path list_of_sources(const fs::path &merged) {
@@ -74,7 +64,7 @@ void write_whole(const fs::path &file, const std::string &content) {
     stream << content;
     stream.close();
     if (!stream) {
-        throw store_error(draft.string() + ": cannot be written; make room or choose another state directory");
+        fail_on(draft, "written", errno);
     }
     fs::rename(draft, file);
 }
@@ -100,13 +90,25 @@ std::string stamps_of(const std::vector<fs::path> &files) {
 
 } // namespace
 
+// One merged file for each choice of files, so that a sick board and the healthy one take turns on one state.
+fs::path merged_file(const board_choice &choice, const fs::path &state_dir) {
+    uint64_t mixed = 0xCBF29CE484222325U;
+    for (const char c : choice.chassis_file.string() + "\n" + choice.board_file.string()) {
+        mixed = (mixed ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+    }
+    std::ostringstream name;
+    name << std::hex << mixed << ".xml";
+    return state_dir / "chassis" / name.str();
+}
+
 fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bool reset) {
     claim_state_dir(state_dir);
-    const state_lock lock(state_dir);
+    state_lock lock(state_dir);
     const fs::path merged = merged_file(choice, state_dir);
-    const bool is_kept = fs::exists(state_dir / "store") && !reset;
+    const bool is_kept = finish_making(lock, state_dir) && !reset;
     if (is_kept) {
         const store opened(state_dir);
+        check_state(opened, state_dir);
         if (is_up_to_date(merged)) {
             return merged;
         }
@@ -116,7 +118,7 @@ fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bo
     if (is_kept) {
         check_chassis_of_store(store(state_dir), state_dir, *chassis);
     } else {
-        make_state(state_dir, *chassis);
+        make_state(lock, state_dir, *chassis);
     }
     keep_merged(*chassis, merged, sources);
     return merged;
@@ -150,6 +152,7 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
 }
 
 void require_fitted(const fs::path &merged, const fs::path &state_dir, const std::string &seat) {
+    check_folders_of(seat, state_dir);
     const state_lock lock(state_dir);
     board b(merged, state_dir, seat);
     b.begin_operation();

@@ -14,6 +14,9 @@ namespace kestro_sim {
 // Gives the merged chassis, a file in the state directory that runs read.
 std::filesystem::path prepare_board(const board_choice &choice, const std::filesystem::path &state_dir, bool reset);
 
+// Where the merged chassis of that choice is kept.
+std::filesystem::path merged_file(const board_choice &choice, const std::filesystem::path &state_dir);
+
 // What the technician pulls out and plugs in, by places; pulling comes first.
 struct refitting {
     std::vector<std::string> pull;

@@ -4,12 +4,13 @@
 #include "sim/core/identity_image.h"
 #include "sim/core/instance.h"
 #include "sim/core/merge.h"
+#include "sim/core/state_files.h"
 #include "sim/core/store.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <fstream>
 #include <iterator>
 #include <sys/file.h>
@@ -24,36 +25,49 @@ namespace {
 
 constexpr const char *lock_name = "kestro_sim.lock";
 
+// All of one length: to change the mark of a state takes no room on the disk.
+constexpr size_t phase_size = 8;
+constexpr std::array<const char *, 3> phase_names{"claimed\n", "moving \n", "made   \n"};
+
+// The store first: from then on, programs that still run on the old state see that theirs is gone.
+constexpr std::array<const char *, 4> parts{"store", "images", "root", "log"};
+
+bool is_there(const fs::path &file) {
+    struct stat status {};
+    return lstat(file.c_str(), &status) == 0;
+}
+
 std::string first_foreign_file(const fs::path &state_dir) {
     std::vector<std::string> names;
-    for (const fs::directory_entry &entry : fs::directory_iterator(state_dir)) {
-        names.push_back(entry.path().filename().string());
+    std::error_code problem;
+    for (fs::directory_iterator entry(state_dir, problem); !problem && entry != fs::directory_iterator();
+         entry.increment(problem)) {
+        names.push_back(entry->path().filename().string());
+    }
+    if (problem) {
+        fail_on(state_dir, "read", problem.value());
     }
     return names.empty() ? std::string() : *std::min_element(names.begin(), names.end());
 }
 
-// Programs that still run on the old board must not write into the new one.
-void retire_old_store(const fs::path &state_dir) {
-    if (!fs::exists(state_dir / "store")) {
-        return;
+void make_directory(const fs::path &directory) {
+    if (mkdir(directory.c_str(), 0777) != 0) {
+        fail_on(directory, "made", errno);
     }
-    try {
-        store(state_dir).retire();
-    } catch (const std::exception &) {
-        // Something else lies there under the store's name: nobody runs on it.
-    }
-    fs::remove_all(state_dir / "store");
 }
 
 // Text files name what differs from board to board (${serial}).
 void copy_file(const fs::path &from, const fs::path &to, const board_files &board) {
-    fs::copy_file(from, to, fs::copy_options::overwrite_existing);
     std::ifstream stream(from, std::ios::binary);
     const std::string content{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     const std::string own = substituted(content, board.variables);
-    if (own != content) {
-        std::ofstream(to, std::ios::binary | std::ios::trunc) << own;
+    fs::remove(to);
+    if (own == content) {
+        fs::copy_file(from, to);
+        return;
     }
+    write_new_file(to, {reinterpret_cast<const uint8_t *>(own.data()), own.size()});
+    fs::permissions(to, fs::status(from).permissions());
 }
 
 void copy_tree(const fs::path &from, const fs::path &to, const board_files &board) {
@@ -90,16 +104,50 @@ void make_directories_of_boards(const description &chassis, const fs::path &stat
     }
 }
 
+void write_new_state(const fs::path &directory, const description &chassis) {
+    make_directory(directory);
+    for (const char *part : {"images", "root", "log"}) {
+        make_directory(directory / part);
+    }
+    make_directories_of_boards(chassis, directory);
+    write_new_images(chassis, directory / "images");
+    copy_board_files(chassis, directory / "root");
+    store::create(directory, {fingerprint(chassis), 0, chassis.name()});
+}
+
+// May be done again from any point on: what has been moved is no longer in the new directory.
+void move_new_state(const fs::path &state_dir) {
+    for (const char *part : parts) {
+        if (is_there(state_dir / "new" / part)) {
+            fs::remove_all(state_dir / part);
+            fs::rename(state_dir / "new" / part, state_dir / part);
+        }
+    }
+    fs::remove(state_dir / "new");
+}
+
+// A state may lie where it can only be read.
+open_file open_lock(const fs::path &state_dir) {
+    open_file opened = open_of_state(state_dir, lock_name, O_RDWR);
+    if (!opened && (errno == EROFS || errno == EACCES || errno == EPERM)) {
+        opened = open_of_state(state_dir, lock_name, O_RDONLY);
+    }
+    return opened;
+}
+
 } // namespace
 
-state_lock::state_lock(const fs::path &state_dir) : file_(open((state_dir / lock_name).c_str(), O_RDWR | O_CLOEXEC)) {
-    if (!file_) {
-        throw store_error((state_dir / lock_name).string() + ": cannot be opened (" + std::strerror(errno) +
+state_lock::state_lock(const fs::path &state_dir) : path_(state_dir / lock_name), file_(open_lock(state_dir)) {
+    if (!file_ && errno == ENOENT) {
+        throw store_error(path_.string() + ": cannot be opened (" + std::strerror(errno) +
                           "); kestro_sim makes the state directory");
+    }
+    if (!file_) {
+        fail_on(path_, "opened", errno);
     }
     while (flock(file_.get(), LOCK_EX) != 0) {
         if (errno != EINTR) {
-            throw store_error((state_dir / lock_name).string() + ": cannot be locked (" + std::strerror(errno) +
+            throw store_error(path_.string() + ": cannot be locked (" + std::strerror(errno) +
                               "); choose a state directory on a local file system");
         }
     }
@@ -110,38 +158,79 @@ state_lock::~state_lock() {
     flock(file_.get(), LOCK_UN);
 }
 
+state_phase state_lock::phase() const {
+    std::array<char, phase_size> mark{};
+    if (!read_at(file_, mark.data(), mark.size(), 0)) {
+        return state_phase::claimed;
+    }
+    for (size_t i = 0; i < phase_names.size(); ++i) {
+        if (std::equal(mark.begin(), mark.end(), phase_names[i])) {
+            return static_cast<state_phase>(i);
+        }
+    }
+    return state_phase::claimed;
+}
+
+void state_lock::set_phase(state_phase phase) {
+    if (!write_at(file_, phase_names[static_cast<size_t>(phase)], phase_size, 0)) {
+        // A descriptor that can only read answers EBADF: the state may only be read.
+        fail_on(path_, "written", errno == EBADF ? EACCES : errno);
+    }
+}
+
 void claim_state_dir(const fs::path &state_dir) {
     std::error_code problem;
+    std::error_code none;
     fs::create_directories(state_dir, problem);
-    if (!fs::is_directory(state_dir)) {
+    if (!fs::is_directory(state_dir, none)) {
         throw store_error(state_dir.string() + ": cannot be made (" +
                           (problem ? problem.message() : std::strerror(ENOTDIR)) +
                           "); choose another directory with --state");
     }
+    if (is_there(state_dir / lock_name)) {
+        return;
+    }
     const std::string foreign = first_foreign_file(state_dir);
     // Another launcher may have claimed the directory while it was being read: its mark comes before its files.
-    if (!foreign.empty() && !fs::exists(state_dir / lock_name)) {
+    if (!foreign.empty() && !is_there(state_dir / lock_name)) {
         throw store_error((state_dir / foreign).string() +
                           ": was not made by the simulator; choose an empty or a new directory with --state");
     }
-    const open_file mark(open((state_dir / lock_name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
-    if (!mark) {
-        throw store_error((state_dir / lock_name).string() + ": cannot be made (" + std::strerror(errno) +
-                          "); choose a directory that can be written with --state");
+    if (!open_of_state(state_dir, lock_name, O_RDWR | O_CREAT)) {
+        fail_on(state_dir / lock_name, "made", errno);
     }
 }
 
-void make_state(const fs::path &state_dir, const description &chassis) {
-    retire_old_store(state_dir);
-    for (const char *old : {"store.new", "chassis", "images", "root", "log"}) {
-        fs::remove_all(state_dir / old);
+void make_state(state_lock &lock, const fs::path &state_dir, const description &chassis) {
+    const fs::path fresh = state_dir / "new";
+    // The mark takes its room on the disk before anything else does.
+    if (lock.phase() == state_phase::claimed) {
+        lock.set_phase(state_phase::claimed);
     }
-    fs::create_directory(state_dir / "images");
-    make_directories_of_boards(chassis, state_dir);
-    write_new_images(chassis, state_dir / "images");
-    copy_board_files(chassis, state_dir / "root");
-    store::create(state_dir / "store.new", {fingerprint(chassis), 0, chassis.name()});
-    fs::rename(state_dir / "store.new", state_dir / "store");
+    try {
+        fs::remove_all(fresh);
+        write_new_state(fresh, chassis);
+    } catch (...) {
+        // Half a state must not take the room that its maker lacked.
+        std::error_code none;
+        fs::remove_all(fresh, none);
+        throw;
+    }
+    lock.set_phase(state_phase::moving);
+    finish_making(lock, state_dir);
+}
+
+bool finish_making(state_lock &lock, const fs::path &state_dir) {
+    if (lock.phase() == state_phase::moving) {
+        move_new_state(state_dir);
+        lock.set_phase(state_phase::made);
+    } else if (is_there(state_dir / "new")) {
+        // A reset that was killed: it must not go on taking room.
+        std::error_code none;
+        fs::remove_all(state_dir / "new", none);
+    }
+    // A state of an older layout has no mark, only a store.
+    return lock.phase() == state_phase::made || is_there(state_dir / "store");
 }
 
 uint64_t file_stamp(const fs::path &file) {

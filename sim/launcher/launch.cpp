@@ -2,6 +2,7 @@
 #include "sim/launcher/launch.h"
 
 #include "sim/core/prepare.h"
+#include "sim/core/state_check.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -34,7 +35,13 @@ places find_places() {
 }
 
 fs::path absolute(const std::string &path) {
-    return fs::absolute(path).lexically_normal();
+    std::error_code problem;
+    const fs::path whole = fs::absolute(path, problem);
+    if (problem) {
+        throw launch_error(path, "the directory that kestro_sim was started in is gone (" + problem.message() + ")",
+                           "start it in another, or give the whole path");
+    }
+    return whole.lexically_normal();
 }
 
 // Relative values do not count, as the base directories' convention has it.
@@ -212,6 +219,9 @@ bool launch(const launch_options &options) {
     const fs::path merged = prepare_board(board, state, options.reset);
     if (options.has_hand()) {
         refit(merged, state, wanted);
+    }
+    if (options.accept_images) {
+        accept_images(state);
     }
     if (!is_run) {
         return true;

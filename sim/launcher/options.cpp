@@ -28,6 +28,7 @@ void describe_options(CLI::App &app, launch_options &options) {
         ->type_name("N[+][=CODE]");
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
     app.add_flag("--reset", options.reset, "make the chassis new first");
+    app.add_flag("--accept-images", options.accept_images, "take images that were changed by hand as they now are");
     for (const auto &[name, places, what] : {std::tuple{"--pull", &options.pull, "take what is at the place out"},
                                              {"--plug", &options.plug, "plug it in again"}}) {
         app.add_option(name, *places, what)

@@ -28,13 +28,14 @@ struct launch_options {
     std::string fail_alloc; // world
     bool strict = false;    // probe
     bool reset = false;
+    bool accept_images = false;
     std::vector<std::string> pull; // places
     std::vector<std::string> plug;
     std::vector<std::string> words; // kestro_test's own
 
     // What the technician does to the chassis; without words for kestro_test it is all that is done.
     bool has_hand() const {
-        return !pull.empty() || !plug.empty();
+        return accept_images || !pull.empty() || !plug.empty();
     }
 };
 

@@ -103,7 +103,7 @@ TEST(StateDir, AnotherLayoutIsRefused) {
 TEST(StateDir, OtherNumbersOfDevicesKeepTheState) {
     test_board board = new_board(master());
     EXPECT_EQ(calls_print(board, {write_label, "gpio_write 5 1"}), "0x0\n0x0\n");
-    const test_board sick = new_altered("mpu_master", {{"self/sim_gpio/pin/16/level", "1"}});
+    const test_board sick = new_altered("mpu_master", {{"slot9/sim_gpio/pin/16/level", "1"}});
     EXPECT_EQ(prepare_says(sick.word, board.state), "");
     board.description = board.state + "/chassis/" + fs::path(sick.description).filename().string();
     EXPECT_EQ(calls_print(board, {read_label, "gpio_read 5", "gpio_read 16"}), "0x0 \"kept\"\n0x0 1\n0x0 1\n");
@@ -137,19 +137,27 @@ TEST(StateDir, ForeignStoreIsRefused) {
         const test_board board = new_board(master());
         write_file(board.state + "/store", content);
         EXPECT_EQ(prepare_says(board.word, board.state),
-                  board.state + "/store: is no store of this simulator; make the board new with --reset, or choose "
+                  board.state + "/store: is no store of this simulator; make the chassis new with --reset, or choose "
                                 "another directory with --state");
         EXPECT_EQ(prepare_says(board.word, board.state, true), "");
         EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
     }
 }
 
-TEST(StateDir, StoreOfAnotherVersionIsRefused) {
-    const test_board board = new_board(master());
-    std::string content = read_file(board.state + "/store");
-    ++content[8];
-    write_file(board.state + "/store", content);
-    EXPECT_NE(prepare_says(board.word, board.state).find("is no store of this simulator"), std::string::npos);
+TEST(StateDir, StoreOfAnotherLayoutIsNamed) {
+    for (const auto &[version, age] : {std::pair<char, std::string>{'\x01', "an older"}, {'\x07', "a newer"}}) {
+        const test_board board = new_board(master());
+        std::string content = read_file(board.state + "/store");
+        content[8] = version;
+        write_file(board.state + "/store", content);
+        // The older layout had nothing in its lock file.
+        write_file(board.state + "/kestro_sim.lock", "");
+        EXPECT_EQ(prepare_says(board.word, board.state),
+                  board.state + "/store: was made by " + age + " kestro_sim (layout " + std::to_string(version) +
+                      ", this one has 2); make the chassis new with --reset, or choose another directory with --state");
+        EXPECT_EQ(prepare_says(board.word, board.state, true), "");
+        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+    }
 }
 
 TEST(StateDir, NoDirectory) {
@@ -160,27 +168,92 @@ TEST(StateDir, NoDirectory) {
               file + "/state: cannot be made (Not a directory); choose another directory with --state");
 }
 
-TEST(StateDir, MakingThatWasCutShortIsDoneAgain) {
-    const test_board board = new_board(master());
-    fs::remove(board.state + "/store");
-    write_file(board.state + "/store.new", "half");
-    write_file(board.state + "/images/eeprom-slot9.bin", "half");
-    fs::remove_all(board.state + "/root");
-    fs::remove_all(board.state + "/chassis");
-    EXPECT_EQ(prepare_says(board.word, board.state), "");
-    EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
-    EXPECT_TRUE(fs::exists(board.state + "/root/slot9/proc/interrupts"));
-    EXPECT_FALSE(fs::exists(board.state + "/store.new"));
+TEST(StateDir, ClaimedDirectoryIsMade) {
+    for (const std::string mark : {"", "claimed\n"}) {
+        const test_board board = board_to_make(master(), new_scratch_dir());
+        write_file(board.state + "/kestro_sim.lock", mark);
+        fs::create_directories(board.state + "/new/images");
+        write_file(board.state + "/new/images/eeprom-slot9.bin", "half");
+        EXPECT_EQ(prepare_says(board.word, board.state), "");
+        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+        EXPECT_TRUE(fs::exists(board.state + "/root/slot9/proc/interrupts"));
+        EXPECT_FALSE(fs::exists(board.state + "/new"));
+    }
 }
 
-TEST(StateDir, DamagedImageIsSaidOnce) {
+TEST(StateDir, MissingPartsAreNamedAndNotMadeAnew) {
+    for (const std::string part : {"store", "images", "images/eeprom-slot5.bin", "root", "log"}) {
+        const test_board board = new_board(master());
+        calls_print(board, {write_label});
+        fs::remove_all(board.state + "/" + part);
+        const std::string file = board.state + "/" + part;
+        EXPECT_EQ(prepare_says(board.word, board.state), file + ": is missing; make the chassis new with --reset");
+        EXPECT_FALSE(fs::exists(file));
+        EXPECT_EQ(prepare_says(board.word, board.state, true), "");
+        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+    }
+}
+
+TEST(StateDir, NothingButTheLockOfAWholeStateIsNotMadeAnew) {
     const test_board board = new_board(master());
-    fs::resize_file(board.state + "/images/eeprom-slot9.bin", 18);
-    const process_result result = call_drivers(board, {read_label, read_label});
-    EXPECT_EQ(result.out, "0x8111010a\n0x8111010a\n");
-    EXPECT_EQ(result.err,
-              "kestro_sim: " + board.state +
-                  "/images/eeprom-slot9.bin: ends early or cannot be read; make the board new with --reset\n");
+    for (const std::string part : {"store", "images", "root", "log"}) {
+        fs::remove_all(board.state + "/" + part);
+    }
+    EXPECT_EQ(prepare_says(board.word, board.state),
+              board.state + "/store: is missing; make the chassis new with --reset");
+    EXPECT_EQ(names_in(board.state), (std::vector<std::string>{"chassis", "kestro_sim.lock"}));
+}
+
+TEST(StateDir, LinksAreNotFollowed) {
+    for (const std::string part : {"kestro_sim.lock", "store", "images", "images/eeprom-slot9.bin", "root", "log"}) {
+        SCOPED_TRACE(part);
+        const test_board board = new_board(master());
+        const std::string file = board.state + "/" + part;
+        const std::string elsewhere = new_scratch_dir() + "/elsewhere";
+        fs::rename(file, elsewhere);
+        fs::create_symlink(elsewhere, file);
+        EXPECT_EQ(prepare_says(board.word, board.state),
+                  file + ": is a symbolic link, which would lead out of the state; put there what it leads to, or make "
+                         "the chassis new with --reset");
+    }
+}
+
+TEST(StateDir, DriversDoNotFollowLinksEither) {
+    for (const std::string part : {"images", "images/eeprom-slot9.bin", "log", "log/slot9/1.log"}) {
+        SCOPED_TRACE(part);
+        const test_board board = new_board(master());
+        calls_print(board, {"log 1 1 first"});
+        const std::string file = board.state + "/" + part;
+        const std::string elsewhere = new_scratch_dir() + "/elsewhere";
+        fs::rename(file, elsewhere);
+        fs::create_symlink(elsewhere, file);
+        const bool is_image = part.starts_with("images");
+        const process_result result = call_drivers(board, {is_image ? write_label : "log 1 1 x"});
+        EXPECT_EQ(result.out, "0x8111010a\n");
+        EXPECT_EQ(result.err, "kestro_sim: " + file +
+                                  ": is a symbolic link, which would lead out of the state; put there what it leads "
+                                  "to, or make the chassis new with --reset\n");
+        if (part == "log/slot9/1.log") {
+            EXPECT_EQ(read_file(elsewhere), "1 first\n");
+        }
+    }
+}
+
+TEST(StateDir, ResetTakesLinksAwayAndNotWhatTheyLeadTo) {
+    const test_board board = new_board(master());
+    const std::string elsewhere = new_scratch_dir() + "/elsewhere";
+    fs::rename(board.state + "/images", elsewhere);
+    fs::create_symlink(elsewhere, board.state + "/images");
+    EXPECT_EQ(prepare_says(board.word, board.state, true), "");
+    EXPECT_FALSE(fs::is_symlink(board.state + "/images"));
+    EXPECT_TRUE(fs::exists(elsewhere + "/eeprom-slot9.bin"));
+}
+
+TEST(StateDir, HalfALineOfTheLogIsTakenBack) {
+    const test_board board = new_board(master());
+    write_file(board.state + "/log/slot9/1.log", "1 first\n1 seco");
+    calls_print(board, {"log 1 2 third"});
+    EXPECT_EQ(read_file(board.state + "/log/slot9/1.log"), "1 first\n2 third\n");
 }
 
 TEST(Environment, DriversWithoutBoardSayWhyOnce) {

@@ -108,27 +108,58 @@ TEST(Store, ChangeThatWasNotCommittedLeavesNoTrace) {
         ASSERT_TRUE(killed.commit(label_change(0x11)));
         killed.record(label_change(0x22));
     }
-    // Without the mark, which stands behind the header of 104 bytes, the journal counts for nothing.
+    // Without the mark, which stands behind the header of 128 bytes, the journal counts for nothing.
     std::string file = read_file(state + "/store");
-    ASSERT_EQ(file[104], 1);
-    file[104] = 0;
+    ASSERT_EQ(file[128], 1);
+    file[128] = 0;
     write_file(state + "/store", file);
     expect_label(store(state), 0x11);
 }
 
 TEST(Store, FullTableRefusesFurtherRegisters) {
     store opened(new_state());
-    uint32_t written = 0;
-    for (;; ++written) {
+    for (uint32_t written = 0; written < 8192; written += 256) {
         change writes;
-        writes.put("self/x/y/" + std::to_string(written) + "/z", written);
-        if (!opened.commit(writes)) {
-            break;
+        for (uint32_t i = written; i < written + 256; ++i) {
+            writes.put("self/x/y/" + std::to_string(i) + "/z", i);
         }
+        ASSERT_TRUE(opened.commit(writes));
     }
-    EXPECT_EQ(written, 7168U);
-    EXPECT_EQ(opened.get("self/x/y/7167/z"), 7167U);
-    EXPECT_FALSE(opened.get("self/x/y/7168/z").has_value());
+    change known;
+    known.put("self/x/y/8191/z", 1);
+    EXPECT_TRUE(opened.commit(known));
+    // Of a change that has no room, nothing is written.
+    known.put("self/x/y/8192/z", 8192);
+    known.put("self/x/y/8191/z", 2);
+    EXPECT_FALSE(opened.commit(known));
+    EXPECT_EQ(opened.get("self/x/y/8191/z"), 1U);
+    EXPECT_EQ(opened.get("self/x/y/4711/z"), 4711U);
+    EXPECT_FALSE(opened.get("self/x/y/8192/z").has_value());
+}
+
+TEST(Store, LargestChangesFitTheJournal) {
+    const std::string state = new_state();
+    store opened(state);
+    change registers;
+    uint32_t count = 0;
+    try {
+        for (;; ++count) {
+            registers.put("self/x/y/" + std::to_string(count) + "/z", count);
+        }
+    } catch (const std::length_error &) {
+        EXPECT_GT(count, 400U);
+    }
+    EXPECT_TRUE(opened.commit(registers));
+    change bytes;
+    try {
+        for (uint32_t offset = 0;; offset += 17) {
+            bytes.write("eeprom-slot9.bin", offset % 8192, bytes_of(1, 0x44));
+        }
+    } catch (const std::length_error &) {
+        EXPECT_TRUE(opened.commit(bytes));
+    }
+    EXPECT_EQ(store(state).get("self/x/y/" + std::to_string(count - 1) + "/z"), count - 1);
+    EXPECT_EQ(store(state).read("eeprom-slot9.bin", 17, 1), bytes_of(1, 0x44));
 }
 
 TEST(Store, ChangeLargerThanTheJournalIsAnError) {

@@ -2,6 +2,7 @@
 #include "tests/sim/support.h"
 
 #include "sim/core/prepare.h"
+#include "sim/core/store_error.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -83,6 +84,11 @@ test_board new_delivered(const std::string &seat) {
     return new_board(seat);
 }
 
+test_board board_to_make(const std::string &word, const std::string &state) {
+    const kestro_sim::board_choice choice = choose(word);
+    return {word, state, kestro_sim::merged_file(choice, state).string(), choice.seat};
+}
+
 test_board seen_from(const test_board &board, const std::string &seat) {
     test_board other = board;
     other.word = seat;
@@ -159,6 +165,8 @@ std::string calls_print(const test_board &board, const std::vector<std::string> 
 std::string prepare_says(const std::string &word, const std::string &state, bool reset) {
     try {
         kestro_sim::prepare_board(choose(word), state, reset);
+    } catch (const std::filesystem::filesystem_error &problem) {
+        return kestro_sim::said_plainly(problem);
     } catch (const std::exception &problem) {
         return problem.what();
     }

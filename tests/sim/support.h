@@ -38,6 +38,9 @@ test_board new_board(const std::string &word);
 // A new state of the delivered chassis, seen from a seat by name.
 test_board new_delivered(const std::string &seat);
 
+// A board whose state is not made yet.
+test_board board_to_make(const std::string &word, const std::string &state);
+
 // The same state from another seat of the delivered chassis.
 test_board seen_from(const test_board &board, const std::string &seat);
 

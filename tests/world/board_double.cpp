@@ -1,5 +1,6 @@
 // Stands where the board's library would: refuses a description that says so, else writes down what it was asked for.
 #include "sim/core/prepare.h"
+#include "sim/core/state_check.h"
 
 #include <fstream>
 #include <iterator>
@@ -46,6 +47,14 @@ void require_fitted(const fs::path &, const fs::path &, const std::string &seat)
     if (seat == "seat_of_pulled") {
         throw description_error("the board at " + seat + " is pulled out");
     }
+}
+
+std::optional<std::string> accept_images(const std::filesystem::path &state_dir) {
+    if (std::filesystem::exists(state_dir / "odd image")) {
+        return (state_dir / "odd image").string() + ": is no file of 8 bytes; put one of that size there";
+    }
+    std::ofstream(state_dir / "prepared", std::ios::app) << "accepted\n";
+    return std::nullopt;
 }
 
 } // namespace kestro_sim

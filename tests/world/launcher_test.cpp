@@ -131,9 +131,9 @@ TEST_F(Launcher, TheFirstWordMayBeEmptyOrADash) {
 
 TEST_F(Launcher, HelpNamesEveryOption) {
     const process_result result = run({"--help"});
-    for (const char *option :
-         {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual", "--script FILE",
-          "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]", "--fail-alloc N", "--reset"}) {
+    for (const char *option : {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual",
+                               "--script FILE", "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]",
+                               "--fail-alloc N", "--reset", "--accept-images"}) {
         EXPECT_NE(result.out.find(std::string("  ") + option + " "), std::string::npos) << option << result.out;
     }
     EXPECT_EQ(result.err, "");
@@ -174,6 +174,24 @@ TEST_F(Launcher, KeepsTheStateWhereItIsTold) {
 TEST_F(Launcher, ResetMakesTheBoardNew) {
     run({"--reset", "--state", "here"});
     EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/chassis/mpu_master.seat") + "\nreset\n");
+}
+
+TEST_F(Launcher, AcceptsImagesOfAStateThatIsReady) {
+    run({"--accept-images", "--state", "here"});
+    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/boards/mpu_master.xml") + "\nkept\naccepted\n");
+    write("here/odd image", "");
+    expect_refused(run({"--accept-images", "--state", "here"}),
+                   path("here/odd image") + ": is no file of 8 bytes; put one of that size there");
+}
+
+TEST_F(Launcher, SaysThatItsDirectoryIsGone) {
+    fs::create_directories(path("gone"));
+    const process_result result = kestro_tests::run_with(
+        {"/bin/sh", "-c", "cd gone && rmdir ../gone && exec ${KESTRO_EMULATOR:-} \"$0\" --state here",
+         path("kestro_sim")},
+        {}, tree_.string());
+    expect_refused(result, "here: the directory that kestro_sim was started in is gone (No such file or directory); "
+                           "start it in another, or give the whole path");
 }
 
 TEST_F(Launcher, HandsEachOptionOnAsAVariable) {

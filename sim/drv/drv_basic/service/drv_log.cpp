@@ -2,13 +2,12 @@
 // becomes the old half of a ring and a new one is begun.
 #include "drv_basic/service/drv_log.h"
 
-#include "sim/core/open_file.h"
+#include "sim/core/state_files.h"
 #include "sim/drv/driver.h"
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
-#include <fcntl.h>
 
 using namespace kestro_sim;
 
@@ -16,7 +15,7 @@ namespace {
 
 constexpr uint32_t log_id_max = 255;
 constexpr uint32_t level_max = 3;
-constexpr uintmax_t half_ring = 64 * 1024;
+constexpr uint64_t half_ring = 64 * 1024;
 constexpr size_t line_max = 4096;
 
 // A line of the log is one line of the file.
@@ -29,18 +28,6 @@ std::string one_line(uint32_t level, std::string_view text) {
         line += c == '\n' || c == '\r' ? ' ' : c;
     }
     return line + "\n";
-}
-
-void append_line(const std::filesystem::path &file, const std::string &line) {
-    std::error_code none_yet;
-    if (const auto size = std::filesystem::file_size(file, none_yet); !none_yet && size >= half_ring) {
-        std::filesystem::path old = file;
-        std::filesystem::rename(file, old.replace_extension(".old"));
-    }
-    const open_file opened(open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-    if (!opened || write(opened.get(), line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
-        throw store_error(file.string() + ": cannot be written; make room or choose another state directory");
-    }
 }
 
 } // namespace
@@ -56,6 +43,7 @@ uint32_t drv_log_record(uint32_t log_id, uint32_t level, uint32_t flag, const ch
     return operate([&](board &b) {
         refuse_null(format);
         refuse_if(log_id > log_id_max || level > level_max || flag != 0, error::bad_value);
-        append_line(b.state_dir() / "log" / b.self() / (std::to_string(log_id) + ".log"), one_line(level, text.data()));
+        append_to_ring(b.state_dir(), "log/" + b.self() + "/" + std::to_string(log_id) + ".log",
+                       one_line(level, text.data()), half_ring);
     });
 }

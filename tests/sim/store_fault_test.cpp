@@ -1,0 +1,192 @@
+// A kill and a full disk at every single change that the store makes to its files: all or nothing, registers, images
+// and checksums alike.
+#include "sim/core/prepare.h"
+#include "sim/core/store.h"
+#include "tests/sim/fault_points.h"
+#include "tests/sim/support.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace kestro_tests {
+
+using kestro_sim::change;
+using kestro_sim::store;
+
+namespace {
+
+constexpr int far_too_many = 1000;
+
+std::vector<uint8_t> bytes_of(size_t count, uint8_t value) {
+    return std::vector<uint8_t>(count, value);
+}
+
+// Two copies across several blocks, and registers that may be new.
+change label_change(uint8_t value) {
+    change writes;
+    writes.write("eeprom-slot9.bin", 16, bytes_of(1200, value));
+    writes.write("eeprom-slot9.bin", 1216, bytes_of(1200, value));
+    writes.put("self/a/b/0/low", value);
+    writes.put("self/a/b/0/high", value + 1U);
+    return writes;
+}
+
+void commit_label(const std::string &state, uint8_t value) {
+    store opened(state);
+    if (!opened.commit(label_change(value))) {
+        throw std::runtime_error("the table is full");
+    }
+}
+
+// The value that all parts of the change have. Reading checks the checksums.
+int whole_label(const std::string &state) {
+    const store opened(state);
+    const auto low = opened.get("self/a/b/0/low");
+    const auto value = static_cast<uint8_t>(low.value_or(0));
+    EXPECT_EQ(opened.read("eeprom-slot9.bin", 16, 2400), bytes_of(2400, value));
+    EXPECT_EQ(opened.get("self/a/b/0/high"), value + 1U);
+    opened.check_registers();
+    opened.read("eeprom-slot9.bin", 0, opened.image_size("eeprom-slot9.bin"));
+    return value;
+}
+
+test_board labelled(uint8_t value) {
+    const test_board board = new_delivered("mpu_master");
+    commit_label(board.state, value);
+    return board;
+}
+
+std::string make(const test_board &board, bool reset) {
+    return prepare_says(board.word, board.state, reset);
+}
+
+void make_or_throw(const test_board &board, bool reset) {
+    const std::string said = make(board, reset);
+    if (!said.empty()) {
+        throw std::runtime_error(said);
+    }
+}
+
+bool is_new(const test_board &board) {
+    const store opened(board.state);
+    return !opened.get("self/a/b/0/low").has_value() &&
+           opened.read("eeprom-slot9.bin", 16, 6) == std::vector<uint8_t>{'[', 'b', 'o', 'a', 'r', 'd'};
+}
+
+} // namespace
+
+TEST(StoreFault, KilledAtEachChangeLeavesAllOrNothing) {
+    const test_board board = labelled(0x11);
+    int before = 0;
+    int after = 0;
+    for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+        SCOPED_TRACE(n);
+        commit_label(board.state, 0x11);
+        const outcome end = run_with_fault(fault::killed, n, [&] { commit_label(board.state, 0x22); });
+        const int value = whole_label(board.state);
+        if (end == outcome::done) {
+            EXPECT_EQ(value, 0x22);
+            break;
+        }
+        ASSERT_EQ(end, outcome::killed);
+        EXPECT_TRUE(value == 0x11 || value == 0x22);
+        // Once begun, a later kill does not undo it.
+        EXPECT_FALSE(value == 0x11 && after > 0);
+        ++(value == 0x11 ? before : after);
+    }
+    EXPECT_EQ(before, 2); // the journal, its mark
+    EXPECT_GT(after, 6);  // two writes to the image, two registers, three blocks, the header, the mark
+}
+
+TEST(StoreFault, FullDiskAtEachChangeLeavesNothing) {
+    const test_board board = labelled(0x11);
+    for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+        SCOPED_TRACE(n);
+        commit_label(board.state, 0x11);
+        const outcome end = run_with_fault(fault::full_once, n, [&] { commit_label(board.state, 0x22); });
+        if (end == outcome::done) {
+            EXPECT_GT(n, 8);
+            break;
+        }
+        ASSERT_EQ(end, outcome::refused);
+        const int value = whole_label(board.state);
+        // The last change but takes the mark off: everything is written by then.
+        EXPECT_TRUE(value == 0x11 || value == 0x22);
+    }
+}
+
+TEST(StoreFault, DiskThatStaysFullLeavesAllOrNothing) {
+    const test_board board = labelled(0x11);
+    for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+        SCOPED_TRACE(n);
+        commit_label(board.state, 0x11);
+        const outcome end = run_with_fault(fault::full_for_good, n, [&] { commit_label(board.state, 0x22); });
+        const int value = whole_label(board.state);
+        EXPECT_TRUE(value == 0x11 || value == 0x22);
+        if (end == outcome::done) {
+            break;
+        }
+        ASSERT_EQ(end, outcome::refused);
+    }
+}
+
+TEST(StoreFault, MakingThatIsKilledAtEachChangeIsDoneAgain) {
+    for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+        SCOPED_TRACE(n);
+        const test_board board = board_to_make("mpu_master", new_scratch_dir() + "/state");
+        const outcome end = run_with_fault(fault::killed, n, [&] { make_or_throw(board, false); });
+        EXPECT_EQ(make(board, false), "");
+        EXPECT_TRUE(is_new(board));
+        EXPECT_FALSE(std::filesystem::exists(board.state + "/new"));
+        if (end == outcome::done) {
+            EXPECT_GT(n, 10);
+            break;
+        }
+        ASSERT_EQ(end, outcome::killed);
+    }
+}
+
+TEST(StoreFault, ResetThatIsKilledAtEachChangeIsOldOrNew) {
+    int kept = 0;
+    int made_new = 0;
+    for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+        SCOPED_TRACE(n);
+        const test_board board = labelled(0x11);
+        const outcome end = run_with_fault(fault::killed, n, [&] { make_or_throw(board, true); });
+        EXPECT_EQ(make(board, false), "");
+        const bool now_new = is_new(board);
+        ++(now_new ? made_new : kept);
+        EXPECT_TRUE(now_new || whole_label(board.state) == 0x11);
+        EXPECT_TRUE(std::filesystem::exists(board.state + "/root/slot9/proc/interrupts"));
+        EXPECT_TRUE(std::filesystem::exists(board.state + "/log"));
+        EXPECT_FALSE(std::filesystem::exists(board.state + "/new"));
+        if (end == outcome::done) {
+            EXPECT_TRUE(now_new);
+            break;
+        }
+        ASSERT_EQ(end, outcome::killed);
+    }
+    EXPECT_GT(kept, 5);
+    EXPECT_GT(made_new, 5);
+}
+
+TEST(StoreFault, ResetOnAFullDiskKeepsTheOldState) {
+    int kept = 0;
+    for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+        SCOPED_TRACE(n);
+        const test_board board = labelled(0x11);
+        const outcome end = run_with_fault(fault::full_once, n, [&] { make_or_throw(board, true); });
+        EXPECT_EQ(make(board, false), "");
+        if (end == outcome::done) {
+            EXPECT_TRUE(is_new(board));
+            break;
+        }
+        if (!is_new(board)) {
+            EXPECT_EQ(whole_label(board.state), 0x11);
+            ++kept;
+        }
+    }
+    EXPECT_GT(kept, 5);
+}
+
+} // namespace kestro_tests
