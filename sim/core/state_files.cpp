@@ -15,7 +15,7 @@ constexpr uint64_t line_end_search = 4096;
 
 // Where the last whole line ends.
 uint64_t end_of_lines(const open_file &file, uint64_t size) {
-    std::vector<char> tail(std::min(size, line_end_search));
+    std::vector<char> tail(static_cast<size_t>(std::min(size, line_end_search)));
     const uint64_t begin = size - tail.size();
     if (!read_at(file, tail.data(), tail.size(), begin)) {
         return size;

@@ -17,10 +17,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<uint8_t> content_of(const fs::path &state_dir, const fs::path &name, size_t size) {
-    std::vector<uint8_t> content(size);
+std::vector<uint8_t> content_of(const fs::path &state_dir, const fs::path &name, uint64_t size) {
+    std::vector<uint8_t> content(static_cast<size_t>(size));
     const open_file opened = open_of_state(state_dir, name, O_RDONLY);
-    if (!opened || !read_at(opened, content.data(), size, 0)) {
+    if (!opened || !read_at(opened, content.data(), content.size(), 0)) {
         fail_on(state_dir / name, "read", errno);
     }
     return content;
@@ -84,7 +84,7 @@ void store::create(const fs::path &state_dir, const store_identity &identity) {
     }
     const header head = new_header(identity, images.size(), sums.size());
     // All of it is written, not left to be allocated later: a full disk is noticed now.
-    std::vector<uint8_t> content(cell_at(head, cells_step));
+    std::vector<uint8_t> content(static_cast<size_t>(cell_at(head, cells_step)));
     std::memcpy(content.data(), &head, sizeof(head));
     std::copy_n(reinterpret_cast<const uint8_t *>(images.data()), images.size() * sizeof(image_entry),
                 content.begin() + static_cast<ptrdiff_t>(images_at));

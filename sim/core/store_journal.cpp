@@ -79,7 +79,7 @@ void make_room(store_contents &known, uint32_t cells) {
         return;
     }
     const uint32_t steps = (cells + cells_step - 1) / cells_step;
-    const std::vector<uint8_t> room(cell_at(known.head, steps * cells_step) - end);
+    const std::vector<uint8_t> room(static_cast<size_t>(cell_at(known.head, steps * cells_step) - end));
     if (!write_at(known.file, room.data(), room.size(), end)) {
         const int reason = errno;
         static_cast<void>(!ftruncate(known.file.get(), status.st_size));
