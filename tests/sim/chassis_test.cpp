@@ -20,7 +20,7 @@ const std::string self = " 0xffffffff ";
 const std::string card5 = " 0xff000005 ";
 
 // Modules and nodes of more than this many lines are worth a part of their own.
-constexpr long lines_that_may_repeat = 4;
+constexpr long lines_that_may_repeat = 6;
 
 std::string text_of(pugi::xml_node item) {
     std::ostringstream text;
