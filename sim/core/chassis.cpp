@@ -224,6 +224,9 @@ class chassis_maker {
         }
         if (const pugi::xml_attribute like = kind.attribute("like")) {
             lay_kind(place, read_named(kind, "boards", like.value(), "board"), given, files, depth + 1);
+            // What differs is laid over the finished board, whose lists are filled by then.
+            substitute(sources_, place, given);
+            fill_lists(sources_, place);
         }
         files_of_ = &files;
         add_modules(place, kind, depth);

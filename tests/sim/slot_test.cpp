@@ -29,9 +29,10 @@ TEST(SlotDriver, ListsAreTheSameOnEveryBoardOfTheChassis) {
 }
 
 TEST(SlotDriver, ListIsAscendingWhateverTheDescriptionsOrder) {
-    const test_board board = new_changed("mpu_master", "  <slot number=\"8\" type=\"2\"/>",
-                                         "  <slot number=\"18\" type=\"1\"/><slot number=\"8\" type=\"1\"/>");
-    EXPECT_EQ(calls_print(board, {"slot_get_list 1", "slot_get_start_num 1"}), "0x0 4: 8 9 10 18\n0x0 8\n");
+    const test_board board =
+        new_changed("mpu_master", "<slot number=\"11\" type=\"3\"/>\n  <slot number=\"12\" type=\"3\"/>",
+                    "<slot number=\"12\" type=\"3\"/>\n  <slot number=\"11\" type=\"3\"/>");
+    EXPECT_EQ(calls_print(board, {"slot_get_list 3", "slot_get_start_num 3"}), "0x0 2: 11 12\n0x0 11\n");
 }
 
 TEST(SlotDriver, UnknownSlotsAndTypes) {

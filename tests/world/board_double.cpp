@@ -43,7 +43,7 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
     }
 }
 
-void require_fitted(const fs::path &, const fs::path &, const std::string &seat) {
+void require_fitted(const fs::path &, const std::string &seat) {
     if (seat == "seat_of_pulled") {
         throw description_error("the board at " + seat + " is pulled out");
     }

@@ -17,6 +17,12 @@ device own_control(board &b) {
     return b.find_at(b.self(), controls, 0);
 }
 
+// Reset lines of the cards in slots end at the master.
+device reachable(board &b, uint32_t inst_id, const device_kind &kind, uint32_t id) {
+    refuse_if(!b.is_seen(b.instance(inst_id)), error::not_supported);
+    return b.find(inst_id, kind, id);
+}
+
 // An empty peer slot has nobody to reset or to ask.
 device peer_control(board &b) {
     const std::string peer = place_of_slot(b, peer_slot(b, DRV_INST_SELF));
@@ -39,7 +45,7 @@ void keep_code(change &writes, const device &control, const drv_reset_code &code
 }
 
 uint32_t accept_instance(uint32_t inst_id) {
-    return operate([&](board &b) { b.find(inst_id, controls, 0); });
+    return operate([&](board &b) { reachable(b, inst_id, controls, 0); });
 }
 
 uint32_t read_own(const char *name, uint32_t *value) {
@@ -70,12 +76,12 @@ uint32_t drv_reset_deinit(uint32_t inst_id) {
 
 // The chip is back at once, and its driver sets it up again as it was.
 uint32_t drv_reset_chip(uint32_t inst_id, uint32_t chip_id) {
-    return operate([&](board &b) { b.find(inst_id, chips, chip_id); });
+    return operate([&](board &b) { reachable(b, inst_id, chips, chip_id); });
 }
 
 // The reset line of a whole board restarts its power sequence: a cold start.
 uint32_t drv_reset_board(uint32_t inst_id) {
-    return operate([&](board &b) { reset(b, b.find(inst_id, controls, 0)); });
+    return operate([&](board &b) { reset(b, reachable(b, inst_id, controls, 0)); });
 }
 
 // The board restarts its processor alone: a warm start.
@@ -115,7 +121,7 @@ uint32_t drv_reset_get_code(drv_reset_code *code) {
 uint32_t drv_reset_get_reason(uint32_t inst_id, uint32_t index, uint32_t *reason) {
     return operate([&](board &b) {
         refuse_null(reason);
-        *reason = b.get(b.find(inst_id, reasons, index), "reason");
+        *reason = b.get(reachable(b, inst_id, reasons, index), "reason");
     });
 }
 
