@@ -43,6 +43,11 @@ class board {
     // was reset under the running program.
     bool begin_operation();
 
+    // Nanoseconds since the board was made new (time.h).
+    int64_t now();
+    void note_time();
+    void note_time_now_and_then();
+
     const description &described();
     void forget_description();
 

@@ -21,15 +21,42 @@ std::string wanted_variable(const char *name) {
 }
 
 // Kept to the end of the process: drivers are called from exit handlers and other threads too.
+std::atomic<board *> own{nullptr};
+std::atomic<int> running_operations{0};
+
 board &board_of_this_process(const std::string &state_dir) {
-    static board *own = nullptr;
     if (own == nullptr) {
         own = std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir).release();
     }
-    if (!own->begin_operation()) {
+    if (!own.load()->begin_operation()) {
         throw store_error(state_dir + ": was made new while this program ran; start the program again");
     }
+    own.load()->note_time_now_and_then();
     return *own;
+}
+
+struct counted_operation {
+    counted_operation() {
+        ++running_operations;
+    }
+    ~counted_operation() {
+        --running_operations;
+    }
+};
+
+// The end of the process. Within an operation (a signal handler that leaves) the lock may be this thread's own.
+__attribute__((destructor)) void note_last_moment() {
+    if (own == nullptr || running_operations != 0) {
+        return;
+    }
+    try {
+        const state_lock lock(wanted_variable("KESTRO_SIM_STATE"));
+        if (own.load()->begin_operation()) {
+            own.load()->note_time();
+        }
+    } catch (const std::exception &) {
+        // The state is gone, and its time with it.
+    }
 }
 
 void complain_once(const char *what) {
@@ -42,6 +69,7 @@ void complain_once(const char *what) {
 } // namespace
 
 uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
+    const counted_operation counted;
     try {
         const std::string state_dir = wanted_variable("KESTRO_SIM_STATE");
         const state_lock lock(state_dir);
