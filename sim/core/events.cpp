@@ -87,6 +87,7 @@ event_queue &queue() {
 }
 
 void forget_in_child() {
+    forget_other_threads();
     if (event_queue *parents = present.exchange(nullptr)) {
         left_behind().push_back(parents);
     }
@@ -142,7 +143,7 @@ std::optional<int64_t> collect(board &b, source &known, int64_t now) {
         event_queue &own = queue();
         const std::lock_guard guard(own.lock);
         for (event &what : found->events) {
-            append(own, found->due, std::move(what));
+            append(own, is_later ? found->due : now, std::move(what));
         }
         // A source that only notices changes has no later moment to go on from.
         if (!is_later) {

@@ -51,7 +51,7 @@ struct due_events {
 // A family whose events follow from its registers and the board time (an interrupt that is raised each second until it
 // is cleared) says when the next ones after a moment are due, if any are foreseen. It is asked within an operation of
 // the delivering thread, only while somebody listens to its topic, and again after each change of a register. What is
-// due before now is delivered at once.
+// due before now is delivered at once; a source that merely notices a change says `after` itself.
 using event_source = std::function<std::optional<due_events>(board &b, int64_t after)>;
 void add_event_source(const std::string &topic, event_source next);
 

@@ -68,6 +68,10 @@ void complain_once(const char *what) {
 
 } // namespace
 
+void forget_other_threads() {
+    running_operations = 0;
+}
+
 uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
     const counted_operation counted;
     try {

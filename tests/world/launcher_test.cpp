@@ -69,7 +69,8 @@ class Launcher : public testing::Test {
     std::string environment_of(const std::string &board, const std::string &state, const std::string &root) const {
         return "LD_LIBRARY_PATH=" + path("sim") + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
                "\nKESTRO_SIM_BOARD=" + board + "\nKESTRO_SIM_STATE=" + state + "\nKESTRO_SIM_ROOT=" + root +
-               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT=(none)\n"
+               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=2500000000\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
+               "(none)\n"
                "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
                "KESTRO_PROBE_FAIL_CALL=(none)\n";
     }
@@ -212,10 +213,11 @@ TEST_F(Launcher, KeepsTheLoaderPathsOfTheUser) {
 }
 
 TEST_F(Launcher, ClearsWhatAnEarlierRunLeft) {
-    expect_runs(run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
-                         "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_PROBE_SCRIPT=d", "KESTRO_PROBE_STRICT=1",
-                         "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
-                word(path("kestro_test")) + default_environment());
+    expect_runs(
+        run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
+                 "KESTRO_SIM_TIME=77", "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_PROBE_SCRIPT=d", "KESTRO_PROBE_STRICT=1",
+                 "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
+        word(path("kestro_test")) + default_environment());
 }
 
 TEST_F(Launcher, ExitStatusAndSignalsAreTheProductsOwn) {

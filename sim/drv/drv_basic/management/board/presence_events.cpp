@@ -47,8 +47,8 @@ bool take_note(board &b, const std::string &place, event &news) {
     return true;
 }
 
-std::optional<due_events> look_around(board &b, int64_t) {
-    due_events found{b.now(), {}};
+std::optional<due_events> look_around(board &b, int64_t after) {
+    due_events found{after, {}};
     event news;
     for (const std::string &place : places(b)) {
         if (take_note(b, place, news)) {
