@@ -77,15 +77,22 @@ int64_t board_time(store &kept) {
     return time_of(kept, real);
 }
 
+// Most runs on the virtual clock do not wait, and have nothing to write down.
 void note_board_time(store &kept) {
     const int64_t real = real_now();
-    write_down(kept, time_of(kept, real), real);
+    const int64_t time = time_of(kept, real);
+    if (!is_on_virtual_clock() || !kept.get(noted_at) || time != kept_number(kept, noted_time, 0)) {
+        write_down(kept, time, real);
+    }
     last_noted = own_clock();
 }
 
 void note_board_time_now_and_then(store &kept) {
     const int64_t now = own_clock();
     if (last_noted < 0) {
+        if (!kept.get(noted_at)) {
+            write_down(kept, 0, real_now());
+        }
         last_noted = now;
     } else if (now - last_noted >= much) {
         note_board_time(kept);
@@ -94,10 +101,7 @@ void note_board_time_now_and_then(store &kept) {
 
 int64_t board_time_at_start(const std::filesystem::path &state_dir) {
     const state_lock lock(state_dir);
-    store kept(state_dir);
-    if (!kept.get(noted_at)) {
-        write_down(kept, 0, real_now());
-    }
+    const store kept(state_dir);
     return kept_number(kept, noted_time, 0);
 }
 

@@ -25,10 +25,10 @@ int64_t board_time(store &kept);
 // Writes the present moment down, for the runs to come.
 void note_board_time(store &kept);
 
-// The same, when it has moved by so much that a killed run would lose something of it. Cheap when it has not.
+// The same, when it has moved by so much that a killed run would lose something of it. Begins the time of a new board.
 void note_board_time_now_and_then(store &kept);
 
-// What a run on the virtual clock starts with. Begins the time of a state that has none yet. Throws store_error.
+// What a run on the virtual clock starts with. Throws store_error.
 int64_t board_time_at_start(const std::filesystem::path &state_dir);
 
 } // namespace kestro_sim

@@ -200,7 +200,7 @@ void set_probe_environment(const launch_options &options) {
     set_if_given("KESTRO_PROBE_FAIL_CALL", options.fail_call);
 }
 
-// The board's time goes on from run to run.
+// The virtual clock goes on from run to run.
 std::string time_at_start(const fs::path &state) {
     try {
         return std::to_string(board_time_at_start(state));
@@ -259,7 +259,7 @@ void launch(const launch_options &options) {
     set("KESTRO_SIM_STATE", state.string());
     set("KESTRO_SIM_ROOT", root.string());
     set("KESTRO_SIM_CLOCK", options.clock);
-    set("KESTRO_SIM_TIME", time_at_start(state));
+    set_if_given("KESTRO_SIM_TIME", options.clock == "virtual" ? time_at_start(state) : "");
     set_if_given("KESTRO_SIM_FAIL_ALLOC", options.fail_alloc);
     become(parts.product, options.words);
 }

@@ -69,7 +69,7 @@ class Launcher : public testing::Test {
     std::string environment_of(const std::string &board, const std::string &state, const std::string &root) const {
         return "LD_LIBRARY_PATH=" + path("sim") + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
                "\nKESTRO_SIM_BOARD=" + board + "\nKESTRO_SIM_STATE=" + state + "\nKESTRO_SIM_ROOT=" + root +
-               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=2500000000\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
+               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
                "(none)\n"
                "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
                "KESTRO_PROBE_FAIL_CALL=(none)\n";
@@ -183,6 +183,7 @@ TEST_F(Launcher, HandsEachOptionOnAsAVariable) {
     write("calls", "");
     EXPECT_EQ(given(run({"--root", "board_files"}), "KESTRO_SIM_ROOT"), path("board_files"));
     EXPECT_EQ(given(run({"--clock", "virtual"}), "KESTRO_SIM_CLOCK"), "virtual");
+    EXPECT_EQ(given(run({"--clock", "virtual"}), "KESTRO_SIM_TIME"), "2500000000");
     EXPECT_EQ(given(run({"--clock", "real"}), "KESTRO_SIM_CLOCK"), "real");
     EXPECT_EQ(given(run({"--fail-alloc", "12"}), "KESTRO_SIM_FAIL_ALLOC"), "12");
     EXPECT_EQ(given(run({"--script", "calls"}), "KESTRO_PROBE_SCRIPT"), path("calls"));
