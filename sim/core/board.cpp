@@ -1,9 +1,11 @@
 // Devices: their description, their cells and their images.
 #include "sim/core/board.h"
 
+#include "sim/core/events.h"
 #include "sim/core/fitting.h"
 #include "sim/core/instance.h"
 #include "sim/core/state_dir.h"
+#include "sim/core/time.h"
 
 #include <algorithm>
 
@@ -20,6 +22,18 @@ bool board::begin_operation() {
 
 void board::end_operation() {
     store_.rest();
+}
+
+int64_t board::now() {
+    return board_time(store_);
+}
+
+void board::note_time() {
+    note_board_time(store_);
+}
+
+void board::note_time_now_and_then() {
+    note_board_time_now_and_then(store_);
 }
 
 const description &board::described() {
@@ -163,6 +177,7 @@ void board::write_image(const std::string &image, uint32_t offset, std::span<con
 
 void board::commit(const change &writes) {
     refuse_if(!store_.commit(writes), error::store_full);
+    look_at_sources_again();
 }
 
 std::string cell_key(const device &which, const char *name) {

@@ -46,6 +46,11 @@ class board {
     bool begin_operation();
     void end_operation();
 
+    // Nanoseconds since the board was made new (time.h).
+    int64_t now();
+    void note_time();
+    void note_time_now_and_then();
+
     const description &described();
     void forget_description();
 

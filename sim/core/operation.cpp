@@ -22,24 +22,16 @@ std::string wanted_variable(const char *name) {
 }
 
 // Kept to the end of the process: drivers are called from exit handlers and other threads too.
+std::atomic<board *> own{nullptr};
+std::atomic<int> running_operations{0};
+
 board &board_of_this_process(const std::string &state_dir) {
-    static board *own = nullptr;
     if (own == nullptr) {
         own =
             std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir, wanted_variable("KESTRO_SIM_SEAT"))
                 .release();
     }
     return *own;
-}
-
-// Each line once: a damaged register is read again and again. Kept to the end of the process, as the board is.
-void complain_once(const char *what) {
-    static std::mutex one_at_a_time;
-    static auto *const said = new std::set<std::string>;
-    const std::lock_guard guard(one_at_a_time);
-    if (said->insert(what).second) {
-        fprintf(stderr, "kestro_sim: %s\n", what);
-    }
 }
 
 // Between two driver calls no descriptor of the simulator's is open in the product.
@@ -57,9 +49,49 @@ class operation_on {
     board &used_;
 };
 
+struct counted_operation {
+    counted_operation() {
+        ++running_operations;
+    }
+    ~counted_operation() {
+        --running_operations;
+    }
+};
+
+// The end of the process. Within an operation (a signal handler that leaves) the lock may be this thread's own.
+__attribute__((destructor)) void note_last_moment() {
+    if (own == nullptr || running_operations != 0) {
+        return;
+    }
+    try {
+        const state_lock lock(wanted_variable("KESTRO_SIM_STATE"));
+        const operation_on last(*own.load());
+        if (own.load()->begin_operation()) {
+            own.load()->note_time();
+        }
+    } catch (const std::exception &) {
+        // The state is gone, and its time with it.
+    }
+}
+
+// Each line once: a damaged register is read again and again. Kept to the end of the process, as the board is.
+void complain_once(const char *what) {
+    static std::mutex one_at_a_time;
+    static auto *const said = new std::set<std::string>;
+    const std::lock_guard guard(one_at_a_time);
+    if (said->insert(what).second) {
+        fprintf(stderr, "kestro_sim: %s\n", what);
+    }
+}
+
 } // namespace
 
+void forget_other_threads() {
+    running_operations = 0;
+}
+
 uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
+    const counted_operation counted;
     try {
         const std::string state_dir = wanted_variable("KESTRO_SIM_STATE");
         const state_lock lock(state_dir);
@@ -68,6 +100,7 @@ uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
         if (!used.begin_operation()) {
             throw store_error(state_dir + ": was made new while this program ran; start the program again");
         }
+        used.note_time_now_and_then();
         body(context, used);
         return 0;
     } catch (const refusal &refused) {

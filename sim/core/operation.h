@@ -21,4 +21,7 @@ template <typename Body> uint32_t operate(Body &&body) noexcept {
                          std::addressof(body));
 }
 
+// In a forked child: operations of the parent's other threads are not its own.
+void forget_other_threads();
+
 } // namespace kestro_sim

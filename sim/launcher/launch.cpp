@@ -3,6 +3,7 @@
 
 #include "sim/core/prepare.h"
 #include "sim/core/state_check.h"
+#include "sim/core/time.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -120,8 +121,8 @@ void set_if_given(const char *variable, const std::string &value) {
 void clear_environment() {
     for (const char *variable :
          {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_SEAT",
-          "KESTRO_SIM_FAIL_ALLOC", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
-          "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
+          "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT",
+          "KESTRO_PROBE_TRACE", "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
         unsetenv(variable);
     }
 }
@@ -167,6 +168,15 @@ void set_probe_environment(const launch_options &options) {
     }
     set_if_given("KESTRO_PROBE_STRICT", options.strict ? "1" : "");
     set_if_given("KESTRO_PROBE_FAIL_CALL", options.fail_call);
+}
+
+// The virtual clock goes on from run to run.
+std::string time_at_start(const fs::path &state) {
+    try {
+        return std::to_string(board_time_at_start(state));
+    } catch (const std::exception &problem) {
+        throw launch_error(problem.what());
+    }
 }
 
 void check_product(const fs::path &product) {
@@ -232,6 +242,7 @@ bool launch(const launch_options &options) {
     set("KESTRO_SIM_STATE", state.string());
     set("KESTRO_SIM_ROOT", root.string());
     set("KESTRO_SIM_CLOCK", options.clock);
+    set_if_given("KESTRO_SIM_TIME", options.clock == "virtual" ? time_at_start(state) : "");
     set_if_given("KESTRO_SIM_FAIL_ALLOC", options.fail_alloc);
     become(parts.product, options.words);
 }

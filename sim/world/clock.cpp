@@ -1,13 +1,13 @@
 // Reading the clock and sleeping. With the real clock everything is handed on as it is.
 #include "sim/world/clock.h"
 
+#include "sim/world/scheduler.h"
+#include "sim/world/times.h"
 #include "sim/world/world.h"
 
 #include <atomic>
 #include <cerrno>
-#include <sched.h>
 #include <sys/time.h>
-#include <unistd.h>
 
 namespace kestro_sim {
 
@@ -21,38 +21,34 @@ int64_t saturated_sum(int64_t a, int64_t b) {
     return __builtin_add_overflow(a, b, &sum) ? INT64_MAX : sum;
 }
 
-// The layouts of the C library: its own, and the one of 32-bit programs with 64-bit times.
-template <typename record> bool is_valid(const record &time) {
-    return time.tv_sec >= 0 && time.tv_nsec >= 0 && time.tv_nsec < nanoseconds_per_second;
-}
-
-template <typename record> void show(int64_t moment, record &time) {
-    time.tv_sec = static_cast<decltype(time.tv_sec)>(moment / nanoseconds_per_second);
-    time.tv_nsec = static_cast<decltype(time.tv_nsec)>(moment % nanoseconds_per_second);
-}
-
-// A system call on the way lets pending signals and other threads have their turn: a loop of sleeps that only a signal
-// ends must end.
-void sleep_for(int64_t span) {
-    move_clock_by(span);
-    sched_yield();
-}
-
 bool is_known(clockid_t clock) {
     return clock >= CLOCK_REALTIME && clock <= CLOCK_TAI;
 }
 
-// Gives an error number, as clock_nanosleep does.
-template <typename record> int sleep_on(clockid_t clock, int flags, const record &time) {
+// Gives an error number, as clock_nanosleep does. The rest of a span that a signal ended is shown, that of a moment
+// not.
+template <typename record> int sleep_on(clockid_t clock, int flags, const record &time, record *left) {
     if (!is_valid(time)) {
         return EINVAL;
     }
-    const int64_t asked = to_nanoseconds(time.tv_sec, time.tv_nsec);
-    if ((flags & TIMER_ABSTIME) != 0) {
-        move_clock_to(asked - clock_at_start(clock));
-        sched_yield();
-    } else {
-        sleep_for(asked);
+    const bool is_moment = (flags & TIMER_ABSTIME) != 0;
+    const int64_t deadline =
+        is_moment ? moment_of(clock, time) : moment_after(to_nanoseconds(time.tv_sec, time.tv_nsec));
+    if (wait_until(deadline, signals::end_it) != by_signal) {
+        return 0;
+    }
+    if (!is_moment && left != nullptr) {
+        show(deadline - virtual_now(), *left);
+    }
+    return EINTR;
+}
+
+// The same as nanosleep says it.
+template <typename record> int sleep_span(const record &time, record *left) {
+    const int error = sleep_on(CLOCK_MONOTONIC, 0, time, left);
+    if (error != 0) {
+        errno = error;
+        return -1;
     }
     return 0;
 }
@@ -63,10 +59,8 @@ int64_t virtual_now() {
     return now.load();
 }
 
-void move_clock_by(int64_t span) {
-    int64_t before = now.load();
-    while (span > 0 && !now.compare_exchange_weak(before, saturated_sum(before, span))) {
-    }
+int64_t moment_after(int64_t span) {
+    return span < never - now.load() ? now.load() + span : never - 1;
 }
 
 void move_clock_to(int64_t moment) {
@@ -81,9 +75,9 @@ int64_t clock_at_start(clockid_t clock) {
     case CLOCK_REALTIME_COARSE:
     case CLOCK_REALTIME_ALARM:
     case CLOCK_TAI:
-        return virtual_start_of_day;
+        return virtual_start_of_day + settings.board_time;
     default:
-        return virtual_start_since_boot;
+        return virtual_start_since_boot + settings.board_time;
     }
 }
 
@@ -111,11 +105,11 @@ bool can_sleep_on(clockid_t clock) {
 }
 
 int64_t seconds_of_day() {
-    return saturated_sum(virtual_start_of_day, virtual_now()) / nanoseconds_per_second;
+    return saturated_sum(clock_at_start(CLOCK_REALTIME), virtual_now()) / nanoseconds_per_second;
 }
 
 template <typename record> void show_day(record &time) {
-    const int64_t moment = saturated_sum(virtual_start_of_day, virtual_now());
+    const int64_t moment = saturated_sum(clock_at_start(CLOCK_REALTIME), virtual_now());
     time.tv_sec = static_cast<decltype(time.tv_sec)>(moment / nanoseconds_per_second);
     time.tv_usec = static_cast<decltype(time.tv_usec)>(moment % nanoseconds_per_second / 1000);
 }
@@ -169,8 +163,9 @@ unsigned world_sleep(unsigned seconds) {
     if (!settings.virtual_clock) {
         return next.get()(seconds);
     }
-    sleep_for(to_nanoseconds(seconds, 0));
-    return 0;
+    timespec left{};
+    const timespec asked{static_cast<time_t>(seconds), 0};
+    return sleep_span(asked, &left) == 0 ? 0 : static_cast<unsigned>(left.tv_sec + (left.tv_nsec != 0 ? 1 : 0));
 }
 
 WORLD_EXPORT int world_usleep(useconds_t microseconds) __asm__("usleep");
@@ -179,8 +174,8 @@ int world_usleep(useconds_t microseconds) {
     if (!settings.virtual_clock) {
         return next.get()(microseconds);
     }
-    sleep_for(static_cast<int64_t>(microseconds) * 1000);
-    return 0;
+    const timespec asked{static_cast<time_t>(microseconds / 1000000), static_cast<long>(microseconds % 1000000 * 1000)};
+    return sleep_span(asked, static_cast<timespec *>(nullptr));
 }
 
 WORLD_EXPORT int world_nanosleep(const timespec *asked, timespec *left) __asm__("nanosleep");
@@ -189,7 +184,7 @@ int world_nanosleep(const timespec *asked, timespec *left) {
     if (!settings.virtual_clock || asked == nullptr || !is_valid(*asked)) {
         return next.get()(asked, left);
     }
-    return sleep_on(CLOCK_MONOTONIC, 0, *asked);
+    return sleep_span(*asked, left);
 }
 
 WORLD_EXPORT int world_clock_nanosleep(clockid_t clock, int flags, const timespec *asked,
@@ -199,22 +194,18 @@ int world_clock_nanosleep(clockid_t clock, int flags, const timespec *asked, tim
     if (!can_sleep_on(clock) || asked == nullptr) {
         return next.get()(clock, flags, asked, left);
     }
-    return sleep_on(clock, flags, *asked);
+    return sleep_on(clock, flags, *asked, left);
+}
+
+// Nanoseconds of board time, for the simulated drivers, which find this function when they run in a world; less than 0
+// on the real clock.
+WORLD_EXPORT int64_t kestro_world_board_time() __asm__("kestro_world_board_time");
+int64_t kestro_world_board_time() {
+    return settings.virtual_clock ? saturated_sum(settings.board_time, virtual_now()) : -1;
 }
 
 // 32-bit programs with 64-bit times come through these.
 #ifndef __LP64__
-struct timespec64 {
-    int64_t tv_sec;
-    int32_t tv_nsec;
-    int32_t padding;
-};
-
-struct timeval64 {
-    int64_t tv_sec;
-    int64_t tv_usec;
-};
-
 WORLD_EXPORT int64_t world_time64(int64_t *result) __asm__("__time64");
 int64_t world_time64(int64_t *result) {
     static next_function<int64_t(int64_t *)> next{"__time64"};
@@ -250,7 +241,7 @@ int world_nanosleep64(const timespec64 *asked, timespec64 *left) {
     if (!settings.virtual_clock || asked == nullptr || !is_valid(*asked)) {
         return next.get()(asked, left);
     }
-    return sleep_on(CLOCK_MONOTONIC, 0, *asked);
+    return sleep_span(*asked, left);
 }
 
 WORLD_EXPORT int world_clock_nanosleep64(clockid_t clock, int flags, const timespec64 *asked,
@@ -260,7 +251,7 @@ int world_clock_nanosleep64(clockid_t clock, int flags, const timespec64 *asked,
     if (!can_sleep_on(clock) || asked == nullptr) {
         return next.get()(clock, flags, asked, left);
     }
-    return sleep_on(clock, flags, *asked);
+    return sleep_on(clock, flags, *asked, left);
 }
 #endif
 

@@ -1,5 +1,5 @@
-// The virtual clock: it stands still, except that whoever waits moves it on by exactly the time asked. Times are
-// nanoseconds since the start of the run.
+// The virtual clock: it stands still while a thread runs, and when all wait it goes to the earliest deadline
+// (scheduler.h). Times are nanoseconds since the start of the run.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +8,16 @@
 namespace kestro_sim {
 
 constexpr int64_t nanoseconds_per_second = 1'000'000'000;
-// 2026-01-15 08:00:00 UTC, a quarter of an hour after the board was started.
+// A board that was made new: 2026-01-15 08:00:00 UTC, a quarter of an hour after it was started. Runs add to both.
 constexpr int64_t virtual_start_of_day = 1'768'464'000 * nanoseconds_per_second;
 constexpr int64_t virtual_start_since_boot = 900 * nanoseconds_per_second;
 
+constexpr int64_t never = INT64_MAX;
+
 int64_t virtual_now();
 
-// Negative spans leave the clock alone; a span beyond the end of time ends there.
-void move_clock_by(int64_t span);
+// The moment after that span; the last one there is when it does not fit.
+int64_t moment_after(int64_t span);
 
 // A moment that has passed leaves the clock alone.
 void move_clock_to(int64_t moment);

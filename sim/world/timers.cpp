@@ -3,12 +3,14 @@
 #include "sim/world/timers.h"
 
 #include "sim/world/clock.h"
+#include "sim/world/raw_lock.h"
+#include "sim/world/scheduler.h"
+#include "sim/world/times.h"
 #include "sim/world/world.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <pthread.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
 
@@ -26,14 +28,14 @@ struct virtual_timer {
 
 virtual_timer timers[64];
 std::atomic<bool> any_timers = false;
-pthread_mutex_t timers_lock = PTHREAD_MUTEX_INITIALIZER;
+raw_lock timers_lock;
 
 struct lock_timers {
     lock_timers() {
-        pthread_mutex_lock(&timers_lock);
+        timers_lock.lock();
     }
     ~lock_timers() {
-        pthread_mutex_unlock(&timers_lock);
+        timers_lock.unlock();
     }
     lock_timers(const lock_timers &) = delete;
     lock_timers &operator=(const lock_timers &) = delete;
@@ -94,10 +96,6 @@ void show_timer(const virtual_timer &timer, itimerspec &value) {
     value.it_interval = to_timespec(timer.period);
 }
 
-bool is_valid(const timespec &time) {
-    return time.tv_sec >= 0 && time.tv_nsec >= 0 && time.tv_nsec < nanoseconds_per_second;
-}
-
 void arm(virtual_timer &timer, int flags, const itimerspec &value) {
     const int64_t first = to_nanoseconds(value.it_value.tv_sec, value.it_value.tv_nsec);
     timer.period = to_nanoseconds(value.it_interval.tv_sec, value.it_interval.tv_nsec);
@@ -106,7 +104,7 @@ void arm(virtual_timer &timer, int flags, const itimerspec &value) {
     } else if ((flags & TFD_TIMER_ABSTIME) != 0) {
         timer.expiry = first - clock_at_start(timer.clock);
     } else {
-        timer.expiry = first < never - virtual_now() ? virtual_now() + first : never;
+        timer.expiry = moment_after(first);
     }
 }
 
@@ -125,16 +123,48 @@ uint64_t take_expirations(virtual_timer &timer) {
     return static_cast<uint64_t>(count);
 }
 
-// A blocking read waits for the next expiry, that is, moves the clock there. 0: nothing to read.
-uint64_t read_expirations(virtual_timer &timer) {
-    const bool waits = (fcntl(timer.descriptor, F_GETFL) & O_NONBLOCK) == 0;
-    if (waits && timer.expiry != never) {
-        move_clock_to(timer.expiry);
+// False for a descriptor that is no virtual timer.
+bool set_timer(int descriptor, int flags, const itimerspec &value, itimerspec *before) {
+    const lock_timers lock;
+    virtual_timer *timer = find_timer(descriptor);
+    if (timer != nullptr && before != nullptr) {
+        show_timer(*timer, *before);
     }
-    return take_expirations(timer);
+    if (timer != nullptr) {
+        arm(*timer, flags, value);
+    }
+    return timer != nullptr;
+}
+
+// Those who wait for timers look again.
+void tell_of_timer_change() {
+    const turn own;
+    timer_changes.fetch_add(1);
+    wake_all(&timer_changes);
+}
+
+enum class reading { is_done, waits, is_the_kernels };
+
+// What is to be done with a read: a blocking one waits for the next expiry.
+reading read_timer(int descriptor, uint64_t &count, int64_t &expiry) {
+    const lock_timers lock;
+    virtual_timer *timer = find_timer(descriptor);
+    if (timer == nullptr) {
+        return reading::is_the_kernels;
+    }
+    count = take_expirations(*timer);
+    expiry = timer->expiry;
+    if (count != 0) {
+        return reading::is_done;
+    }
+    return (fcntl(descriptor, F_GETFL) & O_NONBLOCK) == 0 ? reading::waits : reading::is_the_kernels;
 }
 
 } // namespace
+
+void forget_timers_lock() {
+    timers_lock.forget();
+}
 
 int64_t next_expiry(int descriptor) {
     if (!any_timers) {
@@ -169,13 +199,8 @@ WORLD_EXPORT int world_timerfd_settime(int descriptor, int flags, const itimersp
 int world_timerfd_settime(int descriptor, int flags, const itimerspec *value, itimerspec *before) {
     static next_function<int(int, int, const itimerspec *, itimerspec *)> next{"timerfd_settime"};
     if (any_timers && value != nullptr && is_valid(value->it_value) && is_valid(value->it_interval)) {
-        const lock_timers lock;
-        virtual_timer *timer = find_timer(descriptor);
-        if (timer != nullptr) {
-            if (before != nullptr) {
-                show_timer(*timer, *before);
-            }
-            arm(*timer, flags, *value);
+        if (set_timer(descriptor, flags, *value, before)) {
+            tell_of_timer_change();
             return 0;
         }
     }
@@ -198,16 +223,24 @@ int world_timerfd_gettime(int descriptor, itimerspec *value) {
 WORLD_EXPORT ssize_t world_read(int descriptor, void *buffer, size_t size) __asm__("read");
 ssize_t world_read(int descriptor, void *buffer, size_t size) {
     static next_function<ssize_t(int, void *, size_t)> next{"read"};
-    if (any_timers && size >= sizeof(uint64_t)) {
-        const lock_timers lock;
-        virtual_timer *timer = find_timer(descriptor);
-        const uint64_t count = timer == nullptr ? 0 : read_expirations(*timer);
-        if (count != 0) {
+    uint64_t count = 0;
+    int64_t expiry = never;
+    while (any_timers && size >= sizeof(count)) {
+        const unsigned seen = timer_changes;
+        const reading what = read_timer(descriptor, count, expiry);
+        if (what == reading::is_the_kernels) {
+            break;
+        }
+        if (what == reading::is_done) {
             memcpy(buffer, &count, sizeof(count));
             return sizeof(count);
         }
+        if (wait_for_timers(seen, expiry, signals::as_installed) == by_signal) {
+            errno = EINTR;
+            return -1;
+        }
     }
-    // The real timer has nothing to read either: it says so, or blocks, as a timer that is not armed does.
+    // The real timer has nothing to read either, and says so.
     return next.get()(descriptor, buffer, size);
 }
 

@@ -1,26 +1,18 @@
-// Waiting for descriptors on the virtual clock: what is ready is given at once, otherwise the clock moves on to the
-// first virtual timer among them or to the end of the time. Waits without an end for real descriptors are real waits.
-#include "sim/world/clock.h"
+// Waiting for descriptors on the virtual clock: what is ready is given at once, otherwise the thread waits for the
+// first virtual timer among them or the end of the time. Waits without an end for real descriptors are real waits.
+#include "sim/world/waits.h"
+
+#include "sim/world/scheduler.h"
 #include "sim/world/timers.h"
 #include "sim/world/world.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <poll.h>
-#include <pthread.h>
-#include <sched.h>
 #include <sys/select.h>
 
 namespace kestro_sim {
 
 namespace {
-
-using poll_function = int(pollfd *, nfds_t, int);
-
-int real_poll(pollfd *descriptors, nfds_t count, int milliseconds) {
-    static next_function<poll_function> next{"poll"};
-    return next.get()(descriptors, count, milliseconds);
-}
 
 int64_t first_expiry(const pollfd *descriptors, nfds_t count) {
     int64_t first = never;
@@ -31,39 +23,23 @@ int64_t first_expiry(const pollfd *descriptors, nfds_t count) {
     return first;
 }
 
-int poll_ready(pollfd *descriptors, nfds_t count) {
-    int ready = real_poll(descriptors, count, 0);
-    if (ready < 0) {
-        return ready;
-    }
-    for (nfds_t i = 0; i < count; ++i) {
-        pollfd &descriptor = descriptors[i];
-        const bool asked = descriptor.fd >= 0 && (descriptor.events & POLLIN) != 0;
-        if (asked && descriptor.revents == 0 && next_expiry(descriptor.fd) <= virtual_now()) {
-            descriptor.revents = POLLIN;
-            ++ready;
-        }
-    }
-    return ready;
-}
-
 // Deadline in nanoseconds since the start of the run; `never` waits without an end.
 int poll_until(pollfd *descriptors, nfds_t count, int64_t deadline) {
-    const int ready = poll_ready(descriptors, count);
-    if (ready != 0) {
-        return ready;
+    for (;;) {
+        const unsigned seen = timer_changes;
+        const int ready = poll_ready(descriptors, count);
+        if (ready != 0 || deadline <= virtual_now()) {
+            return ready;
+        }
+        const int64_t next = std::min(first_expiry(descriptors, count), deadline);
+        if (next == never) {
+            return real_poll(descriptors, count, -1);
+        }
+        if (wait_for_descriptors(descriptors, count, seen, next) == by_signal) {
+            errno = EINTR;
+            return -1;
+        }
     }
-    const int64_t expiry = first_expiry(descriptors, count);
-    if (expiry == never && deadline == never) {
-        return real_poll(descriptors, count, -1);
-    }
-    move_clock_to(std::min(expiry, deadline));
-    sched_yield();
-    return expiry <= deadline ? poll_ready(descriptors, count) : 0;
-}
-
-int64_t deadline_after(int64_t span) {
-    return span < never - virtual_now() ? virtual_now() + span : never - 1;
 }
 
 bool is_in(const fd_set *set, int descriptor) {
@@ -123,31 +99,55 @@ bool is_virtual_select(int limit) {
 
 // Signals that only the wait lets through are delivered at its beginning, and end it.
 bool ended_by_signal(const sigset_t *mask) {
-    static next_function<int(pollfd *, nfds_t, const timespec *, const sigset_t *)> next{"ppoll"};
     const timespec at_once{};
-    return mask != nullptr && next.get()(nullptr, 0, &at_once, mask) < 0;
+    return mask != nullptr && real_ppoll(nullptr, 0, &at_once, mask) < 0;
 }
 
 int64_t deadline_of(const timespec *time) {
-    return time == nullptr ? never : deadline_after(to_nanoseconds(time->tv_sec, time->tv_nsec));
+    return time == nullptr ? never : moment_after(to_nanoseconds(time->tv_sec, time->tv_nsec));
 }
 
 } // namespace
+
+int real_poll(pollfd *descriptors, nfds_t count, int milliseconds) {
+    static next_function<int(pollfd *, nfds_t, int)> next{"poll"};
+    return next.get()(descriptors, count, milliseconds);
+}
+
+int real_ppoll(pollfd *descriptors, nfds_t count, const timespec *time, const sigset_t *mask) {
+    static next_function<int(pollfd *, nfds_t, const timespec *, const sigset_t *)> next{"ppoll"};
+    return next.get()(descriptors, count, time, mask);
+}
+
+int poll_ready(pollfd *descriptors, nfds_t count) {
+    int ready = real_poll(descriptors, count, 0);
+    if (ready < 0) {
+        return ready;
+    }
+    for (nfds_t i = 0; i < count; ++i) {
+        pollfd &descriptor = descriptors[i];
+        const bool asked = descriptor.fd >= 0 && (descriptor.events & POLLIN) != 0;
+        if (asked && descriptor.revents == 0 && next_expiry(descriptor.fd) <= virtual_now()) {
+            descriptor.revents = POLLIN;
+            ++ready;
+        }
+    }
+    return ready;
+}
 
 WORLD_EXPORT int world_poll(pollfd *descriptors, nfds_t count, int milliseconds) __asm__("poll");
 int world_poll(pollfd *descriptors, nfds_t count, int milliseconds) {
     if (!settings.virtual_clock) {
         return real_poll(descriptors, count, milliseconds);
     }
-    return poll_until(descriptors, count, milliseconds < 0 ? never : deadline_after(milliseconds * INT64_C(1000000)));
+    return poll_until(descriptors, count, milliseconds < 0 ? never : moment_after(milliseconds * INT64_C(1000000)));
 }
 
 WORLD_EXPORT int world_ppoll(pollfd *descriptors, nfds_t count, const timespec *time,
                              const sigset_t *mask) __asm__("ppoll");
 int world_ppoll(pollfd *descriptors, nfds_t count, const timespec *time, const sigset_t *mask) {
-    static next_function<int(pollfd *, nfds_t, const timespec *, const sigset_t *)> next{"ppoll"};
     if (!settings.virtual_clock || (time == nullptr && first_expiry(descriptors, count) == never)) {
-        return next.get()(descriptors, count, time, mask);
+        return real_ppoll(descriptors, count, time, mask);
     }
     return ended_by_signal(mask) ? -1 : poll_until(descriptors, count, deadline_of(time));
 }
@@ -162,7 +162,7 @@ int world_select(int limit, fd_set *reads, fd_set *writes, fd_set *exceptions, t
     if (time == nullptr) {
         return select_until(limit, reads, writes, exceptions, never);
     }
-    const int64_t deadline = deadline_after(to_nanoseconds(time->tv_sec, time->tv_usec * INT64_C(1000)));
+    const int64_t deadline = moment_after(to_nanoseconds(time->tv_sec, time->tv_usec * INT64_C(1000)));
     const int ready = select_until(limit, reads, writes, exceptions, deadline);
     // Linux tells how much of the time was not used.
     const int64_t left = std::max<int64_t>(deadline - virtual_now(), 0);

@@ -96,12 +96,17 @@ __attribute__((constructor)) void start_world() {
     read_root();
     const char *clock = getenv("KESTRO_SIM_CLOCK");
     settings.virtual_clock = clock != nullptr && strcmp(clock, "virtual") == 0;
+    const char *time = getenv("KESTRO_SIM_TIME");
+    settings.board_time = time != nullptr ? strtoll(time, nullptr, 10) : 0;
     const char *fail = getenv("KESTRO_SIM_FAIL_ALLOC");
     const unsigned long fail_allocation = fail != nullptr ? strtoul(fail, nullptr, 10) : 0;
-    for (const char *name : {"KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_FAIL_ALLOC"}) {
+    for (const char *name : {"KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC"}) {
         unsetenv(name);
     }
     leave_preload_list();
+    if (settings.virtual_clock) {
+        start_scheduling();
+    }
     if (fail_allocation != 0) {
         settings.fail_allocation = fail_allocation;
         start_counting_allocations();

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <climits>
 #include <cstddef>
+#include <cstdint>
 
 // A function that stands in front of the C library's. The C++ name differs from the symbol's, so that neither the
 // headers' declarations nor their 32- and 64-bit redirections get in the way.
@@ -18,6 +19,7 @@ struct world_settings {
     const char *own_paths[6]; // the desk's own files of this run, wherever the user put them
     size_t own_path_count;
     bool virtual_clock;
+    int64_t board_time;            // at the start of the run, on the virtual clock
     unsigned long fail_allocation; // 0: none
 };
 
@@ -39,6 +41,9 @@ template <typename signature> struct next_function {
         return function;
     }
 };
+
+// Counts the threads, for the virtual clock.
+void start_scheduling();
 
 // Finds out which addresses belong to the kestro_test binary, whose allocations are counted.
 void start_counting_allocations();

@@ -124,10 +124,10 @@ TEST(Presence, ListenersHearAChange) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(calls_print(board, {"in_out_reg first 0", "board_set_online_status" + card5 + "0",
                                   "board_set_online_status" + card5 + "1", "board_set_online_status" + card5 + "1",
-                                  "board_set_online_status" + self + "1", "in_out_unreg",
-                                  "board_set_online_status" + card5 + "0"}),
-              ok + ok + "listener: slot 5 in 0, told to slot 9 with 0x0\n" + ok + ok +
-                  "listener: slot 9 in 0, told to slot 9 with 0x0\n" + ok + ok + ok);
+                                  "board_set_online_status" + self + "1", "heard 2", "in_out_unreg",
+                                  "board_set_online_status" + card5 + "0", "heard 0"}),
+              ok + ok + ok + ok + ok + "listener: slot 5 in 0, told to slot 9 with 0x0\n" +
+                  "listener: slot 9 in 0, told to slot 9 with 0x0\n" + ok + ok);
 }
 
 TEST(Presence, ListenersAreKnownByName) {

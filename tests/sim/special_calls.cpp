@@ -10,10 +10,13 @@
 #include "nb_bsp/nb_bsp.h"
 #include "nb_ctl/board_xml.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
+#include <unistd.h>
 
 namespace kestro_tests {
 
@@ -199,19 +202,43 @@ void log_without_format(words &) {
     print_result(record(1, 1, 0, nullptr));
 }
 
+// Callbacks come on a thread of the drivers: what they say is kept until it is asked for.
+std::mutex heard_lock;
+std::string heard;
+
 // Asks a driver from within the callback, as listeners do.
-uint32_t print_in_out(uint32_t slot_id, uint32_t in, void *user_data) {
+uint32_t hear_in_out(uint32_t slot_id, uint32_t in, void *user_data) {
     uint32_t own_slot = 0xCCCCCCCCU;
     const uint32_t result = drv_board_get_self_slotid(&own_slot);
-    printf("%s: slot %u in %u, told to slot %u with 0x%x\n", static_cast<const char *>(user_data), slot_id, in,
-           own_slot, result);
+    char line[128];
+    snprintf(line, sizeof(line), "%s: slot %u in %u, told to slot %u with 0x%x\n", static_cast<const char *>(user_data),
+             slot_id, in, own_slot, result);
+    const std::lock_guard guard(heard_lock);
+    heard += line;
     return 0;
+}
+
+// Waits for so many lines; a minute at most.
+void print_heard(words &call) {
+    const auto wanted = static_cast<std::ptrdiff_t>(call.number());
+    for (int i = 0; i < 6000; ++i) {
+        {
+            const std::lock_guard guard(heard_lock);
+            if (std::count(heard.begin(), heard.end(), '\n') >= wanted) {
+                break;
+            }
+        }
+        usleep(10000);
+    }
+    const std::lock_guard guard(heard_lock);
+    fputs(heard.c_str(), stdout);
+    heard.clear();
 }
 
 void register_listener(words &call) {
     static char who[] = "listener";
     const std::string name = call.next();
-    print_result(drv_board_in_out_reg(print_in_out, who, name.c_str(), call.number()));
+    print_result(drv_board_in_out_reg(hear_in_out, who, name.c_str(), call.number()));
 }
 
 } // namespace
@@ -232,13 +259,14 @@ void add_identity_areas(std::map<std::string, handler> &calls) {
 
 void add_listeners(std::map<std::string, handler> &calls) {
     calls["in_out_reg"] = register_listener;
-    calls["in_out_unreg"] = [](words &) { print_result(drv_board_in_out_unreg(print_in_out)); };
+    calls["heard"] = print_heard;
+    calls["in_out_unreg"] = [](words &) { print_result(drv_board_in_out_unreg(hear_in_out)); };
     calls["in_out_reg_null_handler"] = [](words &call) {
         print_result(drv_board_in_out_reg(nullptr, nullptr, call.next().c_str(), 0));
     };
     calls["in_out_unreg_null_handler"] = [](words &) { print_result(drv_board_in_out_unreg(nullptr)); };
     calls["in_out_reg_null_name"] = [](words &) {
-        print_result(drv_board_in_out_reg(print_in_out, nullptr, nullptr, 0));
+        print_result(drv_board_in_out_reg(hear_in_out, nullptr, nullptr, 0));
     };
 }
 

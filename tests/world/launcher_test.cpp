@@ -69,7 +69,8 @@ class Launcher : public testing::Test {
         return "LD_LIBRARY_PATH=" + path("sim") + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
                "\nKESTRO_SIM_BOARD=" + state + "/merged.xml\nKESTRO_SIM_SEAT=" + seat + "\nKESTRO_SIM_STATE=" + state +
                "\nKESTRO_SIM_ROOT=" + state + "/root/" + seat +
-               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT=(none)\n"
+               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
+               "(none)\n"
                "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
                "KESTRO_PROBE_FAIL_CALL=(none)\n";
     }
@@ -198,6 +199,7 @@ TEST_F(Launcher, HandsEachOptionOnAsAVariable) {
     write("calls", "");
     EXPECT_EQ(given(run({"--root", "board_files"}), "KESTRO_SIM_ROOT"), path("board_files"));
     EXPECT_EQ(given(run({"--clock", "virtual"}), "KESTRO_SIM_CLOCK"), "virtual");
+    EXPECT_EQ(given(run({"--clock", "virtual"}), "KESTRO_SIM_TIME"), "2500000000");
     EXPECT_EQ(given(run({"--clock", "real"}), "KESTRO_SIM_CLOCK"), "real");
     EXPECT_EQ(given(run({"--fail-alloc", "12"}), "KESTRO_SIM_FAIL_ALLOC"), "12");
     EXPECT_EQ(given(run({"--script", "calls"}), "KESTRO_PROBE_SCRIPT"), path("calls"));
@@ -228,10 +230,11 @@ TEST_F(Launcher, KeepsTheLoaderPathsOfTheUser) {
 }
 
 TEST_F(Launcher, ClearsWhatAnEarlierRunLeft) {
-    expect_runs(run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
-                         "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_PROBE_SCRIPT=d", "KESTRO_PROBE_STRICT=1",
-                         "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
-                word(path("kestro_test")) + default_environment());
+    expect_runs(
+        run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
+                 "KESTRO_SIM_TIME=77", "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_PROBE_SCRIPT=d", "KESTRO_PROBE_STRICT=1",
+                 "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
+        word(path("kestro_test")) + default_environment());
 }
 
 TEST_F(Launcher, ExitStatusAndSignalsAreTheProductsOwn) {

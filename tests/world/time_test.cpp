@@ -1,4 +1,4 @@
-// The virtual clock stands still, and whoever waits moves it on by exactly the time asked.
+// The virtual clock stands still, and one who waits alone moves it on by exactly the time asked.
 #include "tests/world/world_run.h"
 
 #include <gtest/gtest.h>
@@ -49,8 +49,8 @@ TEST(VirtualClock, ASignalEndsALoopOfSleeps) {
     expect_shows("signal", "signal\n");
 }
 
-TEST(VirtualClock, ThreadsSleepOneAfterAnother) {
-    expect_shows("threads", "all: 0 at 904.000000000\n");
+TEST(VirtualClock, ThreadsSleepSideBySide) {
+    expect_shows("threads", "all: 0 at 901.000000000\n");
 }
 
 TEST(VirtualClock, TimerDescriptorsRunOnIt) {

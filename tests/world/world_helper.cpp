@@ -69,6 +69,7 @@ int main(int count, char **words) {
         {"sleeps", show_sleeps},       {"signal", wait_for_signal},
         {"timers", show_timers},       {"waits", show_waits},
         {"threads", sleep_in_threads}, {"allocate", allocate},
+        {"scene", show_threads},
     };
     for (const auto &row : table) {
         if (count > 1 && strcmp(words[1], row.name) == 0) {

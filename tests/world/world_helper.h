@@ -17,4 +17,5 @@ int wait_for_signal(int count, char **words);
 int show_timers(int count, char **words);
 int show_waits(int count, char **words);
 int sleep_in_threads(int count, char **words);
+int show_threads(int count, char **words);
 int allocate(int count, char **words);

@@ -1,7 +1,7 @@
 // Presence: which boards are there and fully inserted, and who wants to hear when one comes or goes.
 #include "drv_basic/management/drv_board.h"
 
-#include "sim/core/instance.h"
+#include "sim/drv/drv_basic/management/board/presence_events.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 #include <algorithm>
@@ -18,6 +18,7 @@ struct registration {
     drv_board_in_out_handler handler;
     void *user_data;
     std::string name;
+    listener_id ears; // 0 without a handler
 };
 
 // Of this process alone, as callbacks are. Only touched within an operation, which holds the lock. Never freed:
@@ -27,10 +28,17 @@ std::vector<registration> &registrations() {
     return *known;
 }
 
-// A card on the board goes by its own number.
-uint32_t number_of_place(const std::string &place) {
-    const auto card = card_of_place(place);
-    return card ? *card : slot_of_place(place).value_or(0);
+// A callback speaks of what comes and goes, on the thread that delivers events.
+void call(const registration &who, const event &news) {
+    who.handler(news.source, static_cast<uint32_t>(news.value), who.user_data);
+}
+
+void begin_to_listen(board &b, registration &who) {
+    if (std::none_of(registrations().begin(), registrations().end(),
+                     [](const registration &other) { return other.handler != nullptr; })) {
+        begin_to_watch_presence(b);
+    }
+    who.ears = listen(b, presence_topic, [who](const event &news) { call(who, news); });
 }
 
 uint32_t read_online_status(uint32_t inst_id, uint32_t *status) {
@@ -50,25 +58,13 @@ uint32_t drv_board_get_online_status_ex(uint32_t inst_id, uint32_t *status) {
     return read_online_status(inst_id, status);
 }
 
-// The handlers are called when the lock is free again: they may call drivers themselves.
 uint32_t drv_board_set_online_status(uint32_t inst_id, uint32_t status) {
-    std::vector<registration> to_call;
-    uint32_t slot_id = 0;
-    const uint32_t result = operate([&](board &b) {
+    return operate([&](board &b) {
         refuse_if(status != present && status != absent, error::bad_value);
         const std::string place = b.instance(inst_id);
-        if (online_status(b, place) != status) {
-            slot_id = number_of_place(place);
-            to_call = registrations();
-        }
         b.put({place, presence, 0}, "status", status);
+        announce_presence(b, place);
     });
-    for (const registration &listener : to_call) {
-        if (result == 0 && listener.handler != nullptr) {
-            listener.handler(slot_id, status == present ? 1 : 0, listener.user_data);
-        }
-    }
-    return result;
 }
 
 uint32_t drv_board_get_self_online_status(uint32_t *status) {
@@ -98,21 +94,36 @@ uint32_t drv_board_check_fullin_status(uint32_t inst_id, uint32_t *status, char 
 
 // Callers that only want to know that there is such an operation register no handler.
 uint32_t drv_board_in_out_reg(drv_board_in_out_handler handler, void *user_data, const char *name, uint32_t flag) {
-    return operate([&](board &) {
+    return operate([&](board &b) {
         refuse_null(name);
         refuse_if(*name == '\0' || flag != 0, error::bad_value);
         std::vector<registration> &known = registrations();
         const bool is_taken =
             std::any_of(known.begin(), known.end(), [&](const registration &other) { return other.name == name; });
         refuse_if(is_taken, error::bad_value);
-        known.push_back({handler, user_data, name});
+        registration made{handler, user_data, name, 0};
+        if (handler != nullptr) {
+            begin_to_listen(b, made);
+        }
+        known.push_back(made);
     });
 }
 
+// No handler is called any more when this returns. A running one may be waiting for the lock, so it is waited for
+// without.
 uint32_t drv_board_in_out_unreg(drv_board_in_out_handler handler) {
-    return operate([&](board &) {
-        const auto gone =
-            std::erase_if(registrations(), [&](const registration &known) { return known.handler == handler; });
-        refuse_if(gone == 0 && handler != nullptr, error::no_such_device);
+    std::vector<listener_id> gone;
+    const uint32_t result = operate([&](board &) {
+        std::erase_if(registrations(), [&](const registration &known) {
+            if (known.handler == handler) {
+                gone.push_back(known.ears);
+            }
+            return known.handler == handler;
+        });
+        refuse_if(gone.empty() && handler != nullptr, error::no_such_device);
     });
+    for (const listener_id ears : gone) {
+        stop_listening(ears);
+    }
+    return result;
 }
