@@ -36,6 +36,7 @@ void prepare(const std::filesystem::path &file, const std::filesystem::path &sta
         }
         const description board(file);
         validate_form(board);
+        validate_families(board);
         validate_devices(board);
         check_board_of_store(opened, state_dir, board);
         opened.set_stamp(stamp);
@@ -43,6 +44,7 @@ void prepare(const std::filesystem::path &file, const std::filesystem::path &sta
     }
     const description board(file);
     validate_form(board);
+    validate_families(board);
     validate_devices(board);
     make_state(state_dir, board, stamp);
 }

@@ -2,79 +2,54 @@
 // warm start), and the call comes back with 0 where hardware would not.
 #include "drv_basic/management/drv_reset.h"
 
+#include "sim/devices/management/restart.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind controls{"sim_reset", "board"};
-constexpr device_kind chips{"sim_reset", "chip"};
-constexpr device_kind reasons{"sim_reset", "reason"};
+using reset_control::start;
+using control_of = device_of<reset_control::family>;
 
-// Reasons 1 power-on, 2 button and 3 watchdog come from the description only.
-constexpr uint32_t reset_by_command = 4;
-
-enum class start : uint32_t { warm = 0, cold = 1 };
-
-const std::string self{self_instance};
-
-device own_control(board &b) {
-    return b.find_at(self, controls, 0);
+control_of own_control(board &b) {
+    return b.find_at<reset_control::family>(b.self());
 }
 
 // An empty peer slot has nobody to reset or to ask.
-device peer_control(board &b) {
+control_of peer_control(board &b) {
     const std::string peer = place_of_slot(b, peer_slot(b, DRV_INST_SELF));
     refuse_if(!b.is_present(peer), error::no_such_instance);
-    return b.find_at(peer, controls, 0);
+    return b.find_at<reset_control::family>(peer);
 }
 
-// The reason register shifts: the latest comes in at 0, the oldest falls out.
-void note_reset(board &b, change &writes, const device &control, start how) {
-    uint32_t newer = reset_by_command;
-    for (const uint32_t index : b.ids(control.instance, reasons)) {
-        const device reason = b.find_at(control.instance, reasons, index);
-        writes.put(cell_key(reason, "reason"), newer);
-        newer = b.get(reason, "reason");
-    }
-    if (b.has(control, "cool")) {
-        writes.put(cell_key(control, "cool"), static_cast<uint32_t>(how));
-    }
-}
-
-void reset(board &b, const device &control) {
+void reset(board &b, const control_of &control) {
     change writes;
-    note_reset(b, writes, control, start::cold);
+    reset_control::note_reset(b, writes, control, start::cold);
     b.commit(writes);
 }
 
 // The record stands in memory that survives a reset; it takes any date.
-void keep_code(change &writes, const device &control, const drv_reset_code &code) {
-    writes.put(cell_key(control, "code"), code.code);
-    writes.put(cell_key(control, "year"), code.year);
-    writes.put(cell_key(control, "month"), code.month);
-    writes.put(cell_key(control, "day"), code.day);
+void keep_code(board &b, change &writes, const control_of &control, const drv_reset_code &code) {
+    b.keep(writes, control, reset_control::code, code.code);
+    b.keep(writes, control, reset_control::year, code.year);
+    b.keep(writes, control, reset_control::month, code.month);
+    b.keep(writes, control, reset_control::day, code.day);
 }
 
 uint32_t accept_instance(uint32_t inst_id) {
-    return operate([&](board &b) { b.find(inst_id, controls, 0); });
+    return operate([&](board &b) { b.find<reset_control::family>(inst_id); });
 }
 
-uint32_t read_own(const char *name, uint32_t *value) {
+uint32_t read_own(word_of<reset_control::family> name, uint32_t *value) {
     return operate([&](board &b) {
         refuse_null(value);
         *value = b.get(own_control(b), name);
     });
 }
 
-uint32_t write_own_flag(const char *name, uint32_t flag) {
-    return operate([&](board &b) {
-        const device control = own_control(b);
-        b.get(control, name);
-        refuse_if(flag > 1, error::bad_value);
-        b.put(control, name, flag);
-    });
+uint32_t write_own_flag(written_of<reset_control::family> name, uint32_t flag) {
+    return operate([&](board &b) { b.put(own_control(b), name, flag); });
 }
 
 } // namespace
@@ -89,22 +64,22 @@ uint32_t drv_reset_deinit(uint32_t inst_id) {
 
 // The chip is back at once, and its driver sets it up again as it was.
 uint32_t drv_reset_chip(uint32_t inst_id, uint32_t chip_id) {
-    return operate([&](board &b) { b.find(inst_id, chips, chip_id); });
+    return operate([&](board &b) { b.find<reset_chip::family>(inst_id, chip_id); });
 }
 
 // The reset line of a whole board restarts its power sequence: a cold start.
 uint32_t drv_reset_board(uint32_t inst_id) {
-    return operate([&](board &b) { reset(b, b.find(inst_id, controls, 0)); });
+    return operate([&](board &b) { reset(b, b.find<reset_control::family>(inst_id)); });
 }
 
 // The board restarts its processor alone: a warm start.
 uint32_t drv_reset_self_board(const drv_reset_code *code) {
     return operate([&](board &b) {
         refuse_null(code);
-        const device control = own_control(b);
+        const control_of control = own_control(b);
         change writes;
-        keep_code(writes, control, *code);
-        note_reset(b, writes, control, start::warm);
+        keep_code(b, writes, control, *code);
+        reset_control::note_reset(b, writes, control, start::warm);
         b.commit(writes);
     });
 }
@@ -113,7 +88,7 @@ uint32_t drv_reset_self_board_without_reboot(const drv_reset_code *code) {
     return operate([&](board &b) {
         refuse_null(code);
         change writes;
-        keep_code(writes, own_control(b), *code);
+        keep_code(b, writes, own_control(b), *code);
         b.commit(writes);
     });
 }
@@ -125,21 +100,22 @@ uint32_t drv_reset_peer_board(void) {
 uint32_t drv_reset_get_code(drv_reset_code *code) {
     return operate([&](board &b) {
         refuse_null(code);
-        const device control = own_control(b);
-        *code = {b.get(control, "code"), static_cast<uint16_t>(b.get(control, "year")),
-                 static_cast<uint8_t>(b.get(control, "month")), static_cast<uint8_t>(b.get(control, "day"))};
+        const control_of control = own_control(b);
+        *code = {b.get(control, reset_control::code), static_cast<uint16_t>(b.get(control, reset_control::year)),
+                 static_cast<uint8_t>(b.get(control, reset_control::month)),
+                 static_cast<uint8_t>(b.get(control, reset_control::day))};
     });
 }
 
 uint32_t drv_reset_get_reason(uint32_t inst_id, uint32_t index, uint32_t *reason) {
     return operate([&](board &b) {
         refuse_null(reason);
-        *reason = b.get(b.find(inst_id, reasons, index), "reason");
+        *reason = b.get(b.find<reset_reason::family>(inst_id, index), reset_reason::reason);
     });
 }
 
 uint32_t drv_reset_get_mode(uint32_t *cool) {
-    return read_own("cool", cool);
+    return read_own(reset_control::cool, cool);
 }
 
 // Every write to the board's state is complete when its call returns: there is nothing left to wait for.
@@ -148,24 +124,24 @@ uint32_t drv_reset_sync_file_system(void) {
 }
 
 uint32_t drv_reset_get_button_status(uint32_t *status) {
-    return read_own("button", status);
+    return read_own(reset_control::button, status);
 }
 
 uint32_t drv_reset_set_self_sys_ready(uint32_t mode) {
-    return write_own_flag("sys_ready", mode);
+    return write_own_flag(reset_control::sys_ready, mode);
 }
 
 uint32_t drv_reset_get_peer_sys_ready(uint32_t *mode) {
     return operate([&](board &b) {
         refuse_null(mode);
-        *mode = b.get(peer_control(b), "sys_ready");
+        *mode = b.get(peer_control(b), reset_control::sys_ready);
     });
 }
 
 uint32_t drv_reset_set_soft_start_ok_flag(uint32_t flag) {
-    return write_own_flag("soft_start_ok", flag);
+    return write_own_flag(reset_control::soft_start_ok, flag);
 }
 
 uint32_t drv_reset_get_soft_start_ok_flag(uint32_t *flag) {
-    return read_own("soft_start_ok", flag);
+    return read_own(reset_control::soft_start_ok, flag);
 }
