@@ -2,6 +2,7 @@
 #include "sim/launcher/launch.h"
 
 #include "sim/core/prepare.h"
+#include "sim/launcher/hand.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -243,6 +244,10 @@ void launch(const launch_options &options) {
     set_loader_environment(options, parts);
     if (const std::optional<std::string> problem = prepare_board(board, state, options.reset)) {
         throw launch_error(*problem);
+    }
+    act_by_hand(options, board, state);
+    if (is_only_by_hand(options)) {
+        return;
     }
     set("KESTRO_SIM_BOARD", board.string());
     set("KESTRO_SIM_STATE", state.string());

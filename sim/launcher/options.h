@@ -1,6 +1,8 @@
 // The launcher's command line.
 #pragma once
 
+#include "sim/core/hand.h"
+
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -28,7 +30,8 @@ struct launch_options {
     std::string fail_alloc; // world
     bool strict = false;    // probe
     bool reset = false;
-    std::vector<std::string> words; // kestro_test's own
+    std::vector<hand_action> by_hand; // in the order of the command line
+    std::vector<std::string> words;   // kestro_test's own
 };
 
 // Gives nothing when help was asked for and printed. Throws launch_error.
