@@ -37,24 +37,20 @@ std::string wanted(const reg &which) {
     return which.needed == need::required ? "required" : "optional";
 }
 
+// The device stands in the first of its rows.
 std::string rows_of(const device_family &family) {
+    std::string device = "`" + full_name(family) + "`: " + family.what;
+    if (family.count == 0) {
+        return "| " + device + " | | | | | |\n";
+    }
     std::string rows;
     for (size_t i = 0; i < family.count; ++i) {
         const reg &which = *family.list[i];
-        rows += "| `" + std::string(which.name) + "` | " + values_of(which) + " | " + wanted(which) + " | " +
+        rows += "| " + device + " | `" + which.name + "` | " + values_of(which) + " | " + wanted(which) + " | " +
                 changed_by(which) + " | " + which.meaning + " |\n";
+        device.clear();
     }
     return rows;
-}
-
-std::string family_table(const device_family &family) {
-    std::string text = "\n`" + full_name(family) + "`: " + family.what + "\n";
-    if (family.count == 0) {
-        return text;
-    }
-    return text +
-           "\n| Element | Values | In a description | Changed by | Meaning |\n| --- | --- | --- | --- | --- |\n" +
-           rows_of(family);
 }
 
 std::string hexadecimal(uint32_t value, uint32_t width) {
@@ -92,9 +88,10 @@ std::string register_tables() {
     std::vector<const device_family *> families(all_families().begin(), all_families().end());
     std::stable_sort(families.begin(), families.end(),
                      [](const auto *one, const auto *other) { return full_name(*one) < full_name(*other); });
-    std::string text;
+    std::string text = "\n| Device | Element | Values | In a description | Changed by | Meaning |\n"
+                       "| --- | --- | --- | --- | --- | --- |\n";
     for (const device_family *family : families) {
-        text += family_table(*family);
+        text += rows_of(*family);
     }
     for (const register_space *space : all_spaces()) {
         text += space_table(*space);
