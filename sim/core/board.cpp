@@ -1,16 +1,19 @@
 // Devices: their description, their cells and their images.
 #include "sim/core/board.h"
 
+#include "sim/core/fitting.h"
 #include "sim/core/instance.h"
 #include "sim/core/registers.h"
 #include "sim/core/state_dir.h"
+#include "sim/devices/management/board_unit.h"
 
 #include <algorithm>
 
 namespace kestro_sim {
 
-board::board(std::filesystem::path description_file, std::filesystem::path state_dir)
-    : description_file_(std::move(description_file)), state_dir_(std::move(state_dir)), store_(state_dir_) {
+board::board(std::filesystem::path description_file, std::filesystem::path state_dir, std::string seat)
+    : description_file_(std::move(description_file)), state_dir_(std::move(state_dir)), seat_(std::move(seat)),
+      store_(state_dir_) {
 }
 
 bool board::begin_operation() {
@@ -24,9 +27,9 @@ bool board::begin_operation() {
 const description &board::described() {
     if (!description_) {
         auto read = std::make_unique<description>(description_file_);
-        const store_identity kept = store_.identity();
-        if (kept.stamp != file_stamp(description_file_) && kept.fingerprint != fingerprint(*read)) {
-            throw store_error((state_dir_ / "store").string() + ": was made for another board than " +
+        const auto made_for = parse_number(read->chassis().attribute("fingerprint").value());
+        if (made_for != store_.identity().fingerprint) {
+            throw store_error((state_dir_ / "store").string() + ": was made for another chassis than " +
                               description_file_.string() + "; start through kestro_sim");
         }
         description_ = std::move(read);
@@ -41,23 +44,39 @@ void board::forget_description() {
 std::string board::place(uint32_t inst_id) {
     const auto decoded = decode_instance(inst_id);
     refuse_if(!decoded, error::no_such_instance);
-    const auto name = place_name(described(), *decoded);
+    const auto name = place_name(described(), seat_, *decoded);
     refuse_if(!name, error::no_such_instance);
     return *name;
 }
 
 std::string board::instance(uint32_t inst_id) {
     std::string name = place(inst_id);
-    refuse_if(!is_present(name), error::no_such_instance);
+    refuse_if(!is_present(name) || !is_within_reach(name), error::no_such_instance);
     return name;
 }
 
+// What is pulled out takes its cards along.
 bool board::is_present(const std::string &place) {
-    return kestro_sim::is_present(described(), place);
+    return described().place(place) && !is_pulled(*this, place) && !is_pulled(*this, place.substr(0, place.find('/')));
 }
 
-std::string board::self() {
-    return std::string(self_instance);
+bool board::is_within_reach(const std::string &place) {
+    return kestro_sim::is_within_reach(described(), seat_, place);
+}
+
+bool board::is_seen(const std::string &place) {
+    if (!is_present(place) || !is_within_reach(place)) {
+        return false;
+    }
+    const auto slot = slot_of_place(place);
+    const bool is_in_card_slot = slot && type_of_slot(described(), *slot) == card_slot;
+    return !is_in_card_slot || slot_of_place(seat_) == master_slot();
+}
+
+// A chassis that does not say has no two to choose from.
+uint32_t board::master_slot() {
+    return get_or(device_of<mastership::family>{{chassis(), kind_of(mastership::family), 0}}, mastership::slot,
+                  slot_of_place(seat_).value_or(0));
 }
 
 device board::find(uint32_t inst_id, const device_kind &kind, uint32_t id) {

@@ -1,4 +1,4 @@
-// The board as driver families see it: instances, described devices, and the state of these devices.
+// The chassis as driver families see it from one seat: instances, described devices, and the state of these devices.
 //
 // Description and state are told apart like this: the description says which devices there are and what a new board
 // is like; a register that a driver has written has a cell in the store and from then on answers with that. A cell is
@@ -12,7 +12,8 @@
 //   const auto which = b.find<rail::family>(inst_id, voltage_id);
 //   *value = b.get(which, rail::millivolts);
 //
-// A board is used within one driver operation (operation.h), which holds the lock of the state directory.
+// One state serves the whole chassis: places are absolute, whatever the seat. A board is used within one driver
+// operation (operation.h), which holds the lock of the state directory.
 #pragma once
 
 #include "sim/core/description.h"
@@ -36,7 +37,7 @@ struct device_kind {
     const char *node;
 };
 
-// One device of one instance; it is described.
+// One device of one place ("slot9", "slot7/card1", "chassis"); it is described.
 struct device {
     std::string instance;
     device_kind kind;
@@ -60,7 +61,8 @@ std::string cell_key(const device &which, const char *name);
 
 class board {
   public:
-    board(std::filesystem::path description_file, std::filesystem::path state_dir);
+    // The merged chassis, the state, and the place whose board this process runs on.
+    board(std::filesystem::path description_file, std::filesystem::path state_dir, std::string seat);
 
     // What an operation starts with: finishes the change of a process that was killed. False when the state directory
     // was reset under the running program.
@@ -69,12 +71,29 @@ class board {
     const description &described();
     void forget_description();
 
-    // The instance's name. instance() refuses an empty place (no_such_instance), place() does not. Both refuse an id
-    // of no known form, a slot beyond the chassis, a card that the board has no place for.
+    // The own place, and the place of what belongs to no board.
+    const std::string &self() const {
+        return seat_;
+    }
+    static std::string chassis() {
+        return std::string(chassis_place);
+    }
+
+    // The place of an instance. instance() refuses an empty place and one beyond this board's reach (no_such_instance),
+    // place() does not. Both refuse an id of no known form, a slot beyond the chassis, a card that the board has no
+    // place for.
     std::string instance(uint32_t inst_id);
     std::string place(uint32_t inst_id);
+
+    // Something is fitted there and has not been pulled out.
     bool is_present(const std::string &place);
-    std::string self(); // the board itself
+
+    // What of that this board notices: presence lines and identity buses of the cards in slots end at the master.
+    bool is_seen(const std::string &place);
+    bool is_within_reach(const std::string &place);
+
+    // The slot of the main processing unit that is the master.
+    uint32_t master_slot();
 
     // not_supported when the instance has no device of the family at all, no_such_device when it has others.
     template <const device_family &Family> device_of<Family> find(uint32_t inst_id, uint32_t id = 0) {
@@ -184,6 +203,7 @@ class board {
 
     std::filesystem::path description_file_;
     std::filesystem::path state_dir_;
+    std::string seat_;
     store store_;
     std::unique_ptr<description> description_;
 };

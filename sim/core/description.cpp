@@ -1,31 +1,11 @@
-// Reading of board descriptions, and the way through their four levels.
+// The way through the levels of the described chassis.
 #include "sim/core/description.h"
 
-#include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 
 namespace kestro_sim {
 
 namespace {
-
-std::string read_all(const std::filesystem::path &file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string content{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    if (!stream || std::filesystem::is_directory(file)) {
-        throw description_error(file.string() + ": cannot be read as a board description (" + std::strerror(errno) +
-                                "); give the name of a board or the path of its XML file");
-    }
-    return content;
-}
-
-std::string_view instance_of(pugi::xml_node module) {
-    const pugi::xml_attribute instance = module.attribute("instance");
-    return instance ? std::string_view(instance.value()) : self_instance;
-}
 
 // FNV-1a: any stable mixing serves, the value only tells layouts apart.
 class mixer {
@@ -75,55 +55,59 @@ std::optional<uint64_t> parse_number(std::string_view text) {
     return negative ? 0 - number : number;
 }
 
-description::description(const std::filesystem::path &file) : file_(file), content_(read_all(file)) {
+std::string slot_place(uint32_t slot) {
+    return "slot" + std::to_string(slot);
+}
+
+std::string card_place(std::string_view board, uint32_t card) {
+    return std::string(board) + "/card" + std::to_string(card);
+}
+
+description::description() {
+    document_.append_child("chassis");
+}
+
+description::description(const std::filesystem::path &file) {
     const pugi::xml_parse_result result =
-        document_.load_buffer(content_.data(), content_.size(), pugi::parse_default, pugi::encoding_utf8);
+        document_.load_file(file.c_str(), pugi::parse_minimal | pugi::parse_escapes, pugi::encoding_utf8);
     if (!result) {
-        fail_at(static_cast<size_t>(std::max<ptrdiff_t>(result.offset, 0)),
-                std::string("not well-formed XML: ") + result.description(),
-                "a <board> of <module>, <node>, <entry> and <element>");
+        throw description_error(file.string() + ": is no merged chassis (" + result.description() +
+                                "); start through kestro_sim");
     }
 }
 
 std::string description::name() const {
-    return board().attribute("name").value();
+    return chassis().attribute("name").value();
 }
 
-pugi::xml_node description::board() const {
+pugi::xml_node description::chassis() const {
     return document_.document_element();
 }
 
-pugi::xml_node description::module(std::string_view instance, std::string_view module) const {
-    for (const pugi::xml_node child : board().children("module")) {
-        if (module == child.attribute("name").value() && instance == instance_of(child)) {
-            return child;
-        }
-    }
-    return {};
+pugi::xml_node description::place(std::string_view place) const {
+    return named_child(chassis(), place);
 }
 
-pugi::xml_node description::node(std::string_view instance, std::string_view module, std::string_view node) const {
-    return named_child(this->module(instance, module), node);
+pugi::xml_node description::module(std::string_view place, std::string_view module) const {
+    return named_child(this->place(place), module);
 }
 
-pugi::xml_node description::entry(std::string_view instance, std::string_view module, std::string_view node,
+pugi::xml_node description::node(std::string_view place, std::string_view module, std::string_view node) const {
+    return named_child(this->module(place, module), node);
+}
+
+pugi::xml_node description::entry(std::string_view place, std::string_view module, std::string_view node,
                                   std::string_view entry) const {
-    return named_child(this->node(instance, module, node), entry);
+    return named_child(this->node(place, module, node), entry);
 }
 
-pugi::xml_node description::element(std::string_view instance, std::string_view module, std::string_view node,
+pugi::xml_node description::element(std::string_view place, std::string_view module, std::string_view node,
                                     std::string_view entry, std::string_view element) const {
-    return named_child(this->entry(instance, module, node, entry), element);
+    return named_child(this->entry(place, module, node, entry), element);
 }
 
 void description::fail(pugi::xml_node where, const std::string &what, const std::string &right) const {
-    fail_at(static_cast<size_t>(std::max<ptrdiff_t>(where.offset_debug(), 0)), what, right);
-}
-
-void description::fail_at(size_t offset, const std::string &what, const std::string &right) const {
-    const auto begin = content_.begin();
-    const auto lines = std::count(begin, begin + static_cast<ptrdiff_t>(std::min(offset, content_.size())), '\n');
-    throw description_error(file_.string() + ":" + std::to_string(lines + 1) + ": " + what + "; " + right);
+    sources_.fail(where, what, right);
 }
 
 pugi::xml_node named_child(pugi::xml_node parent, std::string_view name) {
@@ -145,17 +129,15 @@ std::optional<std::string> element_text(pugi::xml_node element) {
     return text ? std::optional<std::string>(text.value()) : std::nullopt;
 }
 
-uint64_t fingerprint(const description &board) {
+uint64_t fingerprint(const description &chassis) {
     mixer mixed;
-    mixed.add(board.name());
-    for (const pugi::xml_node module : board.board().children("module")) {
-        const std::string_view name = module.attribute("name").value();
-        if (name == "sim_eeprom_layout" || name == "sim_storage") {
-            mix_tree(mixed, module);
-        } else if (name == "sim_identity") {
-            const std::string_view instance = instance_of(module);
-            mixed.add(instance);
-            mixed.add(board.element(instance, name, "eeprom", "0", "layout").attribute("text").value());
+    mixed.add(chassis.name());
+    for (const pugi::xml_node place : chassis.chassis().children("place")) {
+        const std::string_view name = place.attribute("name").value();
+        mixed.add(name);
+        mixed.add(chassis.element(name, "sim_identity", "eeprom", "0", "layout").attribute("text").value());
+        for (const char *storage : {"sim_eeprom_layout", "sim_storage"}) {
+            mix_tree(mixed, chassis.module(name, storage));
         }
     }
     return mixed.value();

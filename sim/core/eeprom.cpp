@@ -15,7 +15,11 @@ uint32_t number_below(pugi::xml_node entry, std::string_view name) {
 
 pugi::xml_node eeprom_layout(const description &board, std::string_view instance) {
     const auto layout = element_text(board.element(instance, "sim_identity", "eeprom", "0", "layout"));
-    return layout ? board.node(self_instance, "sim_eeprom_layout", *layout) : pugi::xml_node();
+    if (!layout) {
+        return {};
+    }
+    const pugi::xml_node own = board.node(instance, "sim_eeprom_layout", *layout);
+    return own ? own : board.node(chassis_place, "sim_eeprom_layout", *layout);
 }
 
 eeprom_section section_of(pugi::xml_node entry) {
@@ -37,10 +41,14 @@ uint32_t eeprom_size(pugi::xml_node layout) {
     return (end + 1023U) / 1024U * 1024U;
 }
 
-std::string eeprom_image_name(std::string_view instance) {
-    std::string name = "eeprom-" + std::string(instance) + ".bin";
-    std::erase(name, '@');
+std::string image_name(std::string_view device, std::string_view place) {
+    std::string name = std::string(device) + "-" + std::string(place) + ".bin";
+    std::replace(name.begin(), name.end(), '/', '-');
     return name;
+}
+
+std::string eeprom_image_name(std::string_view instance) {
+    return image_name("eeprom", instance);
 }
 
 } // namespace kestro_sim

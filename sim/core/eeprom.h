@@ -22,7 +22,8 @@ struct eeprom_section {
     uint32_t size;
 };
 
-// The layout node that the instance's identity names; an empty handle when it has no EEPROM.
+// The layout node that the instance's identity names, a layout of its own or one of the chassis; an empty handle when
+// it has no EEPROM.
 pugi::xml_node eeprom_layout(const description &board, std::string_view instance);
 
 std::optional<eeprom_section> find_section(const description &board, std::string_view instance, uint32_t section_id);
@@ -33,6 +34,8 @@ eeprom_section section_of(pugi::xml_node entry);
 // Large enough for every section, in whole KiB.
 uint32_t eeprom_size(pugi::xml_node layout);
 
+// The image file of a storage device ("eeprom-slot9.bin", "eeprom-slot7-card1.bin").
+std::string image_name(std::string_view device, std::string_view place);
 std::string eeprom_image_name(std::string_view instance);
 
 } // namespace kestro_sim

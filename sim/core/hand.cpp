@@ -166,11 +166,11 @@ void act(board &b, const std::vector<inventory_item> &items, const hand_action &
 
 } // namespace
 
-std::optional<std::string> lay_hand_on(const std::filesystem::path &description, const std::filesystem::path &state_dir,
+std::optional<std::string> lay_hand_on(const std::filesystem::path &merged, const std::filesystem::path &state_dir,
                                        std::span<const hand_action> actions, std::string &printed) {
     try {
         const state_lock lock(state_dir);
-        board b(description, state_dir);
+        board b(merged, state_dir, board::chassis());
         b.begin_operation();
         const std::vector<inventory_item> items = take_inventory(b);
         for (const hand_action &action : actions) {

@@ -21,7 +21,7 @@ struct hand_action {
 
 // Acts one after the other, or not at all when one of them is wrong. Gives what is wrong, and adds what was asked for
 // to the printed text.
-std::optional<std::string> lay_hand_on(const std::filesystem::path &description, const std::filesystem::path &state_dir,
+std::optional<std::string> lay_hand_on(const std::filesystem::path &merged, const std::filesystem::path &state_dir,
                                        std::span<const hand_action> actions, std::string &printed);
 
 } // namespace kestro_sim

@@ -82,20 +82,17 @@ void write_file(const std::filesystem::path &path, const bytes &content) {
 
 } // namespace
 
-void write_new_images(const description &board, const std::filesystem::path &directory) {
-    for (const pugi::xml_node module : board.board().children("module")) {
-        if (std::string_view(module.attribute("name").value()) != "sim_identity") {
-            continue;
+void write_new_images(const description &chassis, const std::filesystem::path &directory) {
+    for (const pugi::xml_node place : chassis.chassis().children("place")) {
+        const std::string name = place.attribute("name").value();
+        if (eeprom_layout(chassis, name)) {
+            write_file(directory / eeprom_image_name(name), identity_image(chassis, name));
         }
-        const pugi::xml_attribute attribute = module.attribute("instance");
-        const std::string instance = attribute ? attribute.value() : std::string(self_instance);
-        write_file(directory / eeprom_image_name(instance), identity_image(board, instance));
-    }
-    const pugi::xml_node storage = board.node(self_instance, "sim_storage", "image");
-    for (const pugi::xml_node entry : storage.children("entry")) {
-        const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
-        const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
-        write_file(directory / (std::string(entry.attribute("name").value()) + ".bin"), bytes(size, fill));
+        for (const pugi::xml_node entry : chassis.node(name, "sim_storage", "image").children("entry")) {
+            const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
+            const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
+            write_file(directory / image_name(entry.attribute("name").value(), name), bytes(size, fill));
+        }
     }
 }
 

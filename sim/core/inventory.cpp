@@ -18,10 +18,6 @@ std::string name_of(pugi::xml_node item) {
     return item.attribute("name").value();
 }
 
-std::string place_of(pugi::xml_node module) {
-    return module.attribute("instance").as_string(std::string(self_instance).c_str());
-}
-
 std::string hexadecimal(uint32_t value, uint32_t width) {
     char text[16];
     snprintf(text, sizeof text, "0x%0*x", static_cast<int>(width / 4), value);
@@ -78,7 +74,7 @@ void add_module(board &b, pugi::xml_node module, std::vector<inventory_item> &it
         }
         for (const pugi::xml_node entry : node.children("entry")) {
             const auto id = static_cast<uint32_t>(parse_number(name_of(entry)).value_or(0));
-            add_device(b, {place_of(module), kind_of(*family), id}, *family, items);
+            add_device(b, {name_of(module.parent()), kind_of(*family), id}, *family, items);
         }
     }
 }
@@ -95,9 +91,11 @@ std::string_view top_of(std::string_view path, size_t levels) {
 
 std::vector<inventory_item> take_inventory(board &b) {
     std::vector<inventory_item> items;
-    for (const pugi::xml_node module : b.described().board().children("module")) {
-        if (name_of(module).starts_with(module_prefix)) {
-            add_module(b, module, items);
+    for (const pugi::xml_node place : b.described().chassis().children("place")) {
+        for (const pugi::xml_node module : place.children("module")) {
+            if (name_of(module).starts_with(module_prefix)) {
+                add_module(b, module, items);
+            }
         }
     }
     return items;

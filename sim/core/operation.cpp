@@ -24,7 +24,9 @@ std::string wanted_variable(const char *name) {
 board &board_of_this_process(const std::string &state_dir) {
     static board *own = nullptr;
     if (own == nullptr) {
-        own = std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir).release();
+        own =
+            std::make_unique<board>(wanted_variable("KESTRO_SIM_BOARD"), state_dir, wanted_variable("KESTRO_SIM_SEAT"))
+                .release();
     }
     if (!own->begin_operation()) {
         throw store_error(state_dir + ": was made new while this program ran; start the program again");

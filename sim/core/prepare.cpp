@@ -1,64 +1,161 @@
-// Checks the description and makes the store. A description that has not changed since it was last found good is not
-// read again: the launcher starts thousands of times a day.
+// Checks the description and makes the store. What was merged and found good is kept in the state directory and used
+// again while none of its files has changed: the launcher starts thousands of times a day.
 #include "sim/core/prepare.h"
 
+#include "sim/core/fitting.h"
+#include "sim/core/nearest.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/store.h"
-#include "sim/core/validate.h"
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
 
 namespace kestro_sim {
 
 namespace {
 
-void check_board_of_store(const store &opened, const std::filesystem::path &state_dir, const description &board) {
+namespace fs = std::filesystem;
+
+// In front of the list of files: another form of merged files is not used again.
+constexpr const char *merged_form = "merged chassis 1";
+
+void check_chassis_of_store(const store &opened, const fs::path &state_dir, const description &chassis) {
     const store_identity kept = opened.identity();
-    if (kept.board != board.name()) {
-        throw store_error((state_dir / "store").string() + ": holds board '" + kept.board + "', not '" + board.name() +
-                          "'; choose another directory with --state, or make the board new with --reset");
+    if (kept.board != chassis.name()) {
+        throw store_error((state_dir / "store").string() + ": holds chassis '" + kept.board + "', not '" +
+                          chassis.name() +
+                          "'; choose another directory with --state, or make the chassis new with --reset");
     }
-    if (kept.fingerprint != fingerprint(board)) {
+    if (kept.fingerprint != fingerprint(chassis)) {
         throw store_error((state_dir / "store").string() +
-                          ": was made for other cards or another EEPROM layout of "
-                          "board '" +
-                          kept.board + "'; choose another directory with --state, or make the board new with --reset");
+                          ": was made for other boards or cards or another EEPROM layout of chassis '" + kept.board +
+                          "'; choose another directory with --state, or make the chassis new with --reset");
     }
 }
 
-void prepare(const std::filesystem::path &file, const std::filesystem::path &state_dir, bool reset) {
-    claim_state_dir(state_dir);
-    const state_lock lock(state_dir);
-    const uint64_t stamp = file_stamp(file);
-    const bool is_made = std::filesystem::exists(state_dir / "store");
-    if (is_made && !reset) {
-        store opened(state_dir);
-        if (stamp != 0 && opened.identity().stamp == stamp) {
-            return;
-        }
-        const description board(file);
-        validate_form(board);
-        validate_families(board);
-        validate_devices(board);
-        check_board_of_store(opened, state_dir, board);
-        opened.set_stamp(stamp);
-        return;
+// One merged file for each choice of files, so that a sick board and the healthy one take turns on one state.
+fs::path merged_file(const board_choice &choice, const fs::path &state_dir) {
+    uint64_t mixed = 0xCBF29CE484222325U;
+    for (const char c : choice.chassis_file.string() + "\n" + choice.board_file.string()) {
+        mixed = (mixed ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
     }
-    const description board(file);
-    validate_form(board);
-    validate_families(board);
-    validate_devices(board);
-    make_state(state_dir, board, stamp);
+    std::ostringstream name;
+    name << std::hex << mixed << ".xml";
+    return state_dir / "chassis" / name.str();
+}
+
+fs::path list_of_sources(const fs::path &merged) {
+    return fs::path(merged).replace_extension(".sources");
+}
+
+// The list holds a line for each file that was read: its stamp and its path.
+bool is_up_to_date(const fs::path &merged) {
+    std::ifstream list(list_of_sources(merged));
+    std::string line;
+    if (!std::getline(list, line) || line != merged_form) {
+        return false;
+    }
+    uint64_t stamp = 0;
+    size_t files = 0;
+    while (list >> stamp && list.get() == ' ' && std::getline(list, line)) {
+        if (stamp == 0 || stamp != file_stamp(line)) {
+            return false;
+        }
+        ++files;
+    }
+    return files > 0 && fs::exists(merged);
+}
+
+void write_whole(const fs::path &file, const std::string &content) {
+    fs::path draft = file;
+    draft += ".new";
+    std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
+    stream << content;
+    stream.close();
+    if (!stream) {
+        throw store_error(draft.string() + ": cannot be written; make room or choose another state directory");
+    }
+    fs::rename(draft, file);
+}
+
+// The stamps were taken before the files were read: a change in between makes the list out of date.
+void keep_merged(description &chassis, const fs::path &merged, const std::string &sources) {
+    chassis.chassis().append_attribute("fingerprint") = std::to_string(fingerprint(chassis)).c_str();
+    std::ostringstream content;
+    chassis.document().save(content, "", pugi::format_raw | pugi::format_no_declaration);
+    fs::create_directory(merged.parent_path());
+    fs::remove(list_of_sources(merged));
+    write_whole(merged, content.str());
+    write_whole(list_of_sources(merged), sources);
+}
+
+std::string stamps_of(const std::vector<fs::path> &files) {
+    std::string lines = std::string(merged_form) + "\n";
+    for (const fs::path &file : files) {
+        lines += std::to_string(file_stamp(file)) + " " + file.string() + "\n";
+    }
+    return lines;
 }
 
 } // namespace
 
-std::optional<std::string> prepare_board(const std::filesystem::path &description,
-                                         const std::filesystem::path &state_dir, bool reset) {
-    try {
-        prepare(description, state_dir, reset);
-    } catch (const std::exception &problem) {
-        return problem.what();
+fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bool reset) {
+    claim_state_dir(state_dir);
+    const state_lock lock(state_dir);
+    const fs::path merged = merged_file(choice, state_dir);
+    const bool is_kept = fs::exists(state_dir / "store") && !reset;
+    if (is_kept) {
+        const store opened(state_dir);
+        if (is_up_to_date(merged)) {
+            return merged;
+        }
     }
-    return std::nullopt;
+    const std::unique_ptr<description> chassis = read_chassis(choice);
+    const std::string sources = stamps_of(chassis->sources().files());
+    if (is_kept) {
+        check_chassis_of_store(store(state_dir), state_dir, *chassis);
+    } else {
+        make_state(state_dir, *chassis);
+    }
+    keep_merged(*chassis, merged, sources);
+    return merged;
+}
+
+void refit(const fs::path &merged, const fs::path &state_dir, const refitting &wanted) {
+    const state_lock lock(state_dir);
+    board b(merged, state_dir, std::string(chassis_place));
+    b.begin_operation();
+    std::vector<std::string> places;
+    for (const pugi::xml_node place : b.described().chassis().children("place")) {
+        if (place.attribute("name").value() != chassis_place) {
+            places.emplace_back(place.attribute("name").value());
+        }
+    }
+    for (const auto *list : {&wanted.pull, &wanted.plug}) {
+        for (const std::string &place : *list) {
+            if (std::find(places.begin(), places.end(), place) == places.end()) {
+                throw description_error(std::string(list == &wanted.pull ? "--pull" : "--plug") +
+                                        ": nothing belongs to place '" + place + "'; nearest: '" +
+                                        nearest(place, places) + "'");
+            }
+        }
+    }
+    for (const std::string &place : wanted.pull) {
+        pull(b, place);
+    }
+    for (const std::string &place : wanted.plug) {
+        plug(b, place);
+    }
+}
+
+void require_fitted(const fs::path &merged, const fs::path &state_dir, const std::string &seat) {
+    const state_lock lock(state_dir);
+    board b(merged, state_dir, seat);
+    b.begin_operation();
+    if (is_pulled(b, seat)) {
+        throw description_error("--board: the board at " + seat + " is pulled out; right is --plug " + seat);
+    }
 }
 
 } // namespace kestro_sim

@@ -1,15 +1,29 @@
-// Makes a board ready to be run: what the launcher does before it becomes kestro_test.
+// Makes the chassis ready to be run: what the launcher does before it becomes kestro_test. Everything here throws what
+// is wrong, naming file and line, and what would be right.
 #pragma once
 
+#include "sim/core/chassis.h"
+
 #include <filesystem>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace kestro_sim {
 
-// Checks the board description and makes the store in the state directory when there is none yet; reset makes the
-// board new. Gives nothing when the board is ready, else what is wrong, naming file and line, and what would be right.
-std::optional<std::string> prepare_board(const std::filesystem::path &description,
-                                         const std::filesystem::path &state_dir, bool reset);
+// Checks the description and makes the store in the state directory when there is none yet; reset makes all boards new.
+// Gives the merged chassis, a file in the state directory that runs read.
+std::filesystem::path prepare_board(const board_choice &choice, const std::filesystem::path &state_dir, bool reset);
+
+// What the technician pulls out and plugs in, by places; pulling comes first.
+struct refitting {
+    std::vector<std::string> pull;
+    std::vector<std::string> plug;
+};
+
+void refit(const std::filesystem::path &merged, const std::filesystem::path &state_dir, const refitting &wanted);
+
+// A board that is pulled out runs nothing.
+void require_fitted(const std::filesystem::path &merged, const std::filesystem::path &state_dir,
+                    const std::string &seat);
 
 } // namespace kestro_sim

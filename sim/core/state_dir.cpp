@@ -2,12 +2,16 @@
 #include "sim/core/state_dir.h"
 
 #include "sim/core/identity_image.h"
+#include "sim/core/instance.h"
+#include "sim/core/merge.h"
 #include "sim/core/store.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
+#include <iterator>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <vector>
@@ -41,12 +45,48 @@ void retire_old_store(const fs::path &state_dir) {
     fs::remove_all(state_dir / "store");
 }
 
-void copy_board_files(const description &board, const fs::path &root) {
-    fs::path source = board.file();
-    source.replace_extension(".root");
-    fs::create_directory(root);
-    if (fs::is_directory(source)) {
-        fs::copy(source, root, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+// Text files name what differs from board to board (${serial}).
+void copy_file(const fs::path &from, const fs::path &to, const board_files &board) {
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+    std::ifstream stream(from, std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    const std::string own = substituted(content, board.variables);
+    if (own != content) {
+        std::ofstream(to, std::ios::binary | std::ios::trunc) << own;
+    }
+}
+
+void copy_tree(const fs::path &from, const fs::path &to, const board_files &board) {
+    fs::create_directories(to);
+    for (const fs::directory_entry &entry : fs::directory_iterator(from)) {
+        const fs::path target = to / entry.path().filename();
+        if (entry.is_directory() && !entry.is_symlink()) {
+            copy_tree(entry.path(), target, board);
+        } else if (entry.is_regular_file() && !entry.is_symlink()) {
+            copy_file(entry.path(), target, board);
+        } else {
+            fs::copy(entry.path(), target, fs::copy_options::copy_symlinks | fs::copy_options::overwrite_existing);
+        }
+    }
+}
+
+void copy_board_files(const description &chassis, const fs::path &root) {
+    for (const board_files &board : chassis.files) {
+        for (const fs::path &layer : board.roots) {
+            copy_tree(layer, root / board.place, board);
+        }
+    }
+}
+
+// Every board has a place for its files and its logs, cards have none.
+void make_directories_of_boards(const description &chassis, const fs::path &state_dir) {
+    for (const pugi::xml_node place : chassis.chassis().children("place")) {
+        const std::string name = place.attribute("name").value();
+        const auto slot = slot_of_place(name);
+        if (slot && !card_of_place(name) && type_of_slot(chassis, *slot) != card_slot) {
+            fs::create_directories(state_dir / "root" / name);
+            fs::create_directories(state_dir / "log" / name);
+        }
     }
 }
 
@@ -91,16 +131,16 @@ void claim_state_dir(const fs::path &state_dir) {
     }
 }
 
-void make_state(const fs::path &state_dir, const description &board, uint64_t stamp) {
+void make_state(const fs::path &state_dir, const description &chassis) {
     retire_old_store(state_dir);
-    for (const char *old : {"store.new", "images", "root", "log"}) {
+    for (const char *old : {"store.new", "chassis", "images", "root", "log"}) {
         fs::remove_all(state_dir / old);
     }
     fs::create_directory(state_dir / "images");
-    fs::create_directory(state_dir / "log");
-    write_new_images(board, state_dir / "images");
-    copy_board_files(board, state_dir / "root");
-    store::create(state_dir / "store.new", {fingerprint(board), stamp, board.name()});
+    make_directories_of_boards(chassis, state_dir);
+    write_new_images(chassis, state_dir / "images");
+    copy_board_files(chassis, state_dir / "root");
+    store::create(state_dir / "store.new", {fingerprint(chassis), 0, chassis.name()});
     fs::rename(state_dir / "store.new", state_dir / "store");
 }
 

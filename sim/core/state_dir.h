@@ -1,10 +1,11 @@
-// The directory that holds one board's state: whose it is, its lock, making and resetting it.
+// The directory that holds the state of one chassis: whose it is, its lock, making and resetting it.
 //
 // STATE/kestro_sim.lock  marks the directory as the simulator's and is what processes lock
 // STATE/store            see store.h; there only when everything else is complete
 // STATE/images/          raw images of the storage devices
-// STATE/root/            the board's files
-// STATE/log/             the driver logs
+// STATE/root/<place>/    the files of each board
+// STATE/log/<place>/     the driver logs of each board
+// STATE/chassis/         the merged chassis, as it was last found good (prepare.h)
 #pragma once
 
 #include "sim/core/description.h"
@@ -31,8 +32,8 @@ class state_lock {
 // something else.
 void claim_state_dir(const std::filesystem::path &state_dir);
 
-// Makes the board new: all state is gone, the store appears last. The lock is held.
-void make_state(const std::filesystem::path &state_dir, const description &board, uint64_t stamp);
+// Makes all boards new: all state is gone, the store appears last. The lock is held.
+void make_state(const std::filesystem::path &state_dir, const description &chassis);
 
 // Changes whenever the file does; 0 when there is none.
 uint64_t file_stamp(const std::filesystem::path &file);

@@ -54,9 +54,9 @@ class change {
 size_t largest_write();
 
 struct store_identity {
-    uint64_t fingerprint; // of the board description
-    uint64_t stamp;       // of the description's file when it was last checked
-    std::string board;
+    uint64_t fingerprint; // of the chassis
+    uint64_t stamp;       // not used
+    std::string board;    // the name of the chassis
 };
 
 class store {

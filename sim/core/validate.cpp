@@ -1,6 +1,5 @@
-// The form of a board description: four levels below the board, each child named once among its siblings.
+// The form of the merged chassis: four levels below each place, each child named once among its siblings.
 #include "sim/core/validate.h"
-#include "sim/core/instance.h"
 #include "sim/core/store.h"
 
 #include <algorithm>
@@ -12,11 +11,11 @@ namespace kestro_sim {
 
 namespace {
 
-constexpr std::array<const char *, 5> level_tags{"board", "module", "node", "entry", "element"};
-constexpr size_t module_level = 1;
-constexpr size_t node_level = 2;
-constexpr size_t entry_level = 3;
-constexpr size_t element_level = 4;
+constexpr std::array<const char *, 6> level_tags{"chassis", "place", "module", "node", "entry", "element"};
+constexpr size_t module_level = 2;
+constexpr size_t node_level = 3;
+constexpr size_t entry_level = 4;
+constexpr size_t element_level = 5;
 
 std::string in_quotes(std::string_view text) {
     return "'" + std::string(text) + "'";
@@ -28,8 +27,6 @@ bool all_digits(std::string_view text) {
 
 std::vector<std::string_view> attributes_of(size_t level) {
     switch (level) {
-    case module_level:
-        return {"name", "instance"};
     case element_level:
         return {"name", "value", "text"};
     default:
@@ -62,16 +59,6 @@ void check_name(const description &board, pugi::xml_node item, size_t level) {
     }
 }
 
-void check_instance(const description &board, pugi::xml_node module) {
-    const pugi::xml_attribute instance = module.attribute("instance");
-    const std::string_view text = instance.value();
-    const bool known = (text.starts_with("slot@") || text.starts_with("card@")) && all_digits(text.substr(5));
-    if (instance && !known) {
-        board.fail(module, "instance " + in_quotes(text) + " is no place for a card",
-                   "write slot@N or card@N, or leave it out for the board itself");
-    }
-}
-
 void check_value(const description &board, pugi::xml_node element) {
     const pugi::xml_attribute value = element.attribute("value");
     const pugi::xml_attribute text = element.attribute("text");
@@ -90,7 +77,7 @@ void check_value(const description &board, pugi::xml_node element) {
 
 // The store knows a device register by its whole path.
 void check_path_length(const description &board, pugi::xml_node element) {
-    size_t length = std::string_view("card@255").size();
+    size_t length = std::string_view("slot65535/card255").size();
     pugi::xml_node level = element;
     for (size_t i = element_level; i >= module_level; --i) {
         length += 1 + std::string_view(level.attribute("name").value()).size();
@@ -126,10 +113,6 @@ void check_sequence(const description &board, pugi::xml_node parent, size_t chil
     }
 }
 
-std::string sibling_key(pugi::xml_node item) {
-    return std::string(item.attribute("instance").value()) + "/" + item.attribute("name").value();
-}
-
 void check_item(const description &board, pugi::xml_node item, size_t level);
 
 void check_children(const description &board, pugi::xml_node parent, size_t child_level) {
@@ -142,7 +125,7 @@ void check_children(const description &board, pugi::xml_node parent, size_t chil
             board.fail(child, "something below an element", "an element has only name and value or text");
         }
         check_item(board, child, child_level);
-        if (!seen.insert(sibling_key(child)).second) {
+        if (!seen.insert(std::string(child.attribute("name").value())).second) {
             board.fail(child, in_quotes(child.attribute("name").value()) + " is there twice",
                        "names differ among siblings");
         }
@@ -157,9 +140,6 @@ void check_item(const description &board, pugi::xml_node item, size_t level) {
     }
     check_attributes(board, item, level);
     check_name(board, item, level);
-    if (level == module_level) {
-        check_instance(board, item);
-    }
     if (level == element_level) {
         check_value(board, item);
         check_path_length(board, item);
@@ -170,11 +150,9 @@ void check_item(const description &board, pugi::xml_node item, size_t level) {
 } // namespace
 
 void validate_form(const description &board) {
-    const pugi::xml_node root = board.board();
-    if (const pugi::xml_node second = root.next_sibling()) {
-        board.fail(second, "something behind the board", "a file describes one board");
+    for (const pugi::xml_node place : board.chassis().children()) {
+        check_children(board, place, module_level);
     }
-    check_item(board, root, 0);
 }
 
 } // namespace kestro_sim

@@ -1,4 +1,4 @@
-// Checks of a board description. Each throws description_error at the first thing that is wrong, in file order.
+// Checks of the merged chassis. Each throws description_error at the first thing that is wrong, in file order.
 #pragma once
 
 #include "sim/core/description.h"

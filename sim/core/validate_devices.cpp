@@ -97,14 +97,13 @@ void check_sections(const description &board, pugi::xml_node module, const std::
 }
 
 void check_identity(const description &board, pugi::xml_node module) {
-    const pugi::xml_attribute attribute = module.attribute("instance");
-    const std::string instance = attribute ? attribute.value() : std::string(self_instance);
+    const std::string instance = module.parent().attribute("name").value();
     const pugi::xml_node eeprom = require_child(board, module, "node", "eeprom", "the identity EEPROM");
     const pugi::xml_node entry = require_child(board, eeprom, "entry", "0", "the first identity EEPROM");
     const std::string layout = element_text(named_child(entry, "layout")).value_or("");
     if (!eeprom_layout(board, instance)) {
         board.fail(entry, "there is no EEPROM layout '" + layout + "'",
-                   "name a node of module sim_eeprom_layout, or describe it there");
+                   "name a node of module sim_eeprom_layout of the chassis, or describe it there");
     }
     check_labels(board, module, instance);
     check_macs(board, module, instance);
@@ -123,22 +122,21 @@ void check_storage(const description &board, pugi::xml_node entry) {
 } // namespace
 
 void validate_devices(const description &board) {
-    const pugi::xml_node root = board.board();
-    for (const pugi::xml_node layout : named_child(root, "sim_eeprom_layout").children("node")) {
-        check_layout(board, layout);
-    }
-    if (!board.module(self_instance, "sim_identity")) {
-        board.fail(root, "module 'sim_identity' of the board itself is missing",
-                   "it holds the identity EEPROM, without which no board can be built");
-    }
-    for (const pugi::xml_node module : root.children("module")) {
-        if (std::string_view(module.attribute("name").value()) == "sim_identity") {
-            check_identity(board, module);
+    for (const pugi::xml_node place : board.chassis().children("place")) {
+        const std::string_view name = place.attribute("name").value();
+        for (const pugi::xml_node layout : board.module(name, "sim_eeprom_layout").children("node")) {
+            check_layout(board, layout);
         }
-    }
-    const pugi::xml_node storage = board.node(self_instance, "sim_storage", "image");
-    for (const pugi::xml_node entry : storage.children("entry")) {
-        check_storage(board, entry);
+        const pugi::xml_node identity = board.module(name, "sim_identity");
+        if (identity) {
+            check_identity(board, identity);
+        } else if (name != chassis_place) {
+            board.fail(place, "module 'sim_identity' of the board is missing",
+                       "it holds the identity EEPROM, without which no board can be built");
+        }
+        for (const pugi::xml_node entry : board.node(name, "sim_storage", "image").children("entry")) {
+            check_storage(board, entry);
+        }
     }
 }
 

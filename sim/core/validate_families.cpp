@@ -110,9 +110,11 @@ void check_module(const description &board, pugi::xml_node module) {
 } // namespace
 
 void validate_families(const description &board) {
-    for (const pugi::xml_node module : board.board().children("module")) {
-        if (name_of(module).starts_with("sim_")) {
-            check_module(board, module);
+    for (const pugi::xml_node place : board.chassis().children("place")) {
+        for (const pugi::xml_node module : place.children("module")) {
+            if (name_of(module).starts_with("sim_")) {
+                check_module(board, module);
+            }
         }
     }
 }

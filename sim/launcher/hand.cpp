@@ -5,23 +5,19 @@
 
 namespace kestro_sim {
 
-void act_by_hand(const launch_options &options, const std::filesystem::path &board,
+void act_by_hand(const launch_options &options, const std::filesystem::path &merged,
                  const std::filesystem::path &state) {
     if (options.by_hand.empty()) {
         return;
     }
     std::string printed;
-    const std::optional<std::string> problem = lay_hand_on(board, state, options.by_hand, printed);
+    const std::optional<std::string> problem = lay_hand_on(merged, state, options.by_hand, printed);
     if (problem) {
         throw launch_error(*problem);
     }
     if (!(std::cout << printed << std::flush)) {
         throw launch_error("standard output", "cannot be written", "it takes what --list and --get show");
     }
-}
-
-bool is_only_by_hand(const launch_options &options) {
-    return !options.by_hand.empty() && options.words.empty();
 }
 
 } // namespace kestro_sim

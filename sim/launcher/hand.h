@@ -8,9 +8,7 @@
 namespace kestro_sim {
 
 // Acts as the options say and prints what was asked for; throws launch_error.
-void act_by_hand(const launch_options &options, const std::filesystem::path &board, const std::filesystem::path &state);
-
-// Nothing but the technician's hand was wanted: there is no run.
-bool is_only_by_hand(const launch_options &options);
+void act_by_hand(const launch_options &options, const std::filesystem::path &merged,
+                 const std::filesystem::path &state);
 
 } // namespace kestro_sim

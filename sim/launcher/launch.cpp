@@ -4,7 +4,6 @@
 #include "sim/core/prepare.h"
 #include "sim/launcher/hand.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -39,42 +38,6 @@ fs::path absolute(const std::string &path) {
     return fs::absolute(path).lexically_normal();
 }
 
-std::string names_of_boards(const fs::path &boards) {
-    std::vector<std::string> names;
-    std::error_code none;
-    for (const fs::directory_entry &entry : fs::directory_iterator(boards, none)) {
-        if (entry.path().extension() == ".xml") {
-            names.push_back(entry.path().stem().string());
-        }
-    }
-    std::sort(names.begin(), names.end());
-    std::string list;
-    for (const std::string &name : names) {
-        list += (list.empty() ? "" : ", ") + name;
-    }
-    return list;
-}
-
-// A word with a slash is a file; one without is first a name among the boards, then a file in this directory.
-fs::path find_board(const std::string &board, const fs::path &boards) {
-    const bool is_path = board.find('/') != std::string::npos;
-    const fs::path named = boards / (board + ".xml");
-    if (!is_path && access(named.c_str(), F_OK) == 0) {
-        return named;
-    }
-    const fs::path file = absolute(board);
-    std::error_code none;
-    if (fs::exists(file, none) && !fs::is_directory(file, none)) {
-        return file;
-    }
-    if (is_path) {
-        throw launch_error(file.string(), "there is no such file",
-                           "--board takes the file of a description, or a name: " + names_of_boards(boards));
-    }
-    throw launch_error("--board", "there is no board '" + board + "'",
-                       "right are the file of a description and the names " + names_of_boards(boards));
-}
-
 // Relative values do not count, as the base directories' convention has it.
 std::optional<fs::path> directory_of(const char *variable) {
     const char *value = getenv(variable);
@@ -84,7 +47,7 @@ std::optional<fs::path> directory_of(const char *variable) {
     return fs::path(value);
 }
 
-fs::path find_state(const launch_options &options, const fs::path &board) {
+fs::path find_state(const launch_options &options, const std::string &chassis) {
     if (!options.state.empty()) {
         return absolute(options.state);
     }
@@ -97,12 +60,12 @@ fs::path find_state(const launch_options &options, const fs::path &board) {
         }
         *base /= ".local/state";
     }
-    return *base / "kestro_sim" / board.stem();
+    return *base / "kestro_sim" / chassis;
 }
 
-fs::path find_root(const launch_options &options, const fs::path &state) {
+fs::path find_root(const launch_options &options, const fs::path &state, const std::string &seat) {
     if (options.root.empty()) {
-        return state / "root";
+        return state / "root" / seat;
     }
     const fs::path root = absolute(options.root);
     std::error_code none;
@@ -149,9 +112,10 @@ void set_if_given(const char *variable, const std::string &value) {
 
 // Nothing of an earlier run may reach this one.
 void clear_environment() {
-    for (const char *variable : {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK",
-                                 "KESTRO_SIM_FAIL_ALLOC", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT",
-                                 "KESTRO_PROBE_TRACE", "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
+    for (const char *variable :
+         {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_SEAT",
+          "KESTRO_SIM_FAIL_ALLOC", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
+          "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
         unsetenv(variable);
     }
 }
@@ -233,23 +197,30 @@ void check_product(const fs::path &product) {
 
 } // namespace
 
-void launch(const launch_options &options) {
+bool launch(const launch_options &options) {
     const places parts = find_places();
-    check_product(parts.product);
-    const fs::path board = find_board(options.board, parts.sim / "boards");
-    const fs::path state = find_state(options, board);
-    const fs::path root = find_root(options, state);
+    const board_choice board = choose_board(options.board, parts.sim / "chassis");
+    const fs::path state = find_state(options, board.chassis);
+    const refitting wanted{options.pull, options.plug};
+    const bool is_run = !options.words.empty() || !options.has_hand();
+    if (is_run) {
+        check_product(parts.product);
+    }
+    const fs::path root = find_root(options, state, board.seat);
     clear_environment();
     set_probe_environment(options);
     set_loader_environment(options, parts);
-    if (const std::optional<std::string> problem = prepare_board(board, state, options.reset)) {
-        throw launch_error(*problem);
+    const fs::path merged = prepare_board(board, state, options.reset);
+    if (!options.pull.empty() || !options.plug.empty()) {
+        refit(merged, state, wanted);
     }
-    act_by_hand(options, board, state);
-    if (is_only_by_hand(options)) {
-        return;
+    act_by_hand(options, merged, state);
+    if (!is_run) {
+        return true;
     }
-    set("KESTRO_SIM_BOARD", board.string());
+    require_fitted(merged, state, board.seat);
+    set("KESTRO_SIM_BOARD", merged.string());
+    set("KESTRO_SIM_SEAT", board.seat);
     set("KESTRO_SIM_STATE", state.string());
     set("KESTRO_SIM_ROOT", root.string());
     set("KESTRO_SIM_CLOCK", options.clock);

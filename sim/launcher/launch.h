@@ -6,7 +6,7 @@
 
 namespace kestro_sim {
 
-// Becomes kestro_test. Comes back when there was nothing to run, and by throwing launch_error.
-void launch(const launch_options &options);
+// Becomes kestro_test. Comes back when there was nothing to run but the technician's work, or by throwing.
+bool launch(const launch_options &options);
 
 } // namespace kestro_sim

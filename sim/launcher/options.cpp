@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <iostream>
+#include <tuple>
 
 namespace kestro_sim {
 
@@ -13,7 +14,7 @@ namespace {
 
 void describe_options(CLI::App &app, launch_options &options) {
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    app.add_option("--board", options.board, "board on the desk: a name, or the file of a description")
+    app.add_option("--board", options.board, "the board to sit at: a name, or the file of a board or chassis")
         ->type_name("NAME|FILE");
     app.add_option("--state", options.state, "where the board keeps what is written to it")->type_name("DIR");
     app.add_option("--root", options.root, "the board's files, laid out like its root directory")->type_name("DIR");
@@ -26,7 +27,14 @@ void describe_options(CLI::App &app, launch_options &options) {
     app.add_option("--fail-call", options.fail_call, "the N-th driver call fails; N+: and all after it")
         ->type_name("N[+][=CODE]");
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
-    app.add_flag("--reset", options.reset, "make the board new first");
+    app.add_flag("--reset", options.reset, "make the chassis new first");
+    for (const auto &[name, places, what] : {std::tuple{"--pull", &options.pull, "take what is at the place out"},
+                                             {"--plug", &options.plug, "plug it in again"}}) {
+        app.add_option(name, *places, what)
+            ->type_name("PLACE")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    }
     // These three are taken out of the line beforehand: their order counts.
     app.add_option("--list", "show registers: all, or those at and below a path")->type_name("PATH")->expected(0, 1);
     app.add_option("--get", "print the value of a register")->type_name("PATH");

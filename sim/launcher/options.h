@@ -21,7 +21,7 @@ struct launch_error : std::runtime_error {
 struct launch_options {
     std::string board = "mpu_master";
     std::string clock = "real";
-    std::string state;      // empty: the board's own below the user's state directory
+    std::string state;      // empty: the chassis' own below the user's state directory
     std::string root;       // empty: the board's files in the state directory
     std::string script;     // probe
     std::string trace;      // probe
@@ -30,8 +30,15 @@ struct launch_options {
     std::string fail_alloc; // world
     bool strict = false;    // probe
     bool reset = false;
+    std::vector<std::string> pull; // places
+    std::vector<std::string> plug;
     std::vector<hand_action> by_hand; // in the order of the command line
     std::vector<std::string> words;   // kestro_test's own
+
+    // What the technician does to the chassis; without words for kestro_test it is all that is done.
+    bool has_hand() const {
+        return !pull.empty() || !plug.empty() || !by_hand.empty();
+    }
 };
 
 // Gives nothing when help was asked for and printed. Throws launch_error.

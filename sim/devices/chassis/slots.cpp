@@ -6,8 +6,8 @@
 namespace kestro_sim {
 
 device_list devices_of_slots() {
-    static constexpr const device_family *families[]{&own_place::family, &slot_range::family, &chassis_slot::family,
-                                                     &card_place::family};
+    static constexpr const device_family *families[]{&fitting::family, &slot_range::family, &chassis_slot::family,
+                                                     &place_for_card::family};
     return {families, {}};
 }
 

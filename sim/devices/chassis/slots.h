@@ -5,11 +5,11 @@
 
 namespace kestro_sim {
 
-namespace own_place {
-inline constexpr reg slot = reg::number("slot", 0, UINT16_MAX, "", "the slot that the board is in").required().fixed();
-inline constexpr device_family family =
-    device_family{"sim_chassis", "place", "where the board is", {slot}}.named(naming::by_name);
-} // namespace own_place
+namespace fitting {
+inline constexpr reg pulled = reg::flag("pulled", "whether what belongs there is pulled out").or_else(0).written();
+inline constexpr reg changes = reg::number("changes", 0, any_u32, "", "how often it went or came").or_else(0).written();
+inline constexpr device_family family = device_family{"sim_chassis", "place", "a place", {pulled, changes}}.up_to(0);
+} // namespace fitting
 
 namespace slot_range {
 inline constexpr reg first = reg::number("first", 0, UINT16_MAX, "", "the first slot").required().fixed();
@@ -23,8 +23,8 @@ inline constexpr reg type = reg::number("type", 1, 11, "", "what the slot takes"
 inline constexpr device_family family{"sim_chassis", "slot", "a slot", {type}};
 } // namespace chassis_slot
 
-namespace card_place {
+namespace place_for_card {
 inline constexpr device_family family{"sim_chassis", "card", "a place for a card on the board", {}};
-} // namespace card_place
+} // namespace place_for_card
 
 } // namespace kestro_sim

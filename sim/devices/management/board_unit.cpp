@@ -7,7 +7,7 @@ namespace kestro_sim {
 
 device_list devices_of_board_unit() {
     static constexpr const device_family *families[]{&board_unit::family, &capability::family, &presence::family,
-                                                     &master_control::family};
+                                                     &master_control::family, &mastership::family};
     return {families, {}};
 }
 

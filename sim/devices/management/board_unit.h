@@ -50,9 +50,14 @@ inline constexpr device_family family =
 } // namespace presence
 
 namespace master_control {
-inline constexpr const char *state_names[]{"master", "slave"};
-inline constexpr reg state = reg::choice("state", state_names, "what the main processing unit is").required();
-inline constexpr device_family family{"sim_msc", "controller", "a master/slave controller, by switch mode", {state}};
+inline constexpr device_family family =
+    device_family{"sim_msc", "controller", "the master/slave controller of a main processing unit", {}}.up_to(0);
 } // namespace master_control
+
+namespace mastership {
+inline constexpr reg slot = reg::number("slot", 0, UINT16_MAX, "", "the slot of the master").required().written();
+inline constexpr device_family family =
+    device_family{"sim_msc", "master", "which main processing unit is the master", {slot}}.up_to(0);
+} // namespace mastership
 
 } // namespace kestro_sim

@@ -5,20 +5,16 @@
 
 namespace kestro_sim {
 
-namespace {
-// Reasons 1 power-on, 2 button and 3 watchdog come from the description or the technician only.
-constexpr uint32_t reset_by_command = 4;
-} // namespace
-
 // The reason register shifts: the latest comes in at 0, the oldest falls out.
-void reset_control::note_reset(board &b, change &writes, const device_of<family> &control, start how) {
-    uint32_t newer = reset_by_command;
-    for (const auto &past : b.all_at<reset_reason::family>(control.instance)) {
+void note_restart(board &b, change &writes, const std::string &place, restart_reason reason, restart_kind kind) {
+    auto newer = static_cast<uint32_t>(reason);
+    for (const auto &past : b.all_at<reset_reason::family>(place)) {
         b.put(writes, past, reset_reason::reason, newer);
         newer = b.get(past, reset_reason::reason);
     }
-    if (b.has(control, cool)) {
-        b.put(writes, control, cool, static_cast<uint32_t>(how));
+    const device_of<reset_control::family> control{{place, kind_of(reset_control::family), 0}};
+    if (b.has(control, reset_control::cool)) {
+        b.put(writes, control, reset_control::cool, static_cast<uint32_t>(kind));
     }
 }
 

@@ -25,11 +25,6 @@ inline constexpr device_family family = device_family{
     {code, year, month, day, cool, button, soft_start_ok,
      sys_ready}}.up_to(0);
 
-enum class start : uint32_t { warm = 0, cold = 1 };
-
-// What a board finds after starting again on command.
-void note_reset(board &b, change &writes, const device_of<family> &control, start how);
-
 } // namespace reset_control
 
 namespace reset_chip {
@@ -44,5 +39,11 @@ inline constexpr reg reason =
         .written();
 inline constexpr device_family family{"sim_reset", "reason", "a past reset, 0 is the latest", {reason}};
 } // namespace reset_reason
+
+enum class restart_reason : uint32_t { power_on = 1, button = 2, watchdog = 3, command = 4 };
+enum class restart_kind : uint32_t { warm = 0, cold = 1 };
+
+// What a board or card finds after starting again. A place without such registers keeps nothing.
+void note_restart(board &b, change &writes, const std::string &place, restart_reason reason, restart_kind kind);
 
 } // namespace kestro_sim

@@ -58,9 +58,11 @@ uint32_t find_section_info_by_section(uint32_t inst_id, uint32_t section_id, uin
     return operate([&](board &b) {
         refuse_null(device_id, offset, size);
         const std::string instance = b.instance(inst_id);
+        refuse_if(!b.is_seen(instance), error::no_such_instance);
         const auto section = find_section(b.described(), instance, section_id);
         refuse_if(!section, error::no_such_section);
-        *device_id = b.get(device{instance, {"sim_identity", "eeprom"}, 0}, "device_id");
+        // The number is that on the management bus; a board reaches its own EEPROM without it.
+        *device_id = instance == b.self() ? 0 : b.get(device{instance, {"sim_identity", "eeprom"}, 0}, "device_id");
         *offset = section->offset;
         *size = section->size;
     });

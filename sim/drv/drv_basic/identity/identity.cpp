@@ -13,6 +13,7 @@ void check_range(const eeprom_section &section, uint32_t offset, size_t length) 
 
 identity::identity(board &b, uint32_t inst_id)
     : board_(b), instance_(b.instance(inst_id)), image_(eeprom_image_name(instance_)) {
+    refuse_if(!b.is_seen(instance_), error::no_such_instance);
     refuse_if(!eeprom_layout(b.described(), instance_), error::not_supported);
 }
 

@@ -8,13 +8,10 @@ using namespace kestro_sim;
 
 namespace {
 
-constexpr uint32_t slave = 1;
-
 using unit_register = word_of<board_unit::family>;
 
 bool is_slave(board &b) {
-    const auto controllers = b.all_at<master_control::family>(b.self());
-    return !controllers.empty() && b.get_or(controllers.front(), master_control::state, 0) == slave;
+    return !b.all_at<master_control::family>(b.self()).empty() && own_slot(b) != b.master_slot();
 }
 
 // The type of a card stands in the card's own logic, on a bus that only the master drives.

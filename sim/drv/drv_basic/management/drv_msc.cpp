@@ -1,6 +1,8 @@
-// Master/slave control of the two main processing units. Line cards have none.
+// Master/slave control of the two main processing units: one register of the chassis says which is the master, in every
+// switch mode. Line cards have none.
 #include "drv_basic/management/drv_msc.h"
 
+#include "sim/core/instance.h"
 #include "sim/drv/driver.h"
 
 using namespace kestro_sim;
@@ -8,6 +10,8 @@ using namespace kestro_sim;
 namespace {
 
 constexpr device_kind controllers{"sim_msc", "controller"};
+constexpr uint32_t master = 0;
+constexpr uint32_t slave = 1;
 constexpr uint32_t sw_mode_max = 2;
 
 } // namespace
@@ -16,6 +20,7 @@ uint32_t drv_msc_get_state(uint32_t inst_id, uint32_t sw_mode, uint32_t *state) 
     return operate([&](board &b) {
         refuse_null(state);
         refuse_if(sw_mode > sw_mode_max, error::bad_value);
-        *state = b.get(b.find(inst_id, controllers, sw_mode), "state");
+        const device unit = b.find(inst_id, controllers, 0);
+        *state = slot_of_place(unit.instance) == b.master_slot() ? master : slave;
     });
 }

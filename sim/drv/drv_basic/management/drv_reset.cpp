@@ -9,7 +9,6 @@ using namespace kestro_sim;
 
 namespace {
 
-using reset_control::start;
 using control_of = device_of<reset_control::family>;
 
 control_of own_control(board &b) {
@@ -25,7 +24,7 @@ control_of peer_control(board &b) {
 
 void reset(board &b, const control_of &control) {
     change writes;
-    reset_control::note_reset(b, writes, control, start::cold);
+    note_restart(b, writes, control.instance, restart_reason::command, restart_kind::cold);
     b.commit(writes);
 }
 
@@ -79,7 +78,7 @@ uint32_t drv_reset_self_board(const drv_reset_code *code) {
         const control_of control = own_control(b);
         change writes;
         keep_code(b, writes, control, *code);
-        reset_control::note_reset(b, writes, control, start::warm);
+        note_restart(b, writes, control.instance, restart_reason::command, restart_kind::warm);
         b.commit(writes);
     });
 }

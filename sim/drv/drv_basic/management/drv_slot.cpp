@@ -11,16 +11,14 @@ constexpr device_kind slots{"sim_chassis", "slot"};
 constexpr uint32_t type_first = 1;
 constexpr uint32_t type_last = 11;
 
-const std::string self{self_instance};
-
 uint32_t type_of(board &b, uint32_t slot_id) {
-    return b.get(b.find_at(self, slots, slot_id), "type");
+    return b.get(b.find_at(board::chassis(), slots, slot_id), "type");
 }
 
 // Ascending. A type that is known but has no slot in this chassis gives an empty list.
 std::vector<uint32_t> slots_of_type(board &b, uint32_t type) {
     refuse_if(type < type_first || type > type_last, error::bad_value);
-    std::vector<uint32_t> numbers = b.ids(self, slots);
+    std::vector<uint32_t> numbers = b.ids(board::chassis(), slots);
     refuse_if(numbers.empty(), error::not_supported);
     std::erase_if(numbers, [&](uint32_t slot_id) { return type_of(b, slot_id) != type; });
     return numbers;

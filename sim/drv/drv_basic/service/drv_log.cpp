@@ -56,6 +56,6 @@ uint32_t drv_log_record(uint32_t log_id, uint32_t level, uint32_t flag, const ch
     return operate([&](board &b) {
         refuse_null(format);
         refuse_if(log_id > log_id_max || level > level_max || flag != 0, error::bad_value);
-        append_line(b.state_dir() / "log" / (std::to_string(log_id) + ".log"), one_line(level, text.data()));
+        append_line(b.state_dir() / "log" / b.self() / (std::to_string(log_id) + ".log"), one_line(level, text.data()));
     });
 }

@@ -21,7 +21,7 @@ uint32_t card_ok(board &b, const std::string &place) {
 }
 
 void require_self(board &b, uint32_t inst_id) {
-    refuse_if(b.instance(inst_id) != self_instance, error::not_supported);
+    refuse_if(b.instance(inst_id) != b.self(), error::not_supported);
 }
 
 } // namespace

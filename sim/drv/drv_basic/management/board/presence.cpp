@@ -1,6 +1,7 @@
 // Presence: which boards are there and fully inserted, and who wants to hear when one comes or goes.
 #include "drv_basic/management/drv_board.h"
 
+#include "sim/core/instance.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 #include <algorithm>
@@ -26,9 +27,10 @@ std::vector<registration> &registrations() {
     return *known;
 }
 
-uint32_t number_of_place(board &b, const std::string &place) {
-    const size_t at = place.find('@');
-    return at == std::string::npos ? own_slot(b) : static_cast<uint32_t>(std::stoul(place.substr(at + 1)));
+// A card on the board goes by its own number.
+uint32_t number_of_place(const std::string &place) {
+    const auto card = card_of_place(place);
+    return card ? *card : slot_of_place(place).value_or(0);
 }
 
 uint32_t read_online_status(uint32_t inst_id, uint32_t *status) {
@@ -56,7 +58,7 @@ uint32_t drv_board_set_online_status(uint32_t inst_id, uint32_t status) {
         refuse_if(status != present && status != absent, error::bad_value);
         const std::string place = b.instance(inst_id);
         if (online_status(b, place) != status) {
-            slot_id = number_of_place(b, place);
+            slot_id = number_of_place(place);
             to_call = registrations();
         }
         b.put({place, presence, 0}, "status", status);

@@ -1,6 +1,8 @@
 // The board or card as a unit, and the places around it.
 #include "sim/drv/drv_basic/management/board/unit.h"
 
+#include "sim/core/instance.h"
+
 #include <algorithm>
 
 namespace kestro_sim {
@@ -10,16 +12,10 @@ namespace {
 constexpr device_kind chassis_slots{"sim_chassis", "slot"};
 constexpr device_kind card_places{"sim_chassis", "card"};
 constexpr device_kind presence{"sim_board", "presence"};
-constexpr uint32_t card_slot_type = 7;
 constexpr uint32_t slot_selector = 0xFF000000U;
 constexpr uint32_t card_selector = 0xFFFFU;
 constexpr uint32_t slot_max = 0xFFFFU;
 constexpr uint32_t absent = 1;
-
-// No object of static duration: drivers are called from exit handlers too.
-std::string self() {
-    return std::string(self_instance);
-}
 
 std::string place_of_number(board &b, uint32_t number, bool is_on_board) {
     return is_on_board ? b.place(number << 24U | card_selector) : place_of_slot(b, number);
@@ -39,9 +35,7 @@ uint32_t read_unit(uint32_t inst_id, const char *name, uint32_t *value) {
 }
 
 uint32_t own_slot(board &b) {
-    const auto slot = element_number(b.described().element(self_instance, "sim_chassis", "place", "self", "slot"));
-    refuse_if(!slot, error::not_supported);
-    return static_cast<uint32_t>(*slot);
+    return slot_of_place(b.self()).value_or(0);
 }
 
 uint32_t peer_slot(board &b, uint32_t inst_id) {
@@ -49,7 +43,7 @@ uint32_t peer_slot(board &b, uint32_t inst_id) {
 }
 
 uint32_t slot_range_limit(board &b, const char *name) {
-    const auto limit = element_number(b.described().element(self_instance, "sim_chassis", "slots", "range", name));
+    const auto limit = element_number(b.described().element(chassis_place, "sim_chassis", "slots", "range", name));
     refuse_if(!limit, error::not_supported);
     return static_cast<uint32_t>(*limit);
 }
@@ -61,7 +55,7 @@ std::string place_of_slot(board &b, uint32_t slot_id) {
 
 // The first board type entry that says where the cards are holds for the board.
 bool cards_are_on_board(board &b) {
-    for (const pugi::xml_node entry : b.described().node(self_instance, "board_mng", "board_type").children("entry")) {
+    for (const pugi::xml_node entry : b.described().node(b.self(), "board_mng", "board_type").children("entry")) {
         if (const auto on_board = element_number(named_child(entry, "card_on_slot_board"))) {
             return *on_board == 1;
         }
@@ -71,11 +65,11 @@ bool cards_are_on_board(board &b) {
 
 std::vector<uint32_t> card_numbers(board &b) {
     if (cards_are_on_board(b)) {
-        return b.ids(self(), card_places);
+        return b.ids(b.self(), card_places);
     }
-    std::vector<uint32_t> slots = b.ids(self(), chassis_slots);
+    std::vector<uint32_t> slots = b.ids(board::chassis(), chassis_slots);
     std::erase_if(slots, [&](uint32_t slot) {
-        return b.get(b.find_at(self(), chassis_slots, slot), "type", 0) != card_slot_type;
+        return b.get(b.find_at(board::chassis(), chassis_slots, slot), "type", 0) != card_slot;
     });
     return slots;
 }
@@ -95,7 +89,10 @@ bool is_card(board &b, const std::string &place) {
 }
 
 uint32_t online_status(board &b, const std::string &place) {
-    return b.is_present(place) ? b.get({place, presence, 0}, "status", 0) : absent;
+    if (!b.is_present(place) || !b.is_within_reach(place)) {
+        return absent;
+    }
+    return b.get({place, presence, 0}, "status", b.is_seen(place) ? 0 : absent);
 }
 
 void tell(const finding &found, uint32_t *status, char *dfx, uint32_t size) {

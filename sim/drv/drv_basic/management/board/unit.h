@@ -31,7 +31,8 @@ std::vector<uint32_t> card_numbers(board &b);
 std::string place_of_card(board &b, uint32_t number);
 bool is_card(board &b, const std::string &place);
 
-// 0 present, 1 absent. Software may take a board off line; an empty place is never on line.
+// 0 present, 1 absent, as the own board sees it. Software may take a board off line, or tell of one whose presence line
+// ends elsewhere; an empty place is never on line.
 uint32_t online_status(board &b, const std::string &place);
 
 // Hands the outcome over; the text goes first, so that a refused one leaves the status untouched.
