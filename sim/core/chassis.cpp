@@ -61,14 +61,6 @@ variable_map variables_of(pugi::xml_node item, std::initializer_list<std::string
     return given;
 }
 
-// A board or card at its place.
-struct placement {
-    std::string place;
-    pugi::xml_node where; // the slot or card of the chassis
-    pugi::xml_node kind;  // the <board> of its kind
-    variable_map variables;
-};
-
 class chassis_maker {
   public:
     explicit chassis_maker(const board_choice &choice)
@@ -172,7 +164,7 @@ class chassis_maker {
             return;
         }
         variable_map given = slot_variables(slot, number);
-        make_board(place, slot, is_own ? own_ : kind_of(slot), given);
+        make_board(place, is_own ? own_ : slot, is_own ? own_ : kind_of(slot), given);
         for (const pugi::xml_node card : slot.children("card")) {
             make_card(place, card, given);
         }

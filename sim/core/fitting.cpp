@@ -30,6 +30,10 @@ void switch_on(board &b, change &writes, const std::string &place) {
 
 } // namespace
 
+std::string pulled_key(const std::string &place) {
+    return cell_key(fitting_of(place), "pulled");
+}
+
 bool is_pulled(board &b, const std::string &place) {
     return b.get(fitting_of(place), fitting::pulled) != 0;
 }

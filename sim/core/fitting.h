@@ -7,6 +7,9 @@ namespace kestro_sim {
 
 bool is_pulled(board &b, const std::string &place);
 
+// The cell that says so, for who has the store alone.
+std::string pulled_key(const std::string &place);
+
 // Nothing happens to what is out already, or in. Plugged in, a board or card is switched on, and so are its cards.
 void pull(board &b, const std::string &place);
 void plug(board &b, const std::string &place);

@@ -175,7 +175,7 @@ void lay_over(source_set &sources, pugi::xml_node target, pugi::xml_node source,
             continue;
         }
         const std::string name = item.attribute("name").value();
-        if (!name.empty() && !seen.insert(name).second) {
+        if (!name.empty() && !seen.insert(item.name() + ("/" + name)).second) {
             sources.fail(item, in_quotes(name) + " is there twice", "names differ among siblings");
         }
         lay_one(sources, target, item);

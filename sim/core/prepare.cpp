@@ -149,11 +149,12 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
     }
 }
 
-void require_fitted(const fs::path &merged, const fs::path &state_dir, const std::string &seat) {
+// Without the description: this is done at every start.
+void require_fitted(const fs::path &state_dir, const std::string &seat) {
     const state_lock lock(state_dir);
-    board b(merged, state_dir, seat);
-    b.begin_operation();
-    if (is_pulled(b, seat)) {
+    store opened(state_dir);
+    opened.recover();
+    if (opened.get(pulled_key(seat)).value_or(0) != 0) {
         throw description_error("--board: the board at " + seat + " is pulled out; right is --plug " + seat);
     }
 }

@@ -23,7 +23,6 @@ struct refitting {
 void refit(const std::filesystem::path &merged, const std::filesystem::path &state_dir, const refitting &wanted);
 
 // A board that is pulled out runs nothing.
-void require_fitted(const std::filesystem::path &merged, const std::filesystem::path &state_dir,
-                    const std::string &seat);
+void require_fitted(const std::filesystem::path &state_dir, const std::string &seat);
 
 } // namespace kestro_sim

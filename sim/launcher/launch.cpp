@@ -218,7 +218,7 @@ bool launch(const launch_options &options) {
     if (!is_run) {
         return true;
     }
-    require_fitted(merged, state, board.seat);
+    require_fitted(state, board.seat);
     set("KESTRO_SIM_BOARD", merged.string());
     set("KESTRO_SIM_SEAT", board.seat);
     set("KESTRO_SIM_STATE", state.string());

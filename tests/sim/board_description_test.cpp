@@ -11,15 +11,29 @@ namespace {
 
 const std::string self = " 0xffffffff ";
 
+// The entries of a node of the board, whatever its module.
+std::vector<pugi::xml_node> entries_of(const kestro_sim::description &chassis, const std::string &seat,
+                                       const std::string &node) {
+    std::vector<pugi::xml_node> entries;
+    for (const pugi::xml_node module : chassis.place(place_of_seat(seat)).children()) {
+        for (const pugi::xml_node entry : kestro_sim::named_child(module, node).children("entry")) {
+            entries.push_back(entry);
+        }
+    }
+    return entries;
+}
+
+std::string value_of(pugi::xml_node entry, const std::string &element) {
+    return kestro_sim::named_child(entry, element).attribute("value").value();
+}
+
 // The values of an element over all entries of a node, but 255, which says that there is none.
 std::vector<std::string> described(const std::string &board, const std::string &node, const std::string &element) {
-    pugi::xml_document document;
-    EXPECT_TRUE(document.load_file(delivered_board(board).c_str()));
+    const auto chassis = read_board(board);
     std::vector<std::string> values;
-    for (const pugi::xpath_node &found : document.select_nodes(
-             ("//module[not(@instance)]/node[@name='" + node + "']/entry/element[@name='" + element + "']").c_str())) {
-        const std::string value = found.node().attribute("value").value();
-        if (value != "255") {
+    for (const pugi::xml_node entry : entries_of(*chassis, board, node)) {
+        const std::string value = value_of(entry, element);
+        if (!value.empty() && value != "255") {
             values.push_back(value);
         }
     }
@@ -37,10 +51,9 @@ void expect_all(const std::string &board, const std::string &node, const std::st
 }
 
 void expect_said(const altered &change, const std::string &text) {
-    std::string content = read_file(delivered_board("lpu"));
-    content = replaced(content, change.path, change.value);
-    const std::string file = scratch_file("lpu.xml", content);
-    const std::string said = prepare_says(file, new_scratch_dir() + "/state");
+    const std::string word = changed_chassis("lpu", change.path, change.value);
+    const std::string file = changed_file;
+    const std::string said = prepare_says(word, new_scratch_dir() + "/state");
     const size_t text_at = said.find(text);
     ASSERT_NE(text_at, std::string::npos) << said;
     EXPECT_EQ(said.substr(0, file.size() + 1), file + ":");
@@ -69,14 +82,11 @@ TEST_P(DeliveredBoard, CountsItsLogicChips) {
 TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
     const std::string board = GetParam();
     const test_board desk = new_delivered(board);
-    pugi::xml_document document;
-    ASSERT_TRUE(document.load_file(delivered_board(board).c_str()));
-    const auto entries = document.select_nodes("//node[@name='subboard_attr']/entry");
+    const auto chassis = read_board(board);
+    const auto entries = entries_of(*chassis, board, "subboard_attr");
     EXPECT_FALSE(entries.empty());
-    for (const pugi::xpath_node &entry : entries) {
-        const auto value = [&](const char *name) -> std::string {
-            return entry.node().find_child_by_attribute("element", "name", name).attribute("value").value();
-        };
+    for (const pugi::xml_node entry : entries) {
+        const auto value = [&](const char *name) { return value_of(entry, name); };
         for (const auto &[element, call] : {std::pair{"type_cfg", "subboard_get_type"},
                                             {"pcb_cfg", "subboard_get_pcb_ver"},
                                             {"bom_ver_cfg", "subboard_get_bom_ver"},
@@ -90,14 +100,12 @@ TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
 TEST_P(DeliveredBoard, HasTheInterruptsItNames) {
     const std::string board = GetParam();
     const test_board desk = new_delivered(board);
-    pugi::xml_document document;
-    ASSERT_TRUE(document.load_file(delivered_board(board).c_str()));
-    const auto lines = document.select_nodes("//module[@name='irq_combiner']/node/entry[element/@name='index_id']");
+    const auto chassis = read_board(board);
+    std::vector<pugi::xml_node> lines = entries_of(*chassis, board, "irq_combiner@0");
+    std::erase_if(lines, [](pugi::xml_node line) { return value_of(line, "index_id").empty(); });
     EXPECT_FALSE(lines.empty());
-    for (const pugi::xpath_node &line : lines) {
-        const auto value = [&](const char *name) -> std::string {
-            return line.node().find_child_by_attribute("element", "name", name).attribute("value").value();
-        };
+    for (const pugi::xml_node line : lines) {
+        const auto value = [&](const char *name) { return value_of(line, name); };
         EXPECT_EQ(calls_print(desk, {"board_check_int_status " + value("index_id") + " " + value("type") + " 128"}),
                   "0x0 0 \"\"\n")
             << value("index_id");

@@ -16,8 +16,8 @@ const std::string both_null = "0x81110101 0x81110101\n";
 
 uint32_t black_box_register(const test_board &board, const char *name) {
     const kestro_sim::state_lock lock(board.state);
-    kestro_sim::board desk(board.description, board.state);
-    return desk.get(desk.find_at("self", {"sim_board", "bbox"}, 0), name);
+    kestro_sim::board desk(board.description, board.state, board.seat);
+    return desk.get(desk.find_at(board.seat, {"sim_board", "bbox"}, 0), name);
 }
 
 } // namespace

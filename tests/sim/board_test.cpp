@@ -165,7 +165,7 @@ TEST(Slots, ALogicalSlotBelowThePhysicalIsFound) {
     EXPECT_EQ(calls_print(new_altered("mpu_master", {{"self/sim_board/unit/0/logic_slot", "8"}}),
                           {"board_check_slotid" + self + "128"}),
               "0x0 1 \"logical slot 8 is below slot 9\"\n");
-    EXPECT_EQ(calls_print(new_altered("mpu_master", {{"self/sim_chassis/slots/range/first", "10"}}),
+    EXPECT_EQ(calls_print(new_altered("mpu_master", {{"chassis/sim_chassis/slots/range/first", "10"}}),
                           {"board_check_slotid" + self + "128"}),
               "0x0 1 \"slot 9 is beyond the chassis\"\n");
 }
@@ -188,7 +188,7 @@ TEST(Cards, ReadyWhenPresentAndPowered) {
     EXPECT_EQ(calls_print(board, {"board_get_card_ok" + self + "7", "board_get_card_ok" + self + "17",
                                   "board_get_card_ok" + self + "0xffffffff", "board_get_card_ok" + card5 + "5"}),
               no_such_device + no_such_device + no_such_device + not_supported);
-    EXPECT_EQ(calls_print(new_altered("mpu_master", {{"slot@5/sim_board/unit/0/card_fault", "1"}}),
+    EXPECT_EQ(calls_print(new_altered("mpu_master", {{"slot5/sim_board/unit/0/card_fault", "1"}}),
                           {"board_get_card_ok" + self + "5", "board_get_card_ok" + self + "4"}),
               "0x0 1\n0x0 0\n");
 }

@@ -3,6 +3,7 @@
 #include "tests/sim/support.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
 #include <thread>
@@ -14,7 +15,7 @@ namespace {
 const std::string self = " 0xffffffff ";
 
 test_board new_master() {
-    return new_board(delivered_board("mpu_master"));
+    return new_delivered("mpu_master");
 }
 
 bool is_uniform(const std::string &bytes) {
@@ -33,7 +34,7 @@ void expect_whole_mac(const std::string &image) {
 void expect_whole_identity(const test_board &board) {
     // A driver call comes first: it finishes what a killed process had begun.
     EXPECT_EQ(calls_print(board, {"elabel_init" + self}), "0x0\n");
-    const std::string image = read_file(board.state + "/images/eeprom-self.bin");
+    const std::string image = read_file(board.state + "/images/eeprom-slot9.bin");
     ASSERT_EQ(image.size(), 8192U);
     EXPECT_TRUE(is_uniform(image.substr(16, 1200)));
     EXPECT_EQ(image.substr(16, 1200), image.substr(1216, 1200));
@@ -103,16 +104,19 @@ TEST(Concurrency, RegistersOfManyWritersAreAllKept) {
 }
 
 TEST(Concurrency, ManyLaunchersMakeOneBoard) {
-    const test_board board{delivered_board("mpu_master"), new_scratch_dir() + "/a/b"};
+    const std::string state = new_scratch_dir() + "/a/b";
     std::vector<std::string> said(8, "nothing");
     std::vector<std::thread> launchers;
     for (std::string &answer : said) {
-        launchers.emplace_back([&] { answer = prepare_says(board.description, board.state); });
+        launchers.emplace_back([&] { answer = prepare_says("mpu_master", state); });
     }
     for (std::thread &launcher : launchers) {
         launcher.join();
     }
     EXPECT_EQ(said, std::vector<std::string>(8, ""));
+    test_board board = new_delivered("mpu_master");
+    board.description = state + "/chassis/" + std::filesystem::path(board.description).filename().string();
+    board.state = state;
     EXPECT_EQ(calls_print(board, {"elabel_read" + self + "0 7"}), "0x0 \"[board]\"\n");
 }
 

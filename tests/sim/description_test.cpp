@@ -8,7 +8,7 @@ namespace kestro_tests {
 namespace {
 
 // The smallest board there is. Tests count on its lines.
-const std::string small_board = "<board name=\"small\">\n"                                                       // 1
+const std::string small_board = "<board name=\"small\" slot=\"9\">\n"                                            // 1
                                 "  <module name=\"i2c\">\n"                                                      // 2
                                 "    <node name=\"i2c_dev\">\n"                                                  // 3
                                 "      <entry name=\"entry0\"><element name=\"chip_id\" value=\"3\"/></entry>\n" // 4
@@ -70,28 +70,28 @@ TEST(Description, SmallestBoardIsAccepted) {
 
 TEST(Description, DeliveredBoardsAreAccepted) {
     for (const char *name : {"mpu_master", "mpu_slave", "lpu"}) {
-        EXPECT_EQ(prepare_says(delivered_board(name), new_scratch_dir() + "/state"), "") << name;
+        EXPECT_EQ(prepare_says(name, new_scratch_dir() + "/state"), "") << name;
     }
 }
 
 TEST(Description, MissingFile) {
     const std::string file = new_scratch_dir() + "/none.xml";
     EXPECT_EQ(prepare_says(file, new_scratch_dir() + "/state"),
-              file + ": cannot be read as a board description (No such file or directory); give the name of a board or "
-                     "the path of its XML file");
+              file + ": there is no such file; --board takes the file of a board or chassis, or a name: lpu, "
+                     "mpu_master, mpu_slave");
 }
 
 TEST(Description, MalformedXmlIsPointedAt) {
     expect_said_with("</node>\n  </module>\n  <module name=\"sim_eeprom_layout\">",
                      "</nod>\n  </module>\n  <module name=\"sim_eeprom_layout\">",
-                     "6: not well-formed XML: Start-end tags mismatch; a <board> of <module>, <node>, <entry> and "
-                     "<element>");
-    expect_said("", "1: not well-formed XML: No document element found; a <board> of <module>, <node>, <entry> and "
-                    "<element>");
+                     "6: not well-formed XML: Start-end tags mismatch; a <chassis>, <board> or <part> of <module>, "
+                     "<node>, <entry> and <element>");
+    expect_said("", "1: not well-formed XML: No document element found; a <chassis>, <board> or <part> of <module>, "
+                    "<node>, <entry> and <element>");
 }
 
 TEST(Description, WrongTags) {
-    expect_said("<bord name=\"x\"/>\n", "1: <bord> stands here; here <board> is due");
+    expect_said("<bord name=\"x\"/>\n", "1: <bord> stands here; here <board> or <chassis> is due");
     expect_said_with("<node name=\"i2c_dev\">\n", "<group name=\"i2c_dev\"/><node name=\"i2c_dev\">\n",
                      "3: <group> stands here; here <node> is due");
     expect_said_with("<entry name=\"entry1\">", "<entry name=\"entry1\"><entry name=\"x\"/>",
@@ -106,13 +106,13 @@ TEST(Description, TextBetweenTags) {
 }
 
 TEST(Description, SecondRoot) {
-    expect_said(small_board + "<board name=\"other\"/>\n",
-                "38: something behind the board; a file describes one board");
+    expect_said(small_board + "<board name=\"other\"/>\n", "38: something behind the <board>; a file describes one");
 }
 
 TEST(Description, MissingAndBadNames) {
     expect_said_with("<node name=\"i2c_dev\">", "<node>", "3: a node without a name; give it name=\"...\"");
-    expect_said_with("<board name=\"small\">", "<board name=\"\">", "1: a board without a name; give it name=\"...\"");
+    expect_said_with("<board name=\"small\" slot=\"9\">", "<board name=\"\" slot=\"9\">",
+                     "1: a board without a name; give it name=\"...\"");
     expect_said_with("name=\"i2c_dev\"", "name=\"i2c dev\"",
                      "3: name 'i2c dev' holds a blank or a slash; use letters, digits, _, - and @");
 }
@@ -123,18 +123,6 @@ TEST(Description, DuplicateNames) {
                      "8: 'i2c' is there twice; names differ among siblings");
     expect_said_with("value=\"3\"/>", "value=\"3\"/>\n<element name=\"chip_id\" value=\"5\"/>",
                      "5: 'chip_id' is there twice; names differ among siblings");
-}
-
-TEST(Description, ModulesOfCardsHaveNamesOfTheirOwn) {
-    std::string file;
-    EXPECT_EQ(said_about(replaced(small_board, "<module name=\"sim_eeprom_layout\">",
-                                  "<module name=\"i2c\" instance=\"slot@2\"/><module name=\"sim_eeprom_layout\">"),
-                         file),
-              "");
-    expect_said_with(
-        "<module name=\"i2c\">", "<module name=\"i2c\" instance=\"slot2\">",
-        "2: instance 'slot2' is no place for a card; write slot@N or card@N, or leave it out for the board "
-        "itself");
 }
 
 TEST(Description, NumberingHasNoGaps) {
@@ -164,23 +152,22 @@ TEST(Description, Values) {
 }
 
 TEST(Description, NamesFitTheStore) {
-    // "card@255", "i2c", "i2c_dev" and "entry0" leave room for 83 characters behind four slashes.
+    // "slot65535/card255", "i2c", "i2c_dev" and "entry0" leave room for 74 characters behind four slashes.
     std::string file;
-    EXPECT_EQ(said_about(replaced(small_board, "name=\"chip_id\"", "name=\"" + std::string(83, 'n') + "\""), file), "");
-    expect_said_with("name=\"chip_id\"", "name=\"" + std::string(84, 'n') + "\"",
+    EXPECT_EQ(said_about(replaced(small_board, "name=\"chip_id\"", "name=\"" + std::string(74, 'n') + "\""), file), "");
+    expect_said_with("name=\"chip_id\"", "name=\"" + std::string(75, 'n') + "\"",
                      "4: the names down to this element are 112 characters long; keep them within 111");
 }
 
 TEST(Description, EveryBoardHasAnIdentity) {
-    expect_said(
-        "<board name=\"bare\">\n</board>\n",
-        "1: module 'sim_identity' of the board itself is missing; it holds the identity EEPROM, without which no "
-        "board can be built");
+    expect_said("<board name=\"bare\" slot=\"9\">\n</board>\n",
+                "1: module 'sim_identity' of the board is missing; it holds the identity EEPROM, without which no "
+                "board can be built");
     expect_said_with("<node name=\"eeprom\">", "<node name=\"eprom\">",
                      "21: unknown node 'eprom' of sim_identity; the nearest is 'eeprom'");
     expect_said_with("text=\"plain\"", "text=\"fancy\"",
-                     "22: there is no EEPROM layout 'fancy'; name a node of module sim_eeprom_layout, or describe it "
-                     "there");
+                     "22: there is no EEPROM layout 'fancy'; name a node of module sim_eeprom_layout of the "
+                     "chassis, or describe it there");
     expect_said_with("<element name=\"device_id\" value=\"0\"/>", "",
                      "22: element 'device_id' is missing here; it holds the EEPROM's device number");
     expect_said_with(

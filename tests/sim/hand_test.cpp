@@ -8,7 +8,7 @@ namespace kestro_tests {
 namespace {
 
 // Where the master board's registers are.
-const std::string here = "self";
+const std::string here = "slot9";
 
 class Hand : public testing::Test {
   protected:

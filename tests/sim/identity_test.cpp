@@ -13,7 +13,7 @@ const std::string out_of_range = "0x81110107\n";
 const std::string damaged = "0x81110109\n";
 
 test_board new_master() {
-    return new_board(delivered_board("mpu_master"));
+    return new_delivered("mpu_master");
 }
 
 std::string image(const test_board &board, const std::string &name) {
@@ -32,7 +32,7 @@ TEST(Elabel, BothCopiesStandInTheImage) {
     const test_board board = new_master();
     calls_print(board, {"elabel_write" + self + "0 1200 two_copies"});
     const std::string area = "two_copies" + std::string(1190, '\0');
-    const std::string bytes = image(board, "eeprom-self.bin");
+    const std::string bytes = image(board, "eeprom-slot9.bin");
     EXPECT_EQ(bytes.size(), 8192U);
     EXPECT_EQ(bytes.substr(16, 1200), area);
     EXPECT_EQ(bytes.substr(1216, 1200), area);
@@ -89,7 +89,7 @@ TEST(Barcode, ReadBackAndLimits) {
     EXPECT_EQ(calls_print(board, {"barcode_read" + self + "2 128", "barcode_read" + self + "0 128",
                                   "barcode_read" + self + "1 128"}),
               "0x0 \"written\"\n0x0 \"first\"\n0x0 \"KT-MPU-1251104008001\"\n");
-    EXPECT_EQ(image(board, "eeprom-self.bin").substr(3072 + 256, 8), std::string("written\0", 8));
+    EXPECT_EQ(image(board, "eeprom-slot9.bin").substr(3072 + 256, 8), std::string("written\0", 8));
     EXPECT_EQ(calls_print(board, {"barcode_read" + self + "3 128"}), no_such_device);
     EXPECT_EQ(calls_print(board, {"barcode_read" + self + "0 129"}), out_of_range);
     EXPECT_EQ(calls_print(board, {"barcode_write" + self + "0 129 x"}), out_of_range);
@@ -131,11 +131,11 @@ TEST(Mac, IsReadBackByAnotherProcess) {
 
 TEST(Mac, BothCopiesStandInTheImage) {
     const test_board board = new_master();
-    const std::string bytes = image(board, "eeprom-self.bin");
+    const std::string bytes = image(board, "eeprom-slot9.bin");
     EXPECT_EQ(bytes.substr(2544, 18), std::string("MAC\x01\x08\0\0\0\0\0\0\x02\x02\xa0\xc0\x09\0\0", 18));
     EXPECT_EQ(bytes.substr(2672, 128), bytes.substr(2544, 128));
     calls_print(board, {"mac_set_addr_num" + self + "0 7 0x200203040506"});
-    const std::string after = image(board, "eeprom-self.bin");
+    const std::string after = image(board, "eeprom-slot9.bin");
     EXPECT_EQ(after.substr(2544, 18), std::string("MAC\x01\x08\0\0\0\0\0\0\x07\x20\x02\x03\x04\x05\x06", 18));
     EXPECT_EQ(after.substr(2672, 128), after.substr(2544, 128));
 }
@@ -202,7 +202,7 @@ TEST(Bsp, SectionsOfCards) {
 }
 
 TEST(Bsp, CardNumbers) {
-    const test_board lpu = new_board(delivered_board("lpu"));
+    const test_board lpu = new_delivered("lpu");
     EXPECT_EQ(calls_print(lpu, {"card_id 0xff000005", "card_id 0x0100ffff", "card_id 0x0300ffff"}),
               "0x0 5\n0x0 1\n0x0 3\n");
     EXPECT_EQ(calls_print(lpu, {"card_id 0xffffffff", "card_id 0x0400ffff", "card_id 0xff000011", "card_id 9"}),
@@ -210,7 +210,7 @@ TEST(Bsp, CardNumbers) {
 }
 
 TEST(Bsp, CardsOnTheBoard) {
-    const test_board lpu = new_board(delivered_board("lpu"));
+    const test_board lpu = new_delivered("lpu");
     EXPECT_EQ(calls_print(lpu, {"elabel_write 0x0100ffff 0 1200 one", "elabel_write 0x0200ffff 0 1200 two",
                                 "elabel_read 0x0100ffff 0 9", "elabel_read 0x0300ffff 0 9"}),
               "0x0\n0x0\n0x0 \"one\"\n" + no_such_instance);
@@ -231,8 +231,8 @@ TEST(Bsp, ReservedMemory) {
 TEST(Msc, StateOfEachBoard) {
     EXPECT_EQ(calls_print(new_master(), {"msc_get_state" + self + "0", "msc_get_state" + self + "2"}),
               "0x0 0\n0x0 0\n");
-    EXPECT_EQ(calls_print(new_board(delivered_board("mpu_slave")), {"msc_get_state" + self + "0"}), "0x0 1\n");
-    EXPECT_EQ(calls_print(new_board(delivered_board("lpu")), {"msc_get_state" + self + "0"}), not_supported);
+    EXPECT_EQ(calls_print(new_delivered("mpu_slave"), {"msc_get_state" + self + "0"}), "0x0 1\n");
+    EXPECT_EQ(calls_print(new_delivered("lpu"), {"msc_get_state" + self + "0"}), not_supported);
     EXPECT_EQ(calls_print(new_master(),
                           {"msc_get_state" + self + "3", "msc_get_state 0xff000005 0", "msc_get_state 0xff000006 0"}),
               bad_value + not_supported + no_such_instance);
@@ -241,18 +241,18 @@ TEST(Msc, StateOfEachBoard) {
 TEST(Log, LinesAreKeptPerLog) {
     const test_board board = new_master();
     EXPECT_EQ(calls_print(board, {"log 62 2 one", "log 0 1 two", "log 62 3 three"}), ok + ok + ok);
-    EXPECT_EQ(read_file(board.state + "/log/62.log"), "2 one\n3 three\n");
-    EXPECT_EQ(read_file(board.state + "/log/0.log"), "1 two\n");
+    EXPECT_EQ(read_file(board.state + "/log/slot9/62.log"), "2 one\n3 three\n");
+    EXPECT_EQ(read_file(board.state + "/log/slot9/0.log"), "1 two\n");
     EXPECT_EQ(calls_print(board, {"log 256 1 x", "log 1 4 x", "log_without_format"}),
               bad_value + bad_value + "0x81110101\n");
 }
 
 TEST(Log, OldLinesMakeRoom) {
     const test_board board = new_master();
-    write_file(board.state + "/log/5.log", std::string(65536, 'o'));
+    write_file(board.state + "/log/slot9/5.log", std::string(65536, 'o'));
     EXPECT_EQ(calls_print(board, {"log 5 2 new"}), ok);
-    EXPECT_EQ(read_file(board.state + "/log/5.log"), "2 new\n");
-    EXPECT_EQ(read_file(board.state + "/log/5.old"), std::string(65536, 'o'));
+    EXPECT_EQ(read_file(board.state + "/log/slot9/5.log"), "2 new\n");
+    EXPECT_EQ(read_file(board.state + "/log/slot9/5.old"), std::string(65536, 'o'));
 }
 
 TEST(Drivers, NullPointersAreRefused) {

@@ -56,7 +56,7 @@ class RegisterSpace : public testing::Test {
     }
 
     test_board made_ = new_delivered("mpu_master");
-    board board_{made_.description, made_.state};
+    board board_{made_.description, made_.state, made_.seat};
     device chip_ = board_.find_at<logic_chip::family>(board_.self());
     device_of<board_unit::family> unit_ = board_.find_at<board_unit::family>(board_.self());
 };
@@ -109,7 +109,7 @@ TEST_F(RegisterSpace, AddressesWithoutARegister) {
 
 TEST_F(RegisterSpace, ImageOutlastsTheProcess) {
     write(long_space, 0x10, 0x00000042);
-    board again(made_.description, made_.state);
+    board again(made_.description, made_.state, made_.seat);
     EXPECT_EQ(read_space(again, long_space, chip_, 0x10), 0x12000042U);
 }
 

@@ -62,8 +62,7 @@ TEST(ResetDriver, LineCardHasNeitherPeerNorButton) {
 }
 
 TEST(ResetDriver, EmptyPeerSlot) {
-    const test_board board =
-        new_changed("mpu_master", "name=\"peer_slot\" value=\"10\"", "name=\"peer_slot\" value=\"11\"");
+    const test_board board = new_altered("mpu_master", {{"self/sim_board/unit/0/peer_slot", "11"}});
     EXPECT_EQ(calls_print(board, {"reset_peer_board", "reset_get_peer_sys_ready"}),
               no_such_instance + no_such_instance);
 }

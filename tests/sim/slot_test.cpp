@@ -29,10 +29,10 @@ TEST(SlotDriver, ListsAreTheSameOnEveryBoardOfTheChassis) {
 }
 
 TEST(SlotDriver, ListIsAscendingWhateverTheDescriptionsOrder) {
-    const std::string line = "      <entry name=\"9\"><element name=\"type\" value=\"1\"/></entry>\n";
-    const std::string next = "      <entry name=\"10\"><element name=\"type\" value=\"1\"/></entry>\n";
-    const test_board board = new_changed("mpu_master", line + next, next + line);
-    EXPECT_EQ(calls_print(board, {"slot_get_list 1", "slot_get_start_num 1"}), "0x0 2: 9 10\n0x0 9\n");
+    const test_board board =
+        new_changed("mpu_master", "<slot number=\"11\" type=\"3\"/>\n  <slot number=\"12\" type=\"3\"/>",
+                    "<slot number=\"12\" type=\"3\"/>\n  <slot number=\"11\" type=\"3\"/>");
+    EXPECT_EQ(calls_print(board, {"slot_get_list 3", "slot_get_start_num 3"}), "0x0 2: 11 12\n0x0 11\n");
 }
 
 TEST(SlotDriver, UnknownSlotsAndTypes) {
@@ -45,8 +45,7 @@ TEST(SlotDriver, UnknownSlotsAndTypes) {
 }
 
 TEST(SlotDriver, SlotNumberThatNoListHolds) {
-    const test_board board = new_changed("lpu", "<entry name=\"16\"><element name=\"type\" value=\"5\"/>",
-                                         "<entry name=\"256\"><element name=\"type\" value=\"5\"/>");
+    const test_board board = new_changed("lpu", "<slot number=\"16\"", "<slot number=\"256\"");
     EXPECT_EQ(calls_print(board, {"slot_get_list 5"}), too_small);
 }
 

@@ -16,7 +16,7 @@ const std::string write_label = "elabel_write" + self + "0 1200 kept";
 const std::string read_label = "elabel_read" + self + "0 4";
 
 std::string master() {
-    return delivered_board("mpu_master");
+    return "mpu_master";
 }
 
 std::vector<std::string> names_in(const std::string &directory) {
@@ -33,27 +33,33 @@ std::vector<std::string> names_in(const std::string &directory) {
 TEST(StateDir, IsMadeOnceAndKept) {
     const test_board board = new_board(master());
     calls_print(board, {write_label});
-    EXPECT_EQ(prepare_says(board.description, board.state), "");
+    EXPECT_EQ(prepare_says(board.word, board.state), "");
     EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"kept\"\n");
 }
 
 TEST(StateDir, ResetMakesTheBoardNew) {
     const test_board board = new_board(master());
     calls_print(board, {write_label, "gpio_write 5 1", "log 1 1 x"});
-    write_file(board.state + "/root/proc/interrupts", "changed");
-    EXPECT_EQ(prepare_says(board.description, board.state, true), "");
+    write_file(board.state + "/root/slot9/proc/interrupts", "changed");
+    EXPECT_EQ(prepare_says(board.word, board.state, true), "");
     EXPECT_EQ(calls_print(board, {read_label, "gpio_read 5"}), "0x0 \"[boa\"\n0x0 0\n");
-    EXPECT_FALSE(fs::exists(board.state + "/log/1.log"));
-    EXPECT_NE(read_file(board.state + "/root/proc/interrupts"), "changed");
+    EXPECT_FALSE(fs::exists(board.state + "/log/slot9/1.log"));
+    EXPECT_NE(read_file(board.state + "/root/slot9/proc/interrupts"), "changed");
 }
 
 TEST(StateDir, HoldsTheBoardsFiles) {
     const test_board board = new_board(master());
-    EXPECT_EQ(names_in(board.state), (std::vector<std::string>{"images", "kestro_sim.lock", "log", "root", "store"}));
-    EXPECT_EQ(read_file(board.state + "/root/opt/hostx/home/elabel.txt"),
-              read_file(source_dir() + "/sim/boards/mpu_master.root/opt/hostx/home/elabel.txt"));
+    EXPECT_EQ(names_in(board.state),
+              (std::vector<std::string>{"chassis", "images", "kestro_sim.lock", "log", "root", "store"}));
+    EXPECT_EQ(names_in(board.state + "/root"), (std::vector<std::string>{"slot10", "slot7", "slot9"}));
+    EXPECT_EQ(names_in(board.state + "/log"), (std::vector<std::string>{"slot10", "slot7", "slot9"}));
+    EXPECT_EQ(read_file(board.state + "/root/slot9/proc/interrupts"),
+              read_file(source_dir() + "/sim/chassis/boards/mpu.root/proc/interrupts"));
+    // What differs from board to board is put in.
+    const std::string label = read_file(board.state + "/root/slot10/opt/hostx/home/elabel.txt");
+    EXPECT_TRUE(label.starts_with("[board]\nkind=main processing unit\nitem=KT-MPU-1\nserial=2511040081\n")) << label;
     struct stat script {};
-    ASSERT_EQ(stat((board.state + "/root/etc/install_itp.sh").c_str(), &script), 0);
+    ASSERT_EQ(stat((board.state + "/root/slot9/etc/install_itp.sh").c_str(), &script), 0);
     EXPECT_NE(script.st_mode & S_IXUSR, 0U);
 }
 
@@ -61,46 +67,59 @@ TEST(StateDir, ImagesOfAllInstancesAndStorage) {
     const std::string storage = "<module name=\"sim_storage\"><node name=\"image\"><entry name=\"nvram0\"><element "
                                 "name=\"size\" value=\"512\"/><element name=\"fill\" value=\"0x5A\"/></entry></node>"
                                 "</module></board>";
-    const test_board board =
-        new_board(scratch_file("board.xml", replaced(read_file(delivered_board("lpu")), "</board>", storage)));
+    const test_board board = new_changed("lpu", "</board>", storage);
     EXPECT_EQ(names_in(board.state + "/images"),
-              (std::vector<std::string>{"eeprom-card1.bin", "eeprom-card2.bin", "eeprom-self.bin", "nvram0.bin"}));
-    EXPECT_EQ(read_file(board.state + "/images/nvram0.bin"), std::string(512, 'Z'));
+              (std::vector<std::string>{"eeprom-slot10.bin", "eeprom-slot2.bin", "eeprom-slot3.bin", "eeprom-slot4.bin",
+                                        "eeprom-slot5.bin", "eeprom-slot7-card1.bin", "eeprom-slot7-card2.bin",
+                                        "eeprom-slot7.bin", "eeprom-slot9.bin", "nvram0-slot7.bin"}));
+    EXPECT_EQ(read_file(board.state + "/images/nvram0-slot7.bin"), std::string(512, 'Z'));
 }
 
-TEST(StateDir, AnotherBoardIsRefused) {
+TEST(StateDir, AnotherChassisIsRefused) {
     const test_board board = new_board(master());
-    EXPECT_EQ(prepare_says(delivered_board("lpu"), board.state),
-              board.state +
-                  "/store: holds board 'mpu_master', not 'lpu'; choose another directory with --state, or make "
-                  "the board new with --reset");
-    EXPECT_EQ(prepare_says(delivered_board("lpu"), board.state, true), "");
-    EXPECT_EQ(prepare_says(delivered_board("lpu"), board.state), "");
+    const std::string other = changed_chassis("mpu_master", "<chassis name=\"kestro\"", "<chassis name=\"other\"");
+    EXPECT_EQ(prepare_says(other, board.state),
+              board.state + "/store: holds chassis 'kestro', not 'other'; choose another directory with --state, or "
+                            "make the chassis new with --reset");
+    EXPECT_EQ(prepare_says(other, board.state, true), "");
+    EXPECT_EQ(prepare_says(other, board.state), "");
 }
 
 TEST(StateDir, AnotherLayoutIsRefused) {
-    const test_board board = new_board(scratch_file("board.xml", read_file(master())));
-    write_file(board.description, replaced(read_file(board.description), "<element name=\"size\" value=\"5120\"/>",
-                                           "<element name=\"size\" value=\"4096\"/>"));
-    EXPECT_EQ(prepare_says(board.description, board.state),
-              board.state + "/store: was made for other cards or another EEPROM layout of board 'mpu_master'; choose "
-                            "another directory with --state, or make the board new with --reset");
+    const test_board board = new_board(master());
+    const std::string refused = board.state +
+                                "/store: was made for other boards or cards or another EEPROM layout of chassis "
+                                "'kestro'; choose another directory with --state, or make the chassis new with --reset";
+    EXPECT_EQ(prepare_says(changed_chassis("mpu_master", "<element name=\"size\" value=\"5120\"/>",
+                                           "<element name=\"size\" value=\"4096\"/>"),
+                           board.state),
+              refused);
+    EXPECT_EQ(prepare_says(changed_chassis("mpu_master", "<slot number=\"6\" type=\"7\"/>",
+                                           "<slot number=\"6\" type=\"7\" board=\"card_kv\" mac_base=\"1\"/>"),
+                           board.state),
+              refused);
 }
 
 TEST(StateDir, OtherNumbersOfDevicesKeepTheState) {
-    const test_board board = new_board(scratch_file("board.xml", read_file(master())));
+    test_board board = new_board(master());
     EXPECT_EQ(calls_print(board, {write_label, "gpio_write 5 1"}), "0x0\n0x0\n");
-    const std::string pin16 = "<entry name=\"16\"><element name=\"level\" value=\"0\"/>";
-    write_file(board.description, replaced(read_file(board.description), pin16, replaced(pin16, "\"0\"", "\"1\"")));
-    EXPECT_EQ(prepare_says(board.description, board.state), "");
+    const test_board sick = new_altered("mpu_master", {{"self/sim_gpio/pin/16/level", "1"}});
+    EXPECT_EQ(prepare_says(sick.word, board.state), "");
+    board.description = board.state + "/chassis/" + fs::path(sick.description).filename().string();
     EXPECT_EQ(calls_print(board, {read_label, "gpio_read 5", "gpio_read 16"}), "0x0 \"kept\"\n0x0 1\n0x0 1\n");
 }
 
 TEST(StateDir, ChangedDescriptionIsCheckedAgain) {
-    const test_board board = new_board(scratch_file("board.xml", read_file(master())));
-    write_file(board.description, "<board name=\"mpu_master\">\n<modul/></board>");
-    EXPECT_EQ(prepare_says(board.description, board.state),
-              board.description + ":2: <modul> stands here; here <module> is due");
+    const test_board board = new_changed("mpu_master", "name=\"smi_dev\"", "name=\"smi_dev\"");
+    write_file(changed_file, "<board name=\"mpu\">\n<modul/></board>");
+    EXPECT_EQ(prepare_says(board.word, board.state), changed_file + ":2: <modul> stands here; here <module> is due");
+}
+
+TEST(StateDir, SeatsShareOneState) {
+    const test_board board = new_board(master());
+    EXPECT_EQ(prepare_says("mpu_slave", board.state), "");
+    EXPECT_EQ(prepare_says("lpu", board.state), "");
+    EXPECT_EQ(names_in(board.state + "/chassis").size(), 2U);
 }
 
 TEST(StateDir, ForeignDirectoryIsRefused) {
@@ -117,10 +136,10 @@ TEST(StateDir, ForeignStoreIsRefused) {
     for (const std::string &content : {std::string("text"), std::string(4 << 20, '\0')}) {
         const test_board board = new_board(master());
         write_file(board.state + "/store", content);
-        EXPECT_EQ(prepare_says(board.description, board.state),
+        EXPECT_EQ(prepare_says(board.word, board.state),
                   board.state + "/store: is no store of this simulator; make the board new with --reset, or choose "
                                 "another directory with --state");
-        EXPECT_EQ(prepare_says(board.description, board.state, true), "");
+        EXPECT_EQ(prepare_says(board.word, board.state, true), "");
         EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
     }
 }
@@ -130,7 +149,7 @@ TEST(StateDir, StoreOfAnotherVersionIsRefused) {
     std::string content = read_file(board.state + "/store");
     ++content[8];
     write_file(board.state + "/store", content);
-    EXPECT_NE(prepare_says(board.description, board.state).find("is no store of this simulator"), std::string::npos);
+    EXPECT_NE(prepare_says(board.word, board.state).find("is no store of this simulator"), std::string::npos);
 }
 
 TEST(StateDir, NoDirectory) {
@@ -145,29 +164,30 @@ TEST(StateDir, MakingThatWasCutShortIsDoneAgain) {
     const test_board board = new_board(master());
     fs::remove(board.state + "/store");
     write_file(board.state + "/store.new", "half");
-    write_file(board.state + "/images/eeprom-self.bin", "half");
+    write_file(board.state + "/images/eeprom-slot9.bin", "half");
     fs::remove_all(board.state + "/root");
-    EXPECT_EQ(prepare_says(board.description, board.state), "");
+    fs::remove_all(board.state + "/chassis");
+    EXPECT_EQ(prepare_says(board.word, board.state), "");
     EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
-    EXPECT_TRUE(fs::exists(board.state + "/root/proc/interrupts"));
+    EXPECT_TRUE(fs::exists(board.state + "/root/slot9/proc/interrupts"));
     EXPECT_FALSE(fs::exists(board.state + "/store.new"));
 }
 
 TEST(StateDir, DamagedImageIsSaidOnce) {
     const test_board board = new_board(master());
-    fs::resize_file(board.state + "/images/eeprom-self.bin", 18);
+    fs::resize_file(board.state + "/images/eeprom-slot9.bin", 18);
     const process_result result = call_drivers(board, {read_label, read_label});
     EXPECT_EQ(result.out, "0x8111010a\n0x8111010a\n");
     EXPECT_EQ(result.err,
               "kestro_sim: " + board.state +
-                  "/images/eeprom-self.bin: ends early or cannot be read; make the board new with --reset\n");
+                  "/images/eeprom-slot9.bin: ends early or cannot be read; make the board new with --reset\n");
 }
 
 TEST(Environment, DriversWithoutBoardSayWhyOnce) {
     const test_board board = new_board(master());
     const std::vector<std::string> argv{build_dir() + "/tests/sim_calls", "mac_get_num" + self + "1 0", "gpio_read 5"};
     process_options options;
-    options.environment = {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE=" + board.state};
+    options.environment = {"KESTRO_SIM_BOARD", "KESTRO_SIM_SEAT=slot9", "KESTRO_SIM_STATE=" + board.state};
     process_result result = run_process(argv, options);
     EXPECT_EQ(result.out, "0x8111010a\n0x8111010a\n");
     EXPECT_EQ(result.err, "kestro_sim: KESTRO_SIM_BOARD: is not set; start the program through kestro_sim\n");
@@ -178,7 +198,7 @@ TEST(Environment, DriversWithoutBoardSayWhyOnce) {
 }
 
 TEST(Environment, StateThatIsNotMade) {
-    const test_board board{master(), new_scratch_dir()};
+    const test_board board{master(), new_scratch_dir(), "none", "slot9"};
     const process_result result = call_drivers(board, {"gpio_read 5"});
     EXPECT_EQ(result.out, "0x8111010a\n");
     EXPECT_EQ(result.err, "kestro_sim: " + board.state +
@@ -186,11 +206,12 @@ TEST(Environment, StateThatIsNotMade) {
                               "state directory\n");
 }
 
-TEST(Environment, StateOfAnotherBoard) {
-    const test_board board{delivered_board("lpu"), new_board(master()).state};
+TEST(Environment, StateOfAnotherChassis) {
+    const std::string other = changed_chassis("mpu_master", "<chassis name=\"kestro\"", "<chassis name=\"other\"");
+    const test_board board{other, new_board(master()).state, new_board(other).description, "slot9"};
     const process_result result = call_drivers(board, {"gpio_read 5"});
     EXPECT_EQ(result.out, "0x8111010a\n");
-    EXPECT_EQ(result.err, "kestro_sim: " + board.state + "/store: was made for another board than " +
+    EXPECT_EQ(result.err, "kestro_sim: " + board.state + "/store: was made for another chassis than " +
                               board.description + "; start through kestro_sim\n");
 }
 

@@ -14,7 +14,7 @@ using kestro_sim::store;
 namespace {
 
 std::string new_state() {
-    return new_board(delivered_board("mpu_master")).state;
+    return new_delivered("mpu_master").state;
 }
 
 std::vector<uint8_t> bytes_of(size_t count, uint8_t value) {
@@ -23,15 +23,15 @@ std::vector<uint8_t> bytes_of(size_t count, uint8_t value) {
 
 change label_change(uint8_t value) {
     change writes;
-    writes.write("eeprom-self.bin", 16, bytes_of(1200, value));
-    writes.write("eeprom-self.bin", 1216, bytes_of(1200, value));
+    writes.write("eeprom-slot9.bin", 16, bytes_of(1200, value));
+    writes.write("eeprom-slot9.bin", 1216, bytes_of(1200, value));
     writes.put("self/a/b/0/low", value);
     writes.put("self/a/b/0/high", value + 1U);
     return writes;
 }
 
 void expect_label(const store &opened, uint8_t value) {
-    EXPECT_EQ(opened.read("eeprom-self.bin", 16, 2400), bytes_of(2400, value));
+    EXPECT_EQ(opened.read("eeprom-slot9.bin", 16, 2400), bytes_of(2400, value));
     EXPECT_EQ(opened.get("self/a/b/0/low"), value);
     EXPECT_EQ(opened.get("self/a/b/0/high"), value + 1U);
 }
@@ -74,9 +74,9 @@ TEST(Store, CommittedChangeIsBroughtAboutByTheNextProcess) {
         ASSERT_TRUE(killed.commit(label_change(0x11)));
         killed.record(label_change(0x22));
         // The writer came as far as a part of the first copy.
-        std::string image = read_file(state + "/images/eeprom-self.bin");
+        std::string image = read_file(state + "/images/eeprom-slot9.bin");
         image.replace(16, 700, std::string(700, '\x22'));
-        write_file(state + "/images/eeprom-self.bin", image);
+        write_file(state + "/images/eeprom-slot9.bin", image);
     }
     expect_label(store(state), 0x22);
 }
@@ -94,11 +94,11 @@ TEST(Store, CommittedChangeIsBroughtAboutByProcessesThatRunAlready) {
 }
 
 TEST(Board, OperationStartsWithWhatAKilledProcessHadBegun) {
-    const test_board made = new_board(delivered_board("mpu_master"));
-    kestro_sim::board running(made.description, made.state);
+    const test_board made = new_delivered("mpu_master");
+    kestro_sim::board running(made.description, made.state, made.seat);
     store(made.state).record(label_change(0x22));
     EXPECT_TRUE(running.begin_operation());
-    EXPECT_EQ(running.read_image("eeprom-self.bin", 16, 2400), bytes_of(2400, 0x22));
+    EXPECT_EQ(running.read_image("eeprom-slot9.bin", 16, 2400), bytes_of(2400, 0x22));
 }
 
 TEST(Store, ChangeThatWasNotCommittedLeavesNoTrace) {
@@ -133,23 +133,23 @@ TEST(Store, FullTableRefusesFurtherRegisters) {
 
 TEST(Store, ChangeLargerThanTheJournalIsAnError) {
     change writes;
-    EXPECT_THROW(writes.write("eeprom-self.bin", 0, bytes_of(kestro_sim::largest_write() + 1, 0)), std::length_error);
-    EXPECT_NO_THROW(writes.write("eeprom-self.bin", 0, bytes_of(kestro_sim::largest_write(), 0)));
+    EXPECT_THROW(writes.write("eeprom-slot9.bin", 0, bytes_of(kestro_sim::largest_write() + 1, 0)), std::length_error);
+    EXPECT_NO_THROW(writes.write("eeprom-slot9.bin", 0, bytes_of(kestro_sim::largest_write(), 0)));
     EXPECT_THROW(writes.put("k", 1), std::length_error);
 }
 
 TEST(Store, ResetRetiresTheOldStore) {
-    const test_board board = new_board(delivered_board("mpu_master"));
+    const test_board board = new_delivered("mpu_master");
     const store running(board.state);
     EXPECT_FALSE(running.is_retired());
-    EXPECT_EQ(prepare_says(board.description, board.state, true), "");
+    EXPECT_EQ(prepare_says(board.word, board.state, true), "");
     EXPECT_TRUE(running.is_retired());
     EXPECT_FALSE(store(board.state).is_retired());
 }
 
 TEST(Board, RegistersStartAsDescribed) {
-    const test_board made = new_board(delivered_board("mpu_master"));
-    kestro_sim::board desk(made.description, made.state);
+    const test_board made = new_delivered("mpu_master");
+    kestro_sim::board desk(made.description, made.state, made.seat);
     const kestro_sim::device pin = desk.find(DRV_INST_SELF, {"sim_gpio", "pin"}, 17);
     EXPECT_EQ(desk.get(pin, "level"), 1U);
     desk.put_all(pin, {{"level", 0}, {"strength", 3}});
@@ -157,21 +157,20 @@ TEST(Board, RegistersStartAsDescribed) {
     EXPECT_EQ(desk.get(pin, "strength"), 3U);
     EXPECT_EQ(desk.get(pin, "slew", 9), 9U);
     EXPECT_FALSE(desk.has(pin, "strength"));
-    EXPECT_EQ(desk.ids("self", {"sim_gpio", "pin"}), (std::vector<uint32_t>{0, 5, 16, 17, 40}));
+    EXPECT_EQ(desk.ids("slot9", {"sim_gpio", "pin"}), (std::vector<uint32_t>{0, 5, 16, 17, 40}));
 }
 
 TEST(Board, LargeImagesAreWrittenInPieces) {
     const std::string storage = "<module name=\"sim_storage\"><node name=\"image\"><entry name=\"flash\"><element "
                                 "name=\"size\" value=\"300000\"/><element name=\"fill\" value=\"255\"/></entry></node>"
                                 "</module></board>";
-    const test_board made =
-        new_board(scratch_file("board.xml", replaced(read_file(delivered_board("lpu")), "</board>", storage)));
-    kestro_sim::board desk(made.description, made.state);
-    desk.write_image("flash.bin", 10, bytes_of(200000, 0x33));
-    EXPECT_EQ(desk.image_size("flash.bin"), 300000U);
-    EXPECT_EQ(desk.read_image("flash.bin", 10, 200000), bytes_of(200000, 0x33));
-    EXPECT_EQ(desk.read_image("flash.bin", 0, 10), bytes_of(10, 0xFF));
-    EXPECT_EQ(desk.read_image("flash.bin", 200010, 10), bytes_of(10, 0xFF));
+    const test_board made = new_changed("lpu", "</board>", storage);
+    kestro_sim::board desk(made.description, made.state, made.seat);
+    desk.write_image("flash-slot7.bin", 10, bytes_of(200000, 0x33));
+    EXPECT_EQ(desk.image_size("flash-slot7.bin"), 300000U);
+    EXPECT_EQ(desk.read_image("flash-slot7.bin", 10, 200000), bytes_of(200000, 0x33));
+    EXPECT_EQ(desk.read_image("flash-slot7.bin", 0, 10), bytes_of(10, 0xFF));
+    EXPECT_EQ(desk.read_image("flash-slot7.bin", 200010, 10), bytes_of(10, 0xFF));
 }
 
 } // namespace kestro_tests

@@ -3,6 +3,8 @@
 
 #include "sim/core/prepare.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 #include <sstream>
@@ -12,7 +14,6 @@ namespace kestro_tests {
 
 namespace {
 
-// Entries and elements that are altered may be new, modules and nodes stand there.
 pugi::xml_node named(pugi::xml_node parent, const char *tag, const std::string &name) {
     const pugi::xml_node found = parent.find_child_by_attribute(tag, "name", name.c_str());
     if (found) {
@@ -23,71 +24,128 @@ pugi::xml_node named(pugi::xml_node parent, const char *tag, const std::string &
     return made;
 }
 
-pugi::xml_node module_of(pugi::xml_node board, const std::string &instance, const std::string &name) {
-    for (const pugi::xml_node module : board.children("module")) {
-        const std::string own = module.attribute("instance").as_string("self");
-        if (own == instance && name == module.attribute("name").value()) {
-            return module;
-        }
+// "slot7/card1/sim_board/unit/0/type" has the place in front, the four levels behind.
+std::vector<std::string> split(const std::string &path) {
+    std::vector<std::string> levels;
+    std::istringstream stream(path);
+    for (std::string level; std::getline(stream, level, '/');) {
+        levels.push_back(level);
     }
-    throw std::runtime_error("no module " + instance + "/" + name);
+    while (levels.size() > 5) {
+        levels[0] += "/" + levels[1];
+        levels.erase(levels.begin() + 1);
+    }
+    return levels;
 }
 
 void alter(pugi::xml_node board, const altered &change) {
-    std::istringstream path(change.path);
-    std::string levels[5];
-    for (std::string &level : levels) {
-        std::getline(path, level, '/');
-    }
-    const pugi::xml_node node = named(module_of(board, levels[0], levels[1]), "node", levels[2]);
-    const pugi::xml_node entry = named(node, "entry", levels[3]);
-    pugi::xml_node element = named(entry, "element", levels[4]);
+    const std::vector<std::string> levels = split(change.path);
+    const pugi::xml_node place = levels.at(0) == "self" ? board : named(board, "place", levels[0]);
+    const pugi::xml_node node = named(named(place, "module", levels.at(1)), "node", levels.at(2));
+    pugi::xml_node element = named(named(node, "entry", levels.at(3)), "element", levels.at(4));
     if (change.value.empty()) {
-        pugi::xml_node(entry).remove_child(element);
+        element.append_attribute("remove") = "yes";
         return;
     }
     const bool is_number = change.value.find_first_not_of("0123456789abcdefx-") == std::string::npos;
-    element.remove_attribute("value");
-    element.remove_attribute("text");
     element.append_attribute(is_number ? "value" : "text") = change.value.c_str();
+}
+
+kestro_sim::board_choice choose(const std::string &word) {
+    return kestro_sim::choose_board(word, build_dir() + "/sim/chassis");
+}
+
+pugi::xml_node slot_of_seat(const pugi::xml_document &chassis, const std::string &seat) {
+    return chassis.child("chassis").find_child_by_attribute("slot", "seat", seat.c_str());
 }
 
 } // namespace
 
-std::string delivered_board(const std::string &name) {
-    return build_dir() + "/sim/boards/" + name + ".xml";
+std::string changed_file;
+
+std::string chassis_dir() {
+    return build_dir() + "/sim/chassis";
 }
 
-test_board new_board(const std::string &description) {
-    const test_board board{description, new_scratch_dir() + "/state"};
-    EXPECT_EQ(prepare_says(board.description, board.state), "");
+test_board new_board(const std::string &word) {
+    test_board board{word, new_scratch_dir() + "/state", {}, {}};
+    try {
+        const kestro_sim::board_choice choice = choose(word);
+        board.description = kestro_sim::prepare_board(choice, board.state, false);
+        board.seat = choice.seat;
+    } catch (const std::exception &problem) {
+        ADD_FAILURE() << problem.what();
+    }
     return board;
 }
 
-test_board new_delivered(const std::string &name) {
-    return new_board(delivered_board(name));
+test_board new_delivered(const std::string &seat) {
+    return new_board(seat);
 }
 
-test_board new_changed(const std::string &name, const std::string &part, const std::string &by) {
-    return new_board(scratch_file(name + ".xml", replaced(read_file(delivered_board(name)), part, by)));
+test_board seen_from(const test_board &board, const std::string &seat) {
+    test_board other = board;
+    other.word = seat;
+    other.seat = place_of_seat(seat);
+    return other;
+}
+
+std::unique_ptr<kestro_sim::description> read_board(const std::string &word) {
+    return kestro_sim::read_chassis(choose(word));
+}
+
+std::string place_of_seat(const std::string &seat) {
+    return choose(seat).seat;
+}
+
+std::string changed_chassis(const std::string &seat, const std::string &part, const std::string &by) {
+    const std::string dir = new_scratch_dir();
+    std::filesystem::copy(chassis_dir(), dir, std::filesystem::copy_options::recursive);
+    pugi::xml_document chassis;
+    EXPECT_TRUE(chassis.load_file((dir + "/chassis.xml").c_str()));
+    std::vector<std::string> files{dir + "/boards/" + slot_of_seat(chassis, seat).attribute("board").value() + ".xml"};
+    for (const auto &entry : std::filesystem::directory_iterator(dir + "/parts")) {
+        files.push_back(entry.path().string());
+    }
+    std::sort(files.begin() + 1, files.end());
+    files.push_back(dir + "/chassis.xml");
+    const std::string default_seat = "seat=\"mpu_master\">";
+    write_file(files.back(), replaced(read_file(files.back()), default_seat, "seat=\"" + seat + "\">"));
+    std::erase_if(files, [&](const std::string &file) {
+        return std::filesystem::is_directory(file) || read_file(file).find(part) == std::string::npos;
+    });
+    changed_file = files.empty() ? "" : files.front();
+    write_file(changed_file, replaced(read_file(files.at(0)), part, by));
+    return dir + "/chassis.xml";
+}
+
+test_board new_changed(const std::string &seat, const std::string &part, const std::string &by) {
+    return new_board(changed_chassis(seat, part, by));
 }
 
 test_board new_altered(const std::string &name, std::initializer_list<altered> alterations) {
-    pugi::xml_document document;
-    EXPECT_TRUE(document.load_file(delivered_board(name).c_str()));
+    pugi::xml_document chassis;
+    EXPECT_TRUE(chassis.load_file((chassis_dir() + "/chassis.xml").c_str()));
+    const pugi::xml_node slot = slot_of_seat(chassis, name);
+    pugi::xml_document own;
+    pugi::xml_node board = own.append_child("board");
+    board.append_attribute("name") = "altered";
+    board.append_attribute("like") = slot.attribute("board").value();
+    board.append_attribute("slot") = slot.attribute("number").value();
     for (const altered &change : alterations) {
-        alter(document.child("board"), change);
+        alter(board, change);
     }
     std::ostringstream content;
-    document.save(content);
-    return new_board(scratch_file(name + ".xml", content.str()));
+    own.save(content);
+    return new_board(scratch_file("altered.xml", content.str()));
 }
 
 process_result call_drivers(const test_board &board, const std::vector<std::string> &calls) {
     std::vector<std::string> argv{build_dir() + "/tests/sim_calls"};
     argv.insert(argv.end(), calls.begin(), calls.end());
     process_options options;
-    options.environment = {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE=" + board.state};
+    options.environment = {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE=" + board.state,
+                           "KESTRO_SIM_SEAT=" + board.seat};
     return run_process(argv, options);
 }
 
@@ -98,8 +156,13 @@ std::string calls_print(const test_board &board, const std::vector<std::string> 
     return result.out;
 }
 
-std::string prepare_says(const std::string &description, const std::string &state, bool reset) {
-    return kestro_sim::prepare_board(description, state, reset).value_or("");
+std::string prepare_says(const std::string &word, const std::string &state, bool reset) {
+    try {
+        kestro_sim::prepare_board(choose(word), state, reset);
+    } catch (const std::exception &problem) {
+        return problem.what();
+    }
+    return "";
 }
 
 std::string replaced(std::string text, const std::string &part, const std::string &by) {

@@ -1,9 +1,11 @@
 // Boards and driver calls for the tests of the simulated chassis.
 #pragma once
 
+#include "sim/core/description.h"
 #include "tests/support/process.h"
 
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,31 +21,47 @@ inline const std::string no_such_device = "0x81110103\n";
 inline const std::string bad_value = "0x81110106\n";
 inline const std::string too_small = "0x81110108\n";
 
-// A board of its own: a description and a state directory that was made for it.
+// A chassis of its own, seen from one seat: what stands behind --board, and a state directory that was made for it.
 struct test_board {
-    std::string description;
+    std::string word;
     std::string state;
+    std::string description; // the merged chassis
+    std::string seat;        // the place
 };
 
-// Boards that are delivered, by name.
-std::string delivered_board(const std::string &name);
+// The directory of the delivered chassis.
+std::string chassis_dir();
 
-// Makes a new state for that description file; fails the test when that does not work.
-test_board new_board(const std::string &description);
+// Makes a new state for that word behind --board; fails the test when that does not work.
+test_board new_board(const std::string &word);
 
-// A new state of a delivered board.
-test_board new_delivered(const std::string &name);
+// A new state of the delivered chassis, seen from a seat by name.
+test_board new_delivered(const std::string &seat);
 
-// A new board from the delivered description with one part of it changed. Of several such parts the first is changed.
-test_board new_changed(const std::string &name, const std::string &part, const std::string &by);
+// The same state from another seat of the delivered chassis.
+test_board seen_from(const test_board &board, const std::string &seat);
 
-// Where an element of a description stands: "self/sim_board/corner/1/status".
+// The whole chassis, merged, as the word behind --board gives it.
+std::unique_ptr<kestro_sim::description> read_board(const std::string &word);
+
+// The place of a seat of the delivered chassis, by its name.
+std::string place_of_seat(const std::string &seat);
+
+// A copy of the delivered chassis whose default seat this is, with one part of one file changed: the first file that
+// has the part, the seat's kind of board before the parts that boards share, and in it the first such part. The file
+// is left in `changed`.
+std::string changed_chassis(const std::string &seat, const std::string &part, const std::string &by);
+extern std::string changed_file;
+
+test_board new_changed(const std::string &seat, const std::string &part, const std::string &by);
+
+// Where an element of a description stands: "self/sim_board/corner/1/status", "slot5/sim_board/unit/0/card_fault".
 struct altered {
     std::string path;
     std::string value; // empty takes the element away
 };
 
-// A new board like the delivered one, but for these elements.
+// A new chassis like the delivered one, but for these elements.
 test_board new_altered(const std::string &name, std::initializer_list<altered> alterations);
 
 // Runs the calls in one process on that board and gives what they printed.
@@ -51,7 +69,7 @@ process_result call_drivers(const test_board &board, const std::vector<std::stri
 std::string calls_print(const test_board &board, const std::vector<std::string> &calls);
 
 // What prepare_board says; empty when the board is ready.
-std::string prepare_says(const std::string &description, const std::string &state, bool reset = false);
+std::string prepare_says(const std::string &word, const std::string &state, bool reset = false);
 
 // The text with one part of it changed; the part must be there.
 std::string replaced(std::string text, const std::string &part, const std::string &by);

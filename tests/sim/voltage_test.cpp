@@ -12,9 +12,10 @@ namespace {
 // The numbers that stand in one element of all entries of a node.
 std::vector<uint64_t> described(const std::string &board, const std::string &instance, const std::string &node,
                                 const std::string &element) {
-    const kestro_sim::description description(delivered_board(board));
+    const auto chassis = read_board(board);
+    const std::string place = instance == "self" ? place_of_seat(board) : instance;
     std::vector<uint64_t> numbers;
-    for (const pugi::xml_node entry : description.node(instance, "voltage_mng", node).children("entry")) {
+    for (const pugi::xml_node entry : chassis->node(place, "voltage_mng", node).children("entry")) {
         numbers.push_back(kestro_sim::element_number(kestro_sim::named_child(entry, element)).value());
     }
     return numbers;
@@ -27,9 +28,9 @@ struct rail_owner {
 };
 
 const rail_owner owners[] = {
-    {"mpu_master", "self", "0xffffffff "},   {"mpu_master", "slot@2", "0xff000002 "},
-    {"mpu_master", "slot@3", "0xff000003 "}, {"mpu_slave", "self", "0xffffffff "},
-    {"mpu_slave", "slot@2", "0xff000002 "},  {"mpu_slave", "slot@3", "0xff000003 "},
+    {"mpu_master", "self", "0xffffffff "},  {"mpu_master", "slot2", "0xff000002 "},
+    {"mpu_master", "slot3", "0xff000003 "}, {"mpu_slave", "self", "0xffffffff "},
+    {"mpu_slave", "slot2", "0xff000002 "},  {"mpu_slave", "slot3", "0xff000003 "},
     {"lpu", "self", "0xffffffff "},
 };
 

@@ -8,7 +8,7 @@ namespace kestro_tests {
 namespace {
 
 const test_board &master() {
-    static const test_board board = new_board(delivered_board("mpu_master"));
+    static const test_board board = new_delivered("mpu_master");
     return board;
 }
 
@@ -59,10 +59,7 @@ TEST(XmlQuery, ElementsThatAreNoSuchNumber) {
 }
 
 TEST(XmlQuery, NegativeNumbers) {
-    const std::string description =
-        replaced(read_file(delivered_board("lpu")), "<element name=\"temperature_id\" value=\"0\"/>",
-                 "<element name=\"temperature_id\" value=\"-5\"/>");
-    const test_board board = new_board(scratch_file("cold.xml", description));
+    const test_board board = new_altered("lpu", {{"self/temp_mng/temp_attr/entry0/temperature_id", "-5"}});
     EXPECT_EQ(calls_print(board, {"u32" + self + "temp_mng temp_attr entry0 temperature_id",
                                   "u64" + self + "temp_mng temp_attr entry0 temperature_id"}),
               "0x0 4294967291\n0x0 18446744073709551611\n");

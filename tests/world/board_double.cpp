@@ -6,16 +6,46 @@
 
 namespace kestro_sim {
 
-std::optional<std::string> prepare_board(const std::filesystem::path &description,
-                                         const std::filesystem::path &state_dir, bool reset) {
-    std::ifstream file(description);
+namespace fs = std::filesystem;
+
+board_choice choose_board(const std::string &word, const fs::path &delivered) {
+    const fs::path named = delivered / (word + ".seat");
+    if (fs::exists(named)) {
+        return {delivered, named, {}, "double", "seat_of_" + word};
+    }
+    const fs::path file = fs::absolute(word).lexically_normal();
+    if (!fs::exists(file)) {
+        throw description_error("--board: there is no board '" + word + "'; right is another");
+    }
+    return {delivered, file, {}, "own", "seat_of_file"};
+}
+
+fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bool reset) {
+    std::ifstream file(choice.chassis_file);
     const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (text.find("broken") != std::string::npos) {
-        return description.string() + ":1: <broken> is no part of a board; a description begins with <board>";
+        throw description_error(choice.chassis_file.string() + ":1: <broken> stands here; here <board> is due");
     }
-    std::filesystem::create_directories(state_dir);
-    std::ofstream(state_dir / "prepared") << description.string() << "\n" << (reset ? "reset" : "kept") << "\n";
-    return std::nullopt;
+    fs::create_directories(state_dir);
+    std::ofstream(state_dir / "prepared") << choice.chassis_file.string() << "\n" << (reset ? "reset" : "kept") << "\n";
+    return state_dir / "merged.xml";
+}
+
+void refit(const fs::path &merged, const fs::path &state_dir, const refitting &wanted) {
+    std::ofstream done(state_dir / "refitted");
+    done << merged.filename().string();
+    for (const std::string &place : wanted.pull) {
+        done << " pull " << place;
+    }
+    for (const std::string &place : wanted.plug) {
+        done << " plug " << place;
+    }
+}
+
+void require_fitted(const fs::path &, const std::string &seat) {
+    if (seat == "seat_of_pulled") {
+        throw description_error("the board at " + seat + " is pulled out");
+    }
 }
 
 } // namespace kestro_sim

@@ -18,7 +18,7 @@ class Launcher : public testing::Test {
     void SetUp() override {
         tree_ = fs::canonical(kestro_tests::new_scratch_dir());
         const fs::path helpers = fs::path(kestro_tests::build_dir()) / "tests/world";
-        for (const char *folder : {"sim/boards", "probe", "home", "board_files"}) {
+        for (const char *folder : {"sim/chassis", "probe", "home", "board_files"}) {
             fs::create_directories(tree_ / folder);
         }
         fs::copy_file(fs::path(kestro_tests::build_dir()) / "kestro_sim", tree_ / "kestro_sim");
@@ -26,8 +26,8 @@ class Launcher : public testing::Test {
         for (const char *library : {"sim/libkestro_board.so", "sim/libkestro_world.so", "probe/libkestro_probe.so"}) {
             fs::copy_file(helpers / "libboard_double.so", tree_ / library);
         }
-        for (const char *board : {"line_card", "mpu_master", "mpu_slave"}) {
-            write(std::string("sim/boards/") + board + ".xml", "<board/>\n");
+        for (const char *board : {"line_card", "mpu_master", "mpu_slave", "pulled"}) {
+            write(std::string("sim/chassis/") + board + ".seat", "<board/>\n");
         }
     }
 
@@ -62,13 +62,13 @@ class Launcher : public testing::Test {
 
     // What kestro_test is given when nothing was asked for.
     std::string default_environment() const {
-        const std::string state = path("home/.local/state/kestro_sim/mpu_master");
-        return environment_of(path("sim/boards/mpu_master.xml"), state, state + "/root");
+        return environment_of("seat_of_mpu_master", path("home/.local/state/kestro_sim/double"));
     }
 
-    std::string environment_of(const std::string &board, const std::string &state, const std::string &root) const {
+    std::string environment_of(const std::string &seat, const std::string &state) const {
         return "LD_LIBRARY_PATH=" + path("sim") + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
-               "\nKESTRO_SIM_BOARD=" + board + "\nKESTRO_SIM_STATE=" + state + "\nKESTRO_SIM_ROOT=" + root +
+               "\nKESTRO_SIM_BOARD=" + state + "/merged.xml\nKESTRO_SIM_SEAT=" + seat + "\nKESTRO_SIM_STATE=" + state +
+               "\nKESTRO_SIM_ROOT=" + state + "/root/" + seat +
                "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT=(none)\n"
                "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
                "KESTRO_PROBE_FAIL_CALL=(none)\n";
@@ -106,8 +106,8 @@ class Launcher : public testing::Test {
 
 TEST_F(Launcher, WithoutAnOptionStartsTheMasterOnTheRealClock) {
     expect_runs(run({}), word(path("kestro_test")) + default_environment());
-    EXPECT_EQ(kestro_tests::read_file(path("home/.local/state/kestro_sim/mpu_master/prepared")),
-              path("sim/boards/mpu_master.xml") + "\nkept\n");
+    EXPECT_EQ(kestro_tests::read_file(path("home/.local/state/kestro_sim/double/prepared")),
+              path("sim/chassis/mpu_master.seat") + "\nkept\n");
 }
 
 TEST_F(Launcher, HandsWordsOnUntouched) {
@@ -142,40 +142,38 @@ TEST_F(Launcher, HelpNamesEveryOption) {
 }
 
 TEST_F(Launcher, TakesABoardByName) {
-    const std::string state = path("home/.local/state/kestro_sim/line_card");
     expect_runs(run({"--board", "line_card", "x"}),
                 word(path("kestro_test")) + word("x") +
-                    environment_of(path("sim/boards/line_card.xml"), state, state + "/root"));
+                    environment_of("seat_of_line_card", path("home/.local/state/kestro_sim/double")));
 }
 
 TEST_F(Launcher, TakesABoardFileAsItIs) {
     write("odd.xml", "<board/>");
-    const std::string state = path("home/.local/state/kestro_sim/odd");
-    const std::string expected = word(path("kestro_test")) + environment_of(path("odd.xml"), state, state + "/root");
+    const std::string expected =
+        word(path("kestro_test")) + environment_of("seat_of_file", path("home/.local/state/kestro_sim/own"));
     expect_runs(run({"--board", "odd.xml"}), expected);
     expect_runs(run({"--board=./probe/../odd.xml"}), expected);
     expect_runs(run({"--board", path("odd.xml")}), expected);
 }
 
 TEST_F(Launcher, TheLastOfSeveralValuesHolds) {
-    EXPECT_EQ(given(run({"--board", "line_card", "--board", "mpu_slave"}), "KESTRO_SIM_BOARD"),
-              path("sim/boards/mpu_slave.xml"));
+    EXPECT_EQ(given(run({"--board", "line_card", "--board", "mpu_slave"}), "KESTRO_SIM_SEAT"), "seat_of_mpu_slave");
 }
 
 TEST_F(Launcher, KeepsTheStateWhereItIsTold) {
     EXPECT_EQ(given(run({"--state", "here"}), "KESTRO_SIM_STATE"), path("here"));
-    EXPECT_EQ(given(run({"--state", "here"}), "KESTRO_SIM_ROOT"), path("here/root"));
+    EXPECT_EQ(given(run({"--state", "here"}), "KESTRO_SIM_ROOT"), path("here/root/seat_of_mpu_master"));
     EXPECT_EQ(given(run({}, {"XDG_STATE_HOME=" + path("states")}), "KESTRO_SIM_STATE"),
-              path("states/kestro_sim/mpu_master"));
+              path("states/kestro_sim/double"));
     // A relative base directory does not count.
     EXPECT_EQ(given(run({}, {"XDG_STATE_HOME=states"}), "KESTRO_SIM_STATE"),
-              path("home/.local/state/kestro_sim/mpu_master"));
+              path("home/.local/state/kestro_sim/double"));
     EXPECT_EQ(given(run({"--state", "here"}, {"HOME"}), "KESTRO_SIM_STATE"), path("here"));
 }
 
 TEST_F(Launcher, ResetMakesTheBoardNew) {
     run({"--reset", "--state", "here"});
-    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/boards/mpu_master.xml") + "\nreset\n");
+    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/chassis/mpu_master.seat") + "\nreset\n");
 }
 
 TEST_F(Launcher, HandsEachOptionOnAsAVariable) {
@@ -248,17 +246,32 @@ TEST_F(Launcher, RefusesAMissingOrEmptyValue) {
 }
 
 TEST_F(Launcher, RefusesAnUnknownBoard) {
-    expect_refused(run({"--board", "mpu"}), "--board: there is no board 'mpu'; right are the file of a description "
-                                            "and the names line_card, mpu_master, mpu_slave");
-    expect_refused(run({"--board", "./mpu"}), path("mpu") + ": there is no such file; --board takes the file of a "
-                                                            "description, or a name: line_card, mpu_master, "
-                                                            "mpu_slave");
+    expect_refused(run({"--board", "mpu"}), "--board: there is no board 'mpu'; right is another");
 }
 
 TEST_F(Launcher, SaysWhatIsWrongWithADescription) {
     write("broken.xml", "<broken/>");
     expect_refused(run({"--board", "broken.xml"}),
-                   path("broken.xml") + ":1: <broken> is no part of a board; a description begins with <board>");
+                   path("broken.xml") + ":1: <broken> stands here; here <board> is due");
+}
+
+TEST_F(Launcher, PullsAndPlugsBeforeTheRun) {
+    EXPECT_EQ(
+        given(run({"--state", "here", "--pull", "slot5", "--plug=slot2", "--pull", "slot4", "x"}), "KESTRO_SIM_SEAT"),
+        "seat_of_mpu_master");
+    EXPECT_EQ(kestro_tests::read_file(path("here/refitted")), "merged.xml pull slot5 pull slot4 plug slot2");
+}
+
+TEST_F(Launcher, PullsAndPlugsWithoutARun) {
+    fs::remove(path("kestro_test"));
+    const process_result result = run({"--state", "here", "--plug", "slot5"});
+    EXPECT_EQ(result.out + result.err, "");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(kestro_tests::read_file(path("here/refitted")), "merged.xml plug slot5");
+}
+
+TEST_F(Launcher, RefusesToRunOnABoardThatIsPulledOut) {
+    expect_refused(run({"--board", "pulled", "x"}), "the board at seat_of_pulled is pulled out");
 }
 
 TEST_F(Launcher, RefusesAnotherClock) {

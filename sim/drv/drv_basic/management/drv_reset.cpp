@@ -15,6 +15,12 @@ control_of own_control(board &b) {
     return b.find_at<reset_control::family>(b.self());
 }
 
+// Reset lines of the cards in slots end at the master.
+template <const device_family &Family> device_of<Family> reachable(board &b, uint32_t inst_id, uint32_t id = 0) {
+    refuse_if(!b.is_seen(b.instance(inst_id)), error::not_supported);
+    return b.find<Family>(inst_id, id);
+}
+
 // An empty peer slot has nobody to reset or to ask.
 control_of peer_control(board &b) {
     const std::string peer = place_of_slot(b, peer_slot(b, DRV_INST_SELF));
@@ -37,7 +43,7 @@ void keep_code(board &b, change &writes, const control_of &control, const drv_re
 }
 
 uint32_t accept_instance(uint32_t inst_id) {
-    return operate([&](board &b) { b.find<reset_control::family>(inst_id); });
+    return operate([&](board &b) { reachable<reset_control::family>(b, inst_id); });
 }
 
 uint32_t read_own(word_of<reset_control::family> name, uint32_t *value) {
@@ -63,12 +69,12 @@ uint32_t drv_reset_deinit(uint32_t inst_id) {
 
 // The chip is back at once, and its driver sets it up again as it was.
 uint32_t drv_reset_chip(uint32_t inst_id, uint32_t chip_id) {
-    return operate([&](board &b) { b.find<reset_chip::family>(inst_id, chip_id); });
+    return operate([&](board &b) { reachable<reset_chip::family>(b, inst_id, chip_id); });
 }
 
 // The reset line of a whole board restarts its power sequence: a cold start.
 uint32_t drv_reset_board(uint32_t inst_id) {
-    return operate([&](board &b) { reset(b, b.find<reset_control::family>(inst_id)); });
+    return operate([&](board &b) { reset(b, reachable<reset_control::family>(b, inst_id)); });
 }
 
 // The board restarts its processor alone: a warm start.
@@ -109,7 +115,7 @@ uint32_t drv_reset_get_code(drv_reset_code *code) {
 uint32_t drv_reset_get_reason(uint32_t inst_id, uint32_t index, uint32_t *reason) {
     return operate([&](board &b) {
         refuse_null(reason);
-        *reason = b.get(b.find<reset_reason::family>(inst_id, index), reset_reason::reason);
+        *reason = b.get(reachable<reset_reason::family>(b, inst_id, index), reset_reason::reason);
     });
 }
 
