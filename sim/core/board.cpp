@@ -4,8 +4,10 @@
 #include "sim/core/events.h"
 #include "sim/core/fitting.h"
 #include "sim/core/instance.h"
+#include "sim/core/registers.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/time.h"
+#include "sim/devices/management/board_unit.h"
 
 #include <algorithm>
 
@@ -87,7 +89,8 @@ bool board::is_seen(const std::string &place) {
 
 // A chassis that does not say has no two to choose from.
 uint32_t board::master_slot() {
-    return get({chassis(), {"sim_msc", "master"}, 0}, "slot", slot_of_place(seat_).value_or(0));
+    return get_or(device_of<mastership::family>{{chassis(), kind_of(mastership::family), 0}}, mastership::slot,
+                  slot_of_place(seat_).value_or(0));
 }
 
 device board::find(uint32_t inst_id, const device_kind &kind, uint32_t id) {
@@ -112,6 +115,72 @@ std::vector<uint32_t> board::ids(const std::string &instance, const device_kind 
 
 pugi::xml_node board::entry_of(const device &which) {
     return described().entry(which.instance, which.kind.module, which.kind.node, std::to_string(which.id));
+}
+
+bool board::is_described(const device &which) {
+    return !entry_of(which).empty();
+}
+
+std::optional<uint64_t> board::cell(const std::string &key) const {
+    return store_.get(key);
+}
+
+std::optional<uint64_t> board::value(const device &which, const reg &name) {
+    if (const auto written = store_.get(cell_key(which, name.name))) {
+        return written;
+    }
+    if (const auto initial = element_number(named_child(entry_of(which), name.name))) {
+        return initial;
+    }
+    return name.needed == need::reset ? std::optional(name.reset_value) : std::nullopt;
+}
+
+// A text that was written is kept as cells of eight bytes behind one with its length.
+std::optional<std::string> board::text_value(const device &which, const reg &name) {
+    const std::string key = cell_key(which, name.name);
+    const auto length = store_.get(key);
+    if (!length) {
+        return element_text(named_child(entry_of(which), name.name));
+    }
+    std::string text;
+    for (size_t piece = 0; text.size() < *length; ++piece) {
+        const uint64_t bytes = store_.get(key + "/" + std::to_string(piece)).value_or(0);
+        for (size_t i = 0; i < sizeof bytes && text.size() < *length; ++i) {
+            text += static_cast<char>(bytes >> (8 * i) & 0xFFU);
+        }
+    }
+    return text;
+}
+
+uint64_t board::required_value(const device &which, const reg &name) {
+    const auto present = value(which, name);
+    refuse_if(!present, error::not_supported);
+    return *present;
+}
+
+std::string board::required_text(const device &which, const reg &name) {
+    const auto present = text_value(which, name);
+    refuse_if(!present, error::not_supported);
+    return *present;
+}
+
+void board::add(change &writes, const device &which, const reg &name, uint64_t number) {
+    required_value(which, name);
+    refuse_if(!is_in_range(name, number), error::bad_value);
+    writes.put(cell_key(which, name.name), number);
+}
+
+void board::add_text(change &writes, const device &which, const reg &name, const std::string &text) {
+    refuse_if(text.size() > name.text_max, error::bad_value);
+    const std::string key = cell_key(which, name.name);
+    writes.put(key, text.size());
+    for (size_t at = 0; at < text.size(); at += sizeof(uint64_t)) {
+        uint64_t bytes = 0;
+        for (size_t i = 0; i < sizeof bytes && at + i < text.size(); ++i) {
+            bytes |= uint64_t{static_cast<unsigned char>(text[at + i])} << (8 * i);
+        }
+        writes.put(key + "/" + std::to_string(at / sizeof bytes), bytes);
+    }
 }
 
 uint64_t board::get_wide(const device &which, const char *name) {

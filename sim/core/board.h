@@ -5,7 +5,12 @@
 // named as the element that describes its initial value, so the two cannot drift apart:
 //
 //   <module name="sim_voltage"> <node name="rail"> <entry name="3"> <element name="millivolts" value="3300"/>
-//      kind {"sim_voltage", "rail"}, id 3, register "millivolts"
+//      family {"sim_voltage", "rail"}, id 3, register rail::millivolts
+//
+// Device code and drivers reach registers through the family that declares them (family.h):
+//
+//   const auto which = b.find<rail::family>(inst_id, voltage_id);
+//   *value = b.get(which, rail::millivolts);
 //
 // One state serves the whole chassis: places are absolute, whatever the seat. A board is used within one driver
 // operation (operation.h), which holds the lock of the state directory.
@@ -13,11 +18,14 @@
 
 #include "sim/core/description.h"
 #include "sim/core/errors.h"
+#include "sim/core/family.h"
 #include "sim/core/store.h"
 
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -35,6 +43,21 @@ struct device {
     device_kind kind;
     uint32_t id;
 };
+
+constexpr device_kind kind_of(const device_family &family) {
+    return {family.module, family.node};
+}
+
+template <const device_family &Family> struct device_of : device {};
+
+// One of the writes of put_all().
+template <const device_family &Family> struct written {
+    written_of<Family> which;
+    uint64_t value;
+};
+
+// The name under which the store keeps a register.
+std::string cell_key(const device &which, const char *name);
 
 class board {
   public:
@@ -78,19 +101,89 @@ class board {
     // The slot of the main processing unit that is the master.
     uint32_t master_slot();
 
-    // not_supported when the instance has no device of that kind at all, no_such_device when it has others.
+    // not_supported when the instance has no device of the family at all, no_such_device when it has others.
+    template <const device_family &Family> device_of<Family> find(uint32_t inst_id, uint32_t id = 0) {
+        return {find(inst_id, kind_of(Family), id)};
+    }
+    template <const device_family &Family> device_of<Family> find_at(const std::string &instance, uint32_t id = 0) {
+        return {find_at(instance, kind_of(Family), id)};
+    }
+    template <const device_family &Family> std::vector<device_of<Family>> all_at(const std::string &instance) {
+        std::vector<device_of<Family>> devices;
+        for (const uint32_t id : ids(instance, kind_of(Family))) {
+            devices.push_back({{instance, kind_of(Family), id}});
+        }
+        return devices;
+    }
+
+    // A register's present value: what was written last, else what the description says, else the family's reset
+    // value. Without any of them it is refused as not_supported.
+    template <const device_family &Family>
+    uint32_t get(const device_of<Family> &which, std::type_identity_t<word_of<Family>> name) {
+        return static_cast<uint32_t>(required_value(which, *name));
+    }
+    template <const device_family &Family>
+    uint32_t get_or(const device_of<Family> &which, std::type_identity_t<word_of<Family>> name, uint32_t otherwise) {
+        return static_cast<uint32_t>(value(which, *name).value_or(otherwise));
+    }
+    template <const device_family &Family>
+    uint64_t get_wide(const device_of<Family> &which, std::type_identity_t<numeric_of<Family>> name) {
+        return required_value(which, *name);
+    }
+    template <const device_family &Family>
+    bool has(const device_of<Family> &which, std::type_identity_t<numeric_of<Family>> name) {
+        return value(which, *name).has_value();
+    }
+    template <const device_family &Family>
+    std::string text(const device_of<Family> &which, std::type_identity_t<text_of<Family>> name) {
+        return required_text(which, *name);
+    }
+
+    // Refuses a value beyond the register's range (bad_value) and a register that the device lacks (not_supported).
+    template <const device_family &Family>
+    void put(const device_of<Family> &which, std::type_identity_t<written_of<Family>> name, uint64_t number) {
+        change writes;
+        add(writes, which, *name, number);
+        commit(writes);
+    }
+    template <const device_family &Family>
+    void put(change &writes, const device_of<Family> &which, std::type_identity_t<written_of<Family>> name,
+             uint64_t number) {
+        add(writes, which, *name, number);
+    }
+    // Also where the device has no such register yet: what it keeps of its own accord.
+    template <const device_family &Family>
+    void keep(change &writes, const device_of<Family> &which, std::type_identity_t<written_of<Family>> name,
+              uint64_t number) {
+        writes.put(cell_key(which, (*name).name), number);
+    }
+    // Registers that belong together change together.
+    template <const device_family &Family>
+    void put_all(const device_of<Family> &which, std::initializer_list<std::type_identity_t<written<Family>>> values) {
+        change writes;
+        for (const written<Family> &one : values) {
+            add(writes, which, *one.which, one.value);
+        }
+        commit(writes);
+    }
+
+    // Below the families: for what goes over all of them, and for register spaces.
+    std::optional<uint64_t> value(const device &which, const reg &name);
+    std::optional<std::string> text_value(const device &which, const reg &name);
+    bool is_described(const device &which);
+    std::optional<uint64_t> cell(const std::string &key) const;
+    void add(change &writes, const device &which, const reg &name, uint64_t number);
+    void add_text(change &writes, const device &which, const reg &name, const std::string &text);
+
+    // By names, for what has no family of its own yet.
     device find(uint32_t inst_id, const device_kind &kind, uint32_t id);
     device find_at(const std::string &instance, const device_kind &kind, uint32_t id);
     std::vector<uint32_t> ids(const std::string &instance, const device_kind &kind);
 
-    // A register's present value: what was written last, else what the description says. Without a reset value, an
-    // undescribed register is refused as not_supported.
     uint32_t get(const device &which, const char *name);
     uint32_t get(const device &which, const char *name, uint32_t reset_value);
     uint64_t get_wide(const device &which, const char *name);
     void put(const device &which, const char *name, uint64_t value);
-
-    // Registers that belong together change together.
     void put_all(const device &which, std::initializer_list<std::pair<const char *, uint64_t>> values);
 
     // What the description alone says.
@@ -111,6 +204,8 @@ class board {
 
   private:
     pugi::xml_node entry_of(const device &which);
+    uint64_t required_value(const device &which, const reg &name);
+    std::string required_text(const device &which, const reg &name);
 
     std::filesystem::path description_file_;
     std::filesystem::path state_dir_;
@@ -118,8 +213,5 @@ class board {
     store store_;
     std::unique_ptr<description> description_;
 };
-
-// The name under which the store keeps a register.
-std::string cell_key(const device &which, const char *name);
 
 } // namespace kestro_sim

@@ -337,6 +337,7 @@ class chassis_maker {
             fill_lists(sources_, place);
         }
         validate_form(*made_);
+        validate_families(*made_);
         validate_devices(*made_);
     }
 

@@ -1,21 +1,21 @@
 // Two registers of each place: whether it is pulled out, and how often that has changed.
 #include "sim/core/fitting.h"
 
-#include "sim/core/restart.h"
+#include "sim/devices/chassis/slots.h"
+#include "sim/devices/management/restart.h"
 
 namespace kestro_sim {
 
 namespace {
 
-device fitting_of(const std::string &place) {
-    return {place, {"sim_chassis", "place"}, 0};
+device_of<fitting::family> fitting_of(const std::string &place) {
+    return {{place, kind_of(fitting::family), 0}};
 }
 
 // The one way by which a place changes: who waits for boards to come and go hears of it here.
 void set_pulled(board &b, change &writes, const std::string &place, bool pulled) {
-    const device fitting = fitting_of(place);
-    writes.put(cell_key(fitting, "pulled"), pulled ? 1 : 0);
-    writes.put(cell_key(fitting, "changes"), presence_changes(b, place) + 1U);
+    b.keep(writes, fitting_of(place), fitting::pulled, pulled ? 1 : 0);
+    b.keep(writes, fitting_of(place), fitting::changes, presence_changes(b, place) + 1U);
 }
 
 void switch_on(board &b, change &writes, const std::string &place) {
@@ -35,11 +35,11 @@ std::string pulled_key(const std::string &place) {
 }
 
 bool is_pulled(board &b, const std::string &place) {
-    return b.get(fitting_of(place), "pulled", 0) != 0;
+    return b.get(fitting_of(place), fitting::pulled) != 0;
 }
 
 uint32_t presence_changes(board &b, const std::string &place) {
-    return b.get(fitting_of(place), "changes", 0);
+    return b.get(fitting_of(place), fitting::changes);
 }
 
 void pull(board &b, const std::string &place) {

@@ -3,6 +3,7 @@
 
 #include "sim/core/state_dir.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>

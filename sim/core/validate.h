@@ -8,10 +8,11 @@ namespace kestro_sim {
 // The form: level tags, names, numbering, values.
 void validate_form(const description &board);
 
-// What the simulated devices need to be built: identity, EEPROM layouts, storage.
-void validate_devices(const description &board);
+// The registers of the simulated devices, family by family.
+void validate_families(const description &board);
 
-// The registers of board management, sub-boards and the management bus: every name is known.
-void validate_board_devices(const description &board);
+// What one register cannot tell by itself: labels fit their sections, sections do not overlap, layouts are there.
+// Values are good already.
+void validate_devices(const description &board);
 
 } // namespace kestro_sim

@@ -1,4 +1,5 @@
-// What a description must hold so that the simulator can build the board's stored identity from it.
+// What a description must hold so that the simulator can build the board's stored identity from it. Each register by
+// itself has been checked against its family.
 #include "sim/core/eeprom.h"
 #include "sim/core/mac_area.h"
 #include "sim/core/validate.h"
@@ -10,8 +11,6 @@ namespace kestro_sim {
 
 namespace {
 
-constexpr uint64_t eeprom_limit = 1U << 20;
-constexpr uint64_t image_limit = 1U << 30;
 constexpr size_t barcode_size = 128;
 
 pugi::xml_node require_child(const description &board, pugi::xml_node parent, const std::string &tag,
@@ -23,46 +22,25 @@ pugi::xml_node require_child(const description &board, pugi::xml_node parent, co
     return child;
 }
 
-uint64_t require_number(const description &board, pugi::xml_node entry, const std::string &name, uint64_t max,
-                        const std::string &purpose) {
-    const pugi::xml_node element = require_child(board, entry, "element", name, purpose);
-    const auto number = element_number(element);
-    if (!number || *number > max) {
-        board.fail(element, "element '" + name + "' is no number up to " + std::to_string(max), "it holds " + purpose);
-    }
-    return *number;
-}
-
-std::string require_text(const description &board, pugi::xml_node entry, const std::string &name, size_t max,
-                         const std::string &purpose) {
-    const pugi::xml_node element = require_child(board, entry, "element", name, purpose);
-    const auto text = element_text(element);
-    if (!text || text->size() > max) {
-        board.fail(element, "element '" + name + "' is no text of at most " + std::to_string(max) + " bytes",
+void limit_text(const description &board, pugi::xml_node entry, size_t max, const std::string &purpose) {
+    const pugi::xml_node element = named_child(entry, "text");
+    if (element_text(element).value_or("").size() > max) {
+        board.fail(element, "element 'text' is no text of at most " + std::to_string(max) + " bytes",
                    "it holds " + purpose);
     }
-    return *text;
 }
 
-uint64_t require_id(const description &board, pugi::xml_node entry, uint64_t max) {
-    const std::string name = entry.attribute("name").value();
-    const auto id = parse_number(name);
-    if (!id || *id > max || name != std::to_string(*id)) {
-        board.fail(entry, "entry '" + name + "' is no number up to " + std::to_string(max),
-                   "entries of devices are named by their plain number");
-    }
-    return *id;
+uint32_t id_of(pugi::xml_node entry) {
+    return static_cast<uint32_t>(parse_number(entry.attribute("name").value()).value_or(0));
 }
 
 void check_layout(const description &board, pugi::xml_node layout) {
     std::vector<eeprom_section> sections;
     for (const pugi::xml_node entry : layout.children("entry")) {
-        require_id(board, entry, UINT32_MAX);
-        require_number(board, entry, "offset", eeprom_limit, "the first byte of the EEPROM section");
-        if (require_number(board, entry, "size", eeprom_limit, "the bytes of the EEPROM section") == 0) {
+        const eeprom_section section = section_of(entry);
+        if (section.size == 0) {
             board.fail(entry, "the section has no bytes", "give it a size");
         }
-        const eeprom_section section = section_of(entry);
         for (const eeprom_section &other : sections) {
             if (section.offset < other.offset + other.size && other.offset < section.offset + section.size) {
                 board.fail(entry, "the section lies over section " + std::to_string(other.id),
@@ -79,16 +57,17 @@ void check_labels(const description &board, pugi::xml_node module, const std::st
         if (!elabel) {
             board.fail(entry, "the EEPROM layout has no section for labels", "leave the label out");
         }
-        require_id(board, entry, 0);
-        require_text(board, entry, "text", elabel->size, "the electronic label");
+        limit_text(board, entry, elabel->size, "the electronic label");
     }
     const auto barcodes = find_section(board, instance, barcode_section);
     for (const pugi::xml_node entry : named_child(module, "barcode").children("entry")) {
         if (!barcodes || barcodes->size < barcode_size) {
             board.fail(entry, "the EEPROM layout has no section for bar codes", "leave the bar code out");
         }
-        require_id(board, entry, barcodes->size / barcode_size - 1);
-        require_text(board, entry, "text", barcode_size, "the bar code");
+        if (id_of(entry) >= barcodes->size / barcode_size) {
+            board.fail(entry, "the section has no room for bar code " + std::to_string(id_of(entry)),
+                       "the last one is " + std::to_string(barcodes->size / barcode_size - 1));
+        }
     }
 }
 
@@ -103,20 +82,17 @@ void check_macs(const description &board, pugi::xml_node module, const std::stri
             board.fail(entry, "the EEPROM layout has room for " + std::to_string(capacity) + " MAC address types",
                        "leave this one out");
         }
-        require_id(board, entry, mac_type_max);
-        require_number(board, entry, "count", mac_count_max, "how many addresses the type has");
-        require_number(board, entry, "base", 0xFFFFFFFFFFFFU, "the first address, as a number of 48 bits");
     }
 }
 
 void check_sections(const description &board, pugi::xml_node module, const std::string &instance) {
     for (const pugi::xml_node entry : named_child(module, "section").children("entry")) {
-        const auto id = static_cast<uint32_t>(require_id(board, entry, UINT32_MAX));
+        const uint32_t id = id_of(entry);
         const auto section = find_section(board, instance, id);
         if (!section) {
             board.fail(entry, "the EEPROM layout has no section " + std::to_string(id), "use one that it has");
         }
-        require_text(board, entry, "text", section->size, "what the section starts with");
+        limit_text(board, entry, section->size, "what the section starts with");
     }
 }
 
@@ -124,8 +100,7 @@ void check_identity(const description &board, pugi::xml_node module) {
     const std::string instance = module.parent().attribute("name").value();
     const pugi::xml_node eeprom = require_child(board, module, "node", "eeprom", "the identity EEPROM");
     const pugi::xml_node entry = require_child(board, eeprom, "entry", "0", "the first identity EEPROM");
-    const std::string layout = require_text(board, entry, "layout", 64, "the name of the EEPROM's layout");
-    require_number(board, entry, "device_id", UINT32_MAX, "the EEPROM's device number");
+    const std::string layout = element_text(named_child(entry, "layout")).value_or("");
     if (!eeprom_layout(board, instance)) {
         board.fail(entry, "there is no EEPROM layout '" + layout + "'",
                    "name a node of module sim_eeprom_layout of the chassis, or describe it there");
@@ -142,8 +117,6 @@ void check_storage(const description &board, pugi::xml_node entry) {
         board.fail(entry, "'" + name + "' is no name for an image",
                    "use small letters, digits, _ and -; names with eeprom in front are taken");
     }
-    require_number(board, entry, "size", image_limit, "the image's bytes");
-    require_number(board, entry, "fill", 0xFF, "the byte that the new image is filled with");
 }
 
 } // namespace
@@ -165,7 +138,6 @@ void validate_devices(const description &board) {
             check_storage(board, entry);
         }
     }
-    validate_board_devices(board);
 }
 
 } // namespace kestro_sim

@@ -4,6 +4,7 @@
 #include "sim/core/prepare.h"
 #include "sim/core/state_check.h"
 #include "sim/core/time.h"
+#include "sim/launcher/hand.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -227,12 +228,13 @@ bool launch(const launch_options &options) {
     set_probe_environment(options);
     set_loader_environment(options, parts);
     const fs::path merged = prepare_board(board, state, options.reset);
-    if (options.has_hand()) {
+    if (!options.pull.empty() || !options.plug.empty()) {
         refit(merged, state, wanted);
     }
     if (options.accept_images) {
         accept_images(state);
     }
+    act_by_hand(options, merged, state);
     if (!is_run) {
         return true;
     }

@@ -36,12 +36,35 @@ void describe_options(CLI::App &app, launch_options &options) {
             ->expected(1)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     }
+    // These three are taken out of the line beforehand: their order counts.
+    app.add_option("--list", "show registers: all, or those at and below a path")->type_name("PATH")->expected(0, 1);
+    app.add_option("--get", "print the value of a register")->type_name("PATH");
+    app.add_option("--set", "set a register; may be repeated")->type_name("PATH=VALUE");
 }
 
 struct split_line {
     std::vector<std::string> options;
+    std::vector<hand_action> by_hand;
     std::vector<std::string> words;
 };
+
+std::optional<hand_action::kind> kind_of_hand(std::string_view name) {
+    if (name == "--list") {
+        return hand_action::kind::list;
+    }
+    if (name == "--get") {
+        return hand_action::kind::get;
+    }
+    if (name == "--set") {
+        return hand_action::kind::set;
+    }
+    return std::nullopt;
+}
+
+// The path of --list may be left out; a word behind it is taken for one.
+bool is_bare_list(hand_action::kind kind, const std::vector<std::string> &line, size_t at) {
+    return kind == hand_action::kind::list && (at + 1 == line.size() || line[at + 1].starts_with('-'));
+}
 
 // Takes one option, and its value where it stands apart; gives the arguments used.
 size_t take_option(const CLI::App &app, const std::vector<std::string> &line, size_t at, split_line &split) {
@@ -52,7 +75,12 @@ size_t take_option(const CLI::App &app, const std::vector<std::string> &line, si
         throw launch_error(name, "there is no such option",
                            "kestro_sim --help lists them, and words for kestro_test that begin with - follow --");
     }
-    if (option->get_items_expected_min() == 0) {
+    const auto by_hand = kind_of_hand(name);
+    if (by_hand && name == argument && is_bare_list(*by_hand, line, at)) {
+        split.by_hand.push_back({*by_hand, ""});
+        return 1;
+    }
+    if (option->get_items_expected_max() == 0) {
         split.options.push_back(argument);
         return 1;
     }
@@ -63,6 +91,10 @@ size_t take_option(const CLI::App &app, const std::vector<std::string> &line, si
     const std::string value = joined ? argument.substr(name.size() + 1) : line[at + 1];
     if (value.empty()) {
         throw launch_error(name, "its value is empty", "right is " + name + " " + option->get_type_name());
+    }
+    if (by_hand) {
+        split.by_hand.push_back({*by_hand, value});
+        return joined ? 1 : 2;
     }
     // Joined, a value that looks like an option is still this option's value.
     split.options.push_back(name + "=" + value);
@@ -142,6 +174,7 @@ std::optional<launch_options> read_options(int count, char **arguments) {
         throw launch_error("command line", problem.what(), "kestro_sim --help shows how it is written");
     }
     check_values(options);
+    options.by_hand = std::move(split.by_hand);
     options.words = std::move(split.words);
     return options;
 }

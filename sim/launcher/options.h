@@ -1,6 +1,8 @@
 // The launcher's command line.
 #pragma once
 
+#include "sim/core/hand.h"
+
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -31,11 +33,12 @@ struct launch_options {
     bool accept_images = false;
     std::vector<std::string> pull; // places
     std::vector<std::string> plug;
-    std::vector<std::string> words; // kestro_test's own
+    std::vector<hand_action> by_hand; // in the order of the command line
+    std::vector<std::string> words;   // kestro_test's own
 
     // What the technician does to the chassis; without words for kestro_test it is all that is done.
     bool has_hand() const {
-        return accept_images || !pull.empty() || !plug.empty();
+        return accept_images || !pull.empty() || !plug.empty() || !by_hand.empty();
     }
 };
 

@@ -116,9 +116,9 @@ INSTANTIATE_TEST_SUITE_P(Boards, DeliveredBoard, testing::Values("mpu_master", "
 
 TEST(BoardDescription, RegistersAreKnownByName) {
     expect_said({"name=\"bus_fault\"", "name=\"bus_falt\""},
-                "unknown element 'bus_falt'; a device of node dimm has: maker, site, year, week, serial, part_number, "
-                "revision, chip_maker, stepping, celsius, bus_fault");
-    expect_said({"<node name=\"link\">", "<node name=\"links\">"}, "unknown node 'links'; sim_smb has: link");
+                "unknown element 'bus_falt' of a memory module; the nearest is 'bus_fault'");
+    expect_said({"<node name=\"link\">", "<node name=\"links\">"},
+                "unknown node 'links' of sim_smb; the nearest is 'link'");
 }
 
 TEST(BoardDescription, DevicesAreNamedByNumbers) {
@@ -130,11 +130,35 @@ TEST(BoardDescription, DevicesAreNamedByNumbers) {
 
 TEST(BoardDescription, TextsAndNumbersAreToldApart) {
     expect_said({"name=\"part_number\" text=\"DIMM-4G-DDR4-2400-72\"", "name=\"part_number\" value=\"5\""},
-                "element 'part_number' is no text of at most 20 bytes; give it text=\"...\"");
+                "element 'part_number' is not a text of at most 20 bytes; it holds its part number");
     expect_said({"text=\"DIMM-4G-DDR4-2400-72\"", "text=\"DIMM-4G-DDR4-2400-72E\""},
-                "element 'part_number' is no text of at most 20 bytes; give it text=\"...\"");
+                "element 'part_number' is not a text of at most 20 bytes; it holds its part number");
     expect_said({"name=\"power_watts\" value=\"240\"", "name=\"power_watts\" text=\"240\""},
-                "element 'power_watts' is no number; give it value=\"a number\"");
+                "element 'power_watts' is not a number from 0 to 10000 (W); it holds the power that it may draw");
+}
+
+TEST(BoardDescription, EveryFamilyKnowsItsNames) {
+    expect_said({"name=\"millivolts\"", "name=\"milivolts\""},
+                "unknown element 'milivolts' of a voltage rail; the nearest is 'millivolts'");
+    expect_said({"name=\"color\"", "name=\"colour\""}, "unknown element 'colour' of a lamp; the nearest is 'color'");
+    expect_said({"name=\"is_output\"", "name=\"direction\""},
+                "unknown element 'direction' of a pin of the processor; there are level, is_output");
+    expect_said({"module name=\"sim_led\"", "module name=\"sim_lde\""},
+                "unknown module 'sim_lde'; the nearest is 'sim_led'");
+}
+
+TEST(BoardDescription, ValuesAreWithinTheirRanges) {
+    expect_said({"name=\"color\" value=\"1\"", "name=\"color\" value=\"4\""},
+                "element 'color' is not 0 off, 1 green, 2 red, 3 yellow; it holds what it shows");
+    expect_said({"name=\"is_output\" value=\"0\"", "name=\"is_output\" value=\"2\""},
+                "element 'is_output' is not 0 or 1; it holds whether the processor drives it");
+    expect_said({"name=\"celsius\" value=\"38\"", "name=\"celsius\" value=\"-65\""},
+                "element 'celsius' is not a number from -64 to 191 (degrees Celsius); it holds how hot it is");
+}
+
+TEST(BoardDescription, WhatADeviceCannotDoWithoutIsThere) {
+    expect_said({"<element name=\"freq_max\" value=\"100\"/>", ""},
+                "element 'freq_max' is missing here; it holds the fastest it blinks");
 }
 
 } // namespace kestro_tests

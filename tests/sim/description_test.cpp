@@ -164,14 +164,15 @@ TEST(Description, EveryBoardHasAnIdentity) {
                 "1: module 'sim_identity' of the board is missing; it holds the identity EEPROM, without which no "
                 "board can be built");
     expect_said_with("<node name=\"eeprom\">", "<node name=\"eprom\">",
-                     "20: node 'eeprom' is missing here; it holds the identity EEPROM");
+                     "21: unknown node 'eprom' of sim_identity; the nearest is 'eeprom'");
     expect_said_with("text=\"plain\"", "text=\"fancy\"",
                      "22: there is no EEPROM layout 'fancy'; name a node of module sim_eeprom_layout of the "
                      "chassis, or describe it there");
     expect_said_with("<element name=\"device_id\" value=\"0\"/>", "",
                      "22: element 'device_id' is missing here; it holds the EEPROM's device number");
-    expect_said_with("<element name=\"device_id\" value=\"0\"/>", "<element name=\"device_id\" text=\"0\"/>",
-                     "24: element 'device_id' is no number up to 4294967295; it holds the EEPROM's device number");
+    expect_said_with(
+        "<element name=\"device_id\" value=\"0\"/>", "<element name=\"device_id\" text=\"0\"/>",
+        "24: element 'device_id' is not a number from 0 to 4294967295; it holds the EEPROM's device number");
 }
 
 TEST(Description, EepromSections) {
@@ -182,9 +183,8 @@ TEST(Description, EepromSections) {
                      "14: the section lies over section 0; sections have bytes of their own");
     expect_said_with("<element name=\"size\" value=\"28\"/>", "<element name=\"size\" value=\"0\"/>",
                      "14: the section has no bytes; give it a size");
-    expect_said_with(
-        "<entry name=\"8\">", "<entry name=\"mac\">",
-        "14: entry 'mac' is no number up to 4294967295; entries of devices are named by their plain number");
+    expect_said_with("<entry name=\"8\">", "<entry name=\"mac\">",
+                     "14: entry 'mac' is no number; entries of devices are named by their plain number");
 }
 
 TEST(Description, StoredIdentityFitsItsSections) {
@@ -197,15 +197,17 @@ TEST(Description, StoredIdentityFitsItsSections) {
                      "28: the EEPROM layout has no section for bar codes; leave the bar code out");
     expect_said_with(
         "value=\"0x020000000001\"", "value=\"0x1020000000001\"",
-        "33: element 'base' is no number up to 281474976710655; it holds the first address, as a number of "
-        "48 bits");
+        "33: element 'base' is not a number from 0x00000000 to 0xffffffffffff; it holds the first address, as a number "
+        "of 48 bits");
     expect_said_with(
         "<node name=\"mac\">",
         "<node name=\"mac\"><entry name=\"2\"><element name=\"count\" value=\"1\"/><element name=\"base\" "
         "value=\"1\"/></entry><entry name=\"3\"><element name=\"count\" value=\"1\"/><element name=\"base\" "
         "value=\"2\"/></entry>",
         "31: the EEPROM layout has room for 2 MAC address types; leave this one out");
-    expect_said_with("<node name=\"mac\">", "<node name=\"section\"><entry name=\"7\"/></node>\n<node name=\"mac\">",
+    expect_said_with("<node name=\"mac\">",
+                     "<node name=\"section\"><entry name=\"7\"><element name=\"text\" "
+                     "text=\"x\"/></entry></node>\n<node name=\"mac\">",
                      "30: the EEPROM layout has no section 7; use one that it has");
 }
 
@@ -217,7 +219,9 @@ TEST(Description, StorageImages) {
                 "37: element 'fill' is missing here; it holds the byte that the new image is filled with");
     expect_said(replaced(board, "NAME", "../flash"),
                 "37: name '../flash' holds a blank or a slash; use letters, digits, _, - and @");
-    expect_said(replaced(board, "NAME", "eeprom-self"),
+    const std::string filled =
+        replaced(board, "value=\"4096\"/>", "value=\"4096\"/><element name=\"fill\" value=\"0\"/>");
+    expect_said(replaced(filled, "NAME", "eeprom-self"),
                 "37: 'eeprom-self' is no name for an image; use small letters, digits, _ and -; names with eeprom in "
                 "front are taken");
 }

@@ -12,7 +12,8 @@ namespace kestro_sim {
 
 class identity {
   public:
-    // Refuses an empty place, one whose identity bus ends elsewhere (no_such_instance), and an instance without EEPROM (not_supported).
+    // Refuses an empty place, one whose identity bus ends elsewhere (no_such_instance), and an instance without EEPROM
+    // (not_supported).
     identity(board &b, uint32_t inst_id);
 
     const std::string &instance() const {

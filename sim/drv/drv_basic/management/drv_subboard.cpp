@@ -1,20 +1,19 @@
-// Sub-boards, by number. Not every sub-board can tell everything: what it has no wires for is not supported.
+// Sub-boards, by number.
 #include "drv_basic/management/drv_subboard.h"
 
+#include "sim/devices/management/subboard.h"
 #include "sim/drv/driver.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind subboards{"sim_subboard", "subboard"};
-
 // A sub-board that is not there can only say that.
-uint32_t read_of_present(uint32_t inst_id, uint32_t subboard_id, const char *name, uint32_t *value) {
+uint32_t read_of_present(uint32_t inst_id, uint32_t subboard_id, word_of<subboard::family> name, uint32_t *value) {
     return operate([&](board &b) {
         refuse_null(value);
-        const device which = b.find(inst_id, subboards, subboard_id);
-        refuse_if(b.get(which, "absent", 0) != 0, error::no_such_instance);
+        const auto which = b.find<subboard::family>(inst_id, subboard_id);
+        refuse_if(subboard::is_absent(b, which), error::no_such_instance);
         *value = b.get(which, name);
     });
 }
@@ -22,25 +21,25 @@ uint32_t read_of_present(uint32_t inst_id, uint32_t subboard_id, const char *nam
 } // namespace
 
 uint32_t drv_subboard_get_type(uint32_t inst_id, uint32_t subboard_id, uint32_t *type) {
-    return read_of_present(inst_id, subboard_id, "type", type);
+    return read_of_present(inst_id, subboard_id, subboard::type, type);
 }
 
 uint32_t drv_subboard_get_pcb_ver(uint32_t inst_id, uint32_t subboard_id, uint32_t *ver) {
-    return read_of_present(inst_id, subboard_id, "pcb_ver", ver);
+    return read_of_present(inst_id, subboard_id, subboard::pcb_ver, ver);
 }
 
 uint32_t drv_subboard_get_bom_ver(uint32_t inst_id, uint32_t subboard_id, uint32_t *ver) {
-    return read_of_present(inst_id, subboard_id, "bom_ver", ver);
+    return read_of_present(inst_id, subboard_id, subboard::bom_ver, ver);
 }
 
 uint32_t drv_subboard_get_bom_id(uint32_t inst_id, uint32_t subboard_id, uint32_t *bom_id) {
-    return read_of_present(inst_id, subboard_id, "bom_id", bom_id);
+    return read_of_present(inst_id, subboard_id, subboard::bom_id, bom_id);
 }
 
 uint32_t drv_subboard_get_online_status(uint32_t inst_id, uint32_t subboard_id, uint32_t *status) {
     return operate([&](board &b) {
         refuse_null(status);
-        *status = b.get(b.find(inst_id, subboards, subboard_id), "absent");
+        *status = b.get(b.find<subboard::family>(inst_id, subboard_id), subboard::absent);
     });
 }
 
@@ -48,7 +47,7 @@ uint32_t drv_subboard_get_online_status_ex(uint32_t inst_id, uint32_t subboard_i
                                            uint32_t size) {
     return operate([&](board &b) {
         refuse_null(status, dfx);
-        const uint32_t absent = b.get(b.find(inst_id, subboards, subboard_id), "absent");
+        const uint32_t absent = b.get(b.find<subboard::family>(inst_id, subboard_id), subboard::absent);
         write_text(dfx, size, absent == 0 ? "" : "sub-board " + std::to_string(subboard_id) + " is absent");
         *status = absent;
     });

@@ -1,34 +1,30 @@
-// Isolation from the switch fabrics, the black box, and the SMI buses with their main and backup source.
+// Switches of the buses, and checks of the SMI buses.
 #include "drv_basic/management/drv_board.h"
 
+#include "sim/devices/management/bus_links.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind fabrics{"sim_board", "sfu"};
-constexpr device_kind black_boxes{"sim_board", "bbox"};
-constexpr device_kind smi{"sim_board", "smi"};
-constexpr device_kind smi_buses{"sim_board", "smi_bus"};
-
-uint32_t set_switch(uint32_t inst_id, const device_kind &kind, uint32_t id, const char *name, uint32_t value) {
-    return operate([&](board &b) {
-        const device which = b.find(inst_id, kind, id);
-        refuse_if(value > 1, error::bad_value);
-        b.get(which, name);
-        b.put(which, name, value);
-    });
+template <const device_family &Family>
+uint32_t set_switch(uint32_t inst_id, uint32_t id, written_of<Family> name, uint32_t value) {
+    return operate([&](board &b) { b.put(b.find<Family>(inst_id, id), name, value); });
 }
 
-uint32_t get_switch(uint32_t inst_id, const device_kind &kind, uint32_t id, const char *name, uint32_t *value) {
+template <const device_family &Family>
+uint32_t get_switch(uint32_t inst_id, uint32_t id, word_of<Family> name, uint32_t *value) {
     return operate([&](board &b) {
         refuse_null(value);
-        *value = b.get(b.find(inst_id, kind, id), name);
+        *value = b.get(b.find<Family>(inst_id, id), name);
     });
 }
 
-void add_bus_fault(board &b, const device &bus, const char *name, const std::string &what, finding &found) {
+using smi_bus_of = device_of<smi_bus::family>;
+
+void add_bus_fault(board &b, const smi_bus_of &bus, word_of<smi_bus::family> name, const std::string &what,
+                   finding &found) {
     if (b.get(bus, name) != 0) {
         add_fault(found, "bus " + std::to_string(bus.id) + ": " + what);
     }
@@ -37,35 +33,35 @@ void add_bus_fault(board &b, const device &bus, const char *name, const std::str
 } // namespace
 
 uint32_t drv_board_set_sfu_isolate(uint32_t inst_id, uint32_t id, uint32_t enable) {
-    return set_switch(inst_id, fabrics, id, "isolate", enable);
+    return set_switch<fabric_link::family>(inst_id, id, fabric_link::isolate, enable);
 }
 
 uint32_t drv_board_get_sfu_isolate(uint32_t inst_id, uint32_t id, uint32_t *value) {
-    return get_switch(inst_id, fabrics, id, "isolate", value);
+    return get_switch<fabric_link::family>(inst_id, id, fabric_link::isolate, value);
 }
 
 uint32_t drv_board_set_sfu_fullin_isolate_en(uint32_t inst_id, uint32_t id, uint32_t enable) {
-    return set_switch(inst_id, fabrics, id, "fullin_isolate_en", enable);
+    return set_switch<fabric_link::family>(inst_id, id, fabric_link::fullin_isolate_en, enable);
 }
 
 uint32_t drv_board_get_sfu_fullin_isolate_en(uint32_t inst_id, uint32_t id, uint32_t *value) {
-    return get_switch(inst_id, fabrics, id, "fullin_isolate_en", value);
+    return get_switch<fabric_link::family>(inst_id, id, fabric_link::fullin_isolate_en, value);
 }
 
 uint32_t drv_board_set_bbox_enable(uint32_t inst_id, uint32_t enable) {
-    return set_switch(inst_id, black_boxes, 0, "enable", enable);
+    return set_switch<black_box::family>(inst_id, 0, black_box::enable, enable);
 }
 
 uint32_t drv_board_set_bbox_time(uint32_t inst_id, uint32_t time_value) {
-    return operate([&](board &b) { b.put(b.find(inst_id, black_boxes, 0), "seconds", time_value); });
+    return operate([&](board &b) { b.put(b.find<black_box::family>(inst_id), black_box::seconds, time_value); });
 }
 
 uint32_t drv_board_check_smi(uint32_t inst_id, uint32_t bus_id, uint32_t *result, char *dfx, uint32_t size) {
     return operate([&](board &b) {
-        const device bus = b.find(inst_id, smi_buses, bus_id);
+        const smi_bus_of bus = b.find<smi_bus::family>(inst_id, bus_id);
         finding found;
-        add_bus_fault(b, bus, "crc_errors", "checksum errors", found);
-        add_bus_fault(b, bus, "los", "no signal", found);
+        add_bus_fault(b, bus, smi_bus::crc_errors, "checksum errors", found);
+        add_bus_fault(b, bus, smi_bus::los, "no signal", found);
         tell(found, result, dfx, size);
     });
 }
@@ -73,7 +69,7 @@ uint32_t drv_board_check_smi(uint32_t inst_id, uint32_t bus_id, uint32_t *result
 uint32_t drv_board_check_smi_crc(uint32_t inst_id, uint32_t bus_id, uint32_t *result, char *dfx, uint32_t size) {
     return operate([&](board &b) {
         finding found;
-        add_bus_fault(b, b.find(inst_id, smi_buses, bus_id), "crc_errors", "checksum errors", found);
+        add_bus_fault(b, b.find<smi_bus::family>(inst_id, bus_id), smi_bus::crc_errors, "checksum errors", found);
         tell(found, result, dfx, size);
     });
 }
@@ -81,19 +77,19 @@ uint32_t drv_board_check_smi_crc(uint32_t inst_id, uint32_t bus_id, uint32_t *re
 uint32_t drv_board_check_smi_los(uint32_t inst_id, uint32_t bus_id, uint32_t *result, char *dfx, uint32_t size) {
     return operate([&](board &b) {
         finding found;
-        add_bus_fault(b, b.find(inst_id, smi_buses, bus_id), "los", "no signal", found);
+        add_bus_fault(b, b.find<smi_bus::family>(inst_id, bus_id), smi_bus::los, "no signal", found);
         tell(found, result, dfx, size);
     });
 }
 
 uint32_t drv_board_set_backup_smi_en(uint32_t inst_id, uint32_t en_flag) {
-    return set_switch(inst_id, smi, 0, "backup_enable", en_flag);
+    return set_switch<smi_source::family>(inst_id, 0, smi_source::backup_enable, en_flag);
 }
 
 uint32_t drv_board_set_smi_source(uint32_t inst_id, uint32_t source) {
-    return set_switch(inst_id, smi, 0, "source", source);
+    return set_switch<smi_source::family>(inst_id, 0, smi_source::source, source);
 }
 
 uint32_t drv_board_get_smi_source(uint32_t inst_id, uint32_t *source) {
-    return get_switch(inst_id, smi, 0, "source", source);
+    return get_switch<smi_source::family>(inst_id, 0, smi_source::source, source);
 }

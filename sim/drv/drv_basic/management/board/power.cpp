@@ -1,27 +1,25 @@
 // Power domains, and the watch over low voltages.
 #include "drv_basic/management/drv_board.h"
 
+#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/power_domain.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind domains{"sim_board", "power"};
-constexpr uint32_t domain_count = 34;
-
-// The interface numbers all domains that there are; a board has some of them. So one that the board lacks is not
-// supported, and one beyond the numbering is an error.
-device find_domain(board &b, uint32_t inst_id, uint32_t type) {
+// A domain that the board lacks is not supported, and one beyond the numbering is an error.
+device_of<power_domain::family> find_domain(board &b, uint32_t inst_id, uint32_t type) {
     const std::string instance = b.instance(inst_id);
-    refuse_if(type >= domain_count, error::no_such_device);
-    const device domain{instance, domains, type};
-    refuse_if(!b.has(domain, "on"), error::not_supported);
-    return domain;
+    refuse_if(type >= power_domain::domain_count, error::no_such_device);
+    const device domain{instance, kind_of(power_domain::family), type};
+    refuse_if(!b.is_described(domain), error::not_supported);
+    return {domain};
 }
 
 uint32_t switch_domain(uint32_t inst_id, uint32_t type, uint32_t on) {
-    return operate([&](board &b) { b.put(find_domain(b, inst_id, type), "on", on); });
+    return operate([&](board &b) { b.put(find_domain(b, inst_id, type), power_domain::on, on); });
 }
 
 } // namespace
@@ -37,14 +35,14 @@ uint32_t drv_board_set_power_off(uint32_t inst_id, uint32_t type) {
 uint32_t drv_board_get_power_status(uint32_t inst_id, uint32_t type, uint32_t *status) {
     return operate([&](board &b) {
         refuse_null(status);
-        *status = b.get(find_domain(b, inst_id, type), "on");
+        *status = b.get(find_domain(b, inst_id, type), power_domain::on);
     });
 }
 
 uint32_t drv_board_check_low_voltage(uint32_t inst_id, uint32_t *status, char *dfx, uint32_t size) {
     return operate([&](board &b) {
         finding found;
-        if (b.get(unit(b, inst_id), "low_voltage") != 0) {
+        if (b.get(b.find<board_unit::family>(inst_id), board_unit::low_voltage) != 0) {
             add_fault(found, "the supply fell below its limit");
         }
         tell(found, status, dfx, size);

@@ -95,11 +95,6 @@ uint32_t online_status(board &b, const std::string &place) {
     return b.get({place, presence, 0}, "status", b.is_seen(place) ? 0 : absent);
 }
 
-void add_fault(finding &found, const std::string &text) {
-    found.status = 1;
-    found.text += (found.text.empty() ? "" : ", ") + text;
-}
-
 void tell(const finding &found, uint32_t *status, char *dfx, uint32_t size) {
     refuse_null(status, dfx);
     write_text(dfx, size, found.text);

@@ -2,6 +2,7 @@
 // and how a check tells what it found.
 #pragma once
 
+#include "sim/core/finding.h"
 #include "sim/drv/driver.h"
 
 namespace kestro_sim {
@@ -33,15 +34,6 @@ bool is_card(board &b, const std::string &place);
 // 0 present, 1 absent, as the own board sees it. Software may take a board off line, or tell of one whose presence line
 // ends elsewhere; an empty place is never on line.
 uint32_t online_status(board &b, const std::string &place);
-
-// The outcome of a check: 0 is good and has no text.
-struct finding {
-    uint32_t status = 0;
-    std::string text;
-};
-
-// Adds a fault to what was found so far.
-void add_fault(finding &found, const std::string &text);
 
 // Hands the outcome over; the text goes first, so that a refused one leaves the status untouched.
 void tell(const finding &found, uint32_t *status, char *dfx, uint32_t size);

@@ -1,0 +1,48 @@
+// The families of all device files, gathered once.
+#include "sim/core/catalogue.h"
+
+#include "device_files.h"
+
+namespace kestro_sim {
+
+namespace {
+
+struct gathered {
+    std::vector<const device_family *> families;
+    std::vector<const register_space *> spaces;
+};
+
+// Kept to the end of the process: drivers are called from exit handlers too.
+const gathered &all() {
+    static const gathered *const everything = [] {
+        auto *made = new gathered;
+        for (const auto &devices_of_file : device_files) {
+            const device_list devices = devices_of_file();
+            made->families.insert(made->families.end(), devices.families.begin(), devices.families.end());
+            made->spaces.insert(made->spaces.end(), devices.spaces.begin(), devices.spaces.end());
+        }
+        return made;
+    }();
+    return *everything;
+}
+
+} // namespace
+
+std::span<const device_family *const> all_families() {
+    return all().families;
+}
+
+std::span<const register_space *const> all_spaces() {
+    return all().spaces;
+}
+
+const device_family *find_family(std::string_view module, std::string_view node) {
+    for (const device_family *family : all_families()) {
+        if (module == family->module && (node == family->node || family->entries == naming::nodes_by_name)) {
+            return family;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace kestro_sim

@@ -1,0 +1,63 @@
+// A board or card as a whole: what it is, where it is, and how far its start has come.
+#pragma once
+
+#include "sim/core/board.h"
+
+namespace kestro_sim {
+
+namespace board_unit {
+
+inline constexpr reg type = reg::bits("type", any_u32, "the type of board or card").written();
+inline constexpr reg pcb_ver = reg::bits("pcb_ver", 0xFFFF, "the version of its printed circuit board");
+inline constexpr reg usr_pcb_ver = reg::bits("usr_pcb_ver", any_u32, "the version as users are told it");
+inline constexpr reg soft_pcb_ver = reg::number("soft_pcb_ver", 0, UINT16_MAX, "", "the version as software counts it");
+inline constexpr reg bom_ver = reg::number("bom_ver", 0, UINT16_MAX, "", "the version of its bill of materials");
+inline constexpr reg bom_id = reg::number("bom_id", 0, UINT16_MAX, "", "which bill of materials it is made from");
+inline constexpr reg power_watts = reg::number("power_watts", 0, 10000, "W", "the power that it may draw");
+inline constexpr reg fullin = reg::flag("fullin", "whether it is not fully inserted");
+inline constexpr reg logic_slot = reg::number("logic_slot", 0, UINT16_MAX, "", "its slot as the software counts");
+inline constexpr reg peer_slot = reg::number("peer_slot", 0, UINT16_MAX, "", "the slot of its peer");
+inline constexpr reg peer_logic_slot =
+    reg::number("peer_logic_slot", 0, UINT16_MAX, "", "its peer's slot as the software counts");
+inline constexpr reg bootstep = reg::number("bootstep", 0, 255, "", "how far its start has come").written();
+inline constexpr reg factory_reset = reg::flag("factory_reset", "whether the next start forgets the configuration");
+inline constexpr reg low_voltage = reg::flag("low_voltage", "whether its supply fell below the limit").written();
+inline constexpr reg mpu =
+    reg::number("mpu", 0, 255, "", "the main processing unit: 0 in the smaller slot, 1 in the bigger");
+inline constexpr reg card_fault = reg::flag("card_fault", "whether the card says that it is not well");
+
+inline constexpr device_family family = device_family{
+    "sim_board",
+    "unit",
+    "a board or card",
+    {type, pcb_ver, usr_pcb_ver, soft_pcb_ver, bom_ver, bom_id, power_watts, fullin, logic_slot, peer_slot,
+     peer_logic_slot, bootstep, factory_reset, low_voltage, mpu,
+     card_fault}}.up_to(0);
+
+} // namespace board_unit
+
+namespace capability {
+inline constexpr reg value = reg::number("value", 0, any_u32, "", "what the board can do in this respect").required();
+inline constexpr device_family family{"sim_board", "capability", "a capability of the board, by its type", {value}};
+} // namespace capability
+
+namespace presence {
+inline constexpr const char *status_names[]{"present", "absent"};
+inline constexpr reg status =
+    reg::choice("status", status_names, "whether software takes the board to be there").or_else(0).written();
+inline constexpr device_family family =
+    device_family{"sim_board", "presence", "the presence of a board or card", {status}}.up_to(0);
+} // namespace presence
+
+namespace master_control {
+inline constexpr device_family family =
+    device_family{"sim_msc", "controller", "the master/slave controller of a main processing unit", {}}.up_to(0);
+} // namespace master_control
+
+namespace mastership {
+inline constexpr reg slot = reg::number("slot", 0, UINT16_MAX, "", "the slot of the master").required().written();
+inline constexpr device_family family =
+    device_family{"sim_msc", "master", "which main processing unit is the master", {slot}}.up_to(0);
+} // namespace mastership
+
+} // namespace kestro_sim

@@ -1,0 +1,164 @@
+// Register spaces: bits of their own, and the other face of devices.
+#include "sim/core/register_space.h"
+
+#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/firmware.h"
+#include "sim/devices/management/lamp.h"
+#include "tests/sim/support.h"
+
+#include <gtest/gtest.h>
+
+namespace kestro_tests {
+
+namespace {
+
+using namespace kestro_sim;
+
+// The range of the type register is all of 32 bits, so that a space may hold its halves.
+constexpr space_field low_half[]{{0xFFFF, &board_unit::family, 0, &board_unit::type}};
+constexpr space_field high_half[]{{0xFFFF, &board_unit::family, 0, &board_unit::type, 16}};
+constexpr space_field nobody[]{{0x00FF, &lamp::family, 77, &lamp::color}};
+
+uint32_t twice_the_step(board &b, const device &which) {
+    return 2 * b.get(device_of<board_unit::family>{which}, board_unit::bootstep);
+}
+
+constexpr space_field doubled[]{
+    {0xFF, &board_unit::family, 0, &board_unit::bootstep, 0, bus::read_write, {twice_the_step, nullptr}}};
+
+constexpr space_register words[]{
+    {0, "low", "x", 0, 0, 0, low_half},        {1, "high", "x", 0, 0, 0, high_half},
+    {2, "latch", "x", 0x00F3, 0x00F0, 0x000F}, {3, "nobody", "x", 0x5500, 0, 0, nobody},
+    {4, "doubled", "x", 0, 0, 0, doubled},
+};
+constexpr register_space word_space{"words", &logic_chip::family, 16, 8, undeclared::refused, words};
+
+constexpr space_register longs[]{{0x10, "long", "x", 0x12345678, 0xFF000000}};
+constexpr register_space long_space{"longs", &logic_chip::family, 32, 0x20, undeclared::all_ones, longs};
+
+class RegisterSpace : public testing::Test {
+  protected:
+    uint32_t read(const register_space &space, uint32_t address) {
+        return read_space(board_, space, chip_, address);
+    }
+    void write(const register_space &space, uint32_t address, uint32_t value) {
+        write_space(board_, space, chip_, address, value);
+    }
+    error refused(const register_space &space, uint32_t address) {
+        try {
+            read(space, address);
+        } catch (const refusal &why) {
+            EXPECT_THROW(write(space, address, 0), refusal);
+            return why.code;
+        }
+        ADD_FAILURE() << "address " << address << " is read";
+        return error::no_board;
+    }
+
+    test_board made_ = new_delivered("mpu_master");
+    board board_{made_.description, made_.state, made_.seat};
+    device chip_ = board_.find_at<logic_chip::family>(board_.self());
+    device_of<board_unit::family> unit_ = board_.find_at<board_unit::family>(board_.self());
+};
+
+} // namespace
+
+TEST_F(RegisterSpace, HalvesOfARegisterAreWrittenApart) {
+    board_.put(unit_, board_unit::type, 0x02302311);
+    EXPECT_EQ(read(word_space, 0), 0x2311U);
+    EXPECT_EQ(read(word_space, 1), 0x0230U);
+    write(word_space, 0, 0xBEEF);
+    EXPECT_EQ(board_.get(unit_, board_unit::type), 0x0230BEEFU);
+    write(word_space, 1, 0x5CAFE);
+    EXPECT_EQ(board_.get(unit_, board_unit::type), 0xCAFEBEEFU);
+}
+
+TEST_F(RegisterSpace, OwnBitsKeepTheirRules) {
+    EXPECT_EQ(read(word_space, 2), 0x00F3U);
+    write(word_space, 2, 0xAA01);
+    EXPECT_EQ(read(word_space, 2), 0xAAF2U);
+    write(word_space, 2, 0x000C);
+    EXPECT_EQ(read(word_space, 2), 0x00F2U);
+    force_space(board_, word_space, chip_, 2, 0x1234);
+    EXPECT_EQ(read(word_space, 2), 0x1234U);
+}
+
+TEST_F(RegisterSpace, FieldWithoutADeviceIsWiredToNothing) {
+    EXPECT_EQ(read(word_space, 3), 0x5500U);
+    write(word_space, 3, 0xFFFF);
+    EXPECT_EQ(read(word_space, 3), 0xFF00U);
+}
+
+TEST_F(RegisterSpace, FieldMayBeWorkedOutByTheDevice) {
+    board_.put(unit_, board_unit::bootstep, 21);
+    EXPECT_EQ(read(word_space, 4), 42U);
+    write(word_space, 4, 30);
+    EXPECT_EQ(board_.get(unit_, board_unit::bootstep), 30U);
+}
+
+TEST_F(RegisterSpace, AddressesWithoutARegister) {
+    EXPECT_EQ(refused(word_space, 7), error::out_of_range);
+    EXPECT_EQ(refused(word_space, 8), error::out_of_range);
+    EXPECT_EQ(read(long_space, 0x11), 0xFFFFFFFFU);
+    write(long_space, 0x11, 5);
+    EXPECT_EQ(read(long_space, 0x11), 0xFFFFFFFFU);
+    EXPECT_EQ(refused(long_space, 0x20), error::out_of_range);
+    write(long_space, 0x10, 0xABCDEF01);
+    EXPECT_EQ(read(long_space, 0x10), 0x12CDEF01U);
+}
+
+TEST_F(RegisterSpace, ImageOutlastsTheProcess) {
+    write(long_space, 0x10, 0x00000042);
+    board again(made_.description, made_.state, made_.seat);
+    EXPECT_EQ(read_space(again, long_space, chip_, 0x10), 0x12000042U);
+}
+
+TEST_F(RegisterSpace, CpldIsTheLampsOtherFace) {
+    const register_space *cpld = find_space("cpld", chip_);
+    ASSERT_NE(cpld, nullptr);
+    EXPECT_EQ(calls_print(made_, {"led_set_color 0xffffffff 0 3 20"}), ok);
+    EXPECT_EQ(read(*cpld, 0x20), 0x83U);
+    EXPECT_EQ(read(*cpld, 0x21), 20U);
+    write(*cpld, 0x20, 0x02);
+    write(*cpld, 0x21, 7);
+    EXPECT_EQ(calls_print(made_, {"led_get_color 0xffffffff 0", "led_get_mode 0xffffffff 0"}), "0x0 2 7\n0x0 1\n");
+}
+
+TEST_F(RegisterSpace, FieldKeepsWhatItsDeviceDoesNotTake) {
+    const register_space *cpld = find_space("cpld", chip_);
+    // Lamp 1 is off and has red but no green; it blinks up to 10 Hz.
+    write(*cpld, 0x22, 1);
+    write(*cpld, 0x23, 101);
+    EXPECT_EQ(calls_print(made_, {"led_get_color 0xffffffff 1"}), "0x0 0 0\n");
+    write(*cpld, 0x22, 2);
+    write(*cpld, 0x23, 100);
+    EXPECT_EQ(calls_print(made_, {"led_get_color 0xffffffff 1"}), "0x0 2 100\n");
+}
+
+TEST_F(RegisterSpace, WrittenOneClearsTheSupplysLatch) {
+    const register_space *cpld = find_space("cpld", chip_);
+    board_.put(unit_, board_unit::low_voltage, 1);
+    EXPECT_EQ(read(*cpld, 0x40), 1U);
+    write(*cpld, 0x40, 0xFE);
+    EXPECT_EQ(board_.get(unit_, board_unit::low_voltage), 1U);
+    write(*cpld, 0x40, 0x01);
+    EXPECT_EQ(board_.get(unit_, board_unit::low_voltage), 0U);
+    EXPECT_EQ(read(*cpld, 0x40), 0U);
+}
+
+TEST_F(RegisterSpace, ResetFlagsAreTheDriversOwn) {
+    const register_space *cpld = find_space("cpld", chip_);
+    EXPECT_EQ(read(*cpld, 0x30), 0x83U);
+    EXPECT_EQ(calls_print(made_, {"reset_set_soft_start_ok_flag 0"}), ok);
+    EXPECT_EQ(read(*cpld, 0x30), 0x82U);
+    write(*cpld, 0x30, 0x11); // the button is an input
+    EXPECT_EQ(read(*cpld, 0x30), 0x81U);
+    EXPECT_EQ(calls_print(made_, {"reset_get_soft_start_ok_flag", "reset_get_button_status"}), "0x0 1\n0x0 0\n");
+}
+
+TEST_F(RegisterSpace, OnlyTheControlCpldHasThisLayout) {
+    EXPECT_EQ(find_space("cpld", board_.find_at<logic_chip::family>(board_.self(), 1)), nullptr);
+    EXPECT_EQ(find_space("spd", chip_), nullptr);
+}
+
+} // namespace kestro_tests
