@@ -30,6 +30,9 @@ uint32_t read_text(const std::string &text, uint8_t *area, uint32_t len) {
 }
 
 uint32_t write_text(std::string &text, const uint8_t *area, uint32_t len) {
+    if (storage().refuses_writes) {
+        return broken;
+    }
     if (!storage().forgets_writes) {
         text.assign(reinterpret_cast<const char *>(area), len);
     }

@@ -17,6 +17,7 @@ struct fake_storage {
     std::map<uint32_t, std::string> barcodes; // 128 bytes each; an id that is not here answers 0x811101a4
     std::map<uint32_t, fake_macs> macs;       // by type; another one answers 0x21
     bool forgets_writes = false;              // every write answers 0 and stores nothing
+    bool refuses_writes = false;              // writes of labels, bar codes and addresses fail with 0x22
     bool broken = false;                      // every operation fails with 0x22
     uint32_t msc_state = 0;
 };

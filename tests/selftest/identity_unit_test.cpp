@@ -75,6 +75,8 @@ TEST_F(IdentityTest, OneBarCodeThatFailsFailsTheSection) {
     EXPECT_EQ(result_of(barcode_section), -1) << "the first does not match, the second is not supported";
     storage().barcodes = {{3, std::string(128, 'a')}};
     EXPECT_EQ(result_of(barcode_section), -1) << "the other way round";
+    storage().refuses_writes = true;
+    EXPECT_EQ(result_of(barcode_section), -1);
     storage().broken = true;
     EXPECT_EQ(result_of(barcode_section), -1);
 }
@@ -109,6 +111,9 @@ TEST_F(IdentityTest, OneMacTypeThatFailsFailsTheSection) {
     storage().macs = {{0, {1, "abcdef"}}, {3, {1, "abcdef"}}};
     storage().forgets_writes = true;
     EXPECT_EQ(result_of(mac_section), -1);
+    storage().forgets_writes = false;
+    storage().refuses_writes = true;
+    EXPECT_EQ(result_of(mac_section), -1);
 }
 
 TEST_F(IdentityTest, AMissingSpareFailsTheSection) {
@@ -130,6 +135,16 @@ TEST_F(IdentityTest, MacEntriesThatCannotBeReadAreNoFailure) {
     describe_macs({0, 3});
     drivers().elements.clear();
     EXPECT_EQ(result_of(mac_section), 0);
+}
+
+TEST_F(IdentityTest, ALabelThatCannotBeReadOrWrittenFailsOneThatDiffersPasses) {
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(elabel_write_test(1, 0, console_sink), 0); }).find("Error"), std::string::npos);
+    storage().forgets_writes = true;
+    EXPECT_NE(printed_by([] { EXPECT_EQ(elabel_write_test(1, 0, console_sink), 0); }).find("Error"), std::string::npos);
+    storage().refuses_writes = true;
+    printed_by([] { EXPECT_EQ(elabel_write_test(1, 0, console_sink), -1); });
+    storage().broken = true;
+    printed_by([] { EXPECT_EQ(elabel_write_test(1, 0, console_sink), -1); });
 }
 
 TEST_F(IdentityTest, LabelsThatFillTheirAreaAreShownToTheirEnd) {

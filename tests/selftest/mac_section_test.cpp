@@ -98,8 +98,10 @@ TEST(MacSectionTest, ThreeTypesAreNeverTested) {
     expect_mac(described({72, 73, 4}), "", "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0) = 0 state=2 x1\n");
 }
 
-TEST(MacSectionTest, ATypeOutsideTheListIsNamedOther) {
-    expect_mac(described({80}) + good_type(80) + spare(0, "0 value=80"), good_type_lines(80, "other"));
+TEST(MacSectionTest, TypesOutsideTheListAreNamedOther) {
+    expect_mac(described({6, 63, 80}) + good_type(6) + good_type(63) + good_type(80) + spare(0, "0 value=6") +
+                   spare(1, "0 value=63") + spare(2, "0 value=80"),
+               good_type_lines(6, "other") + good_type_lines(63, "other") + good_type_lines(80, "other"));
 }
 
 TEST(MacSectionTest, AMissingSpareFailsTheType) {
