@@ -1,6 +1,6 @@
 // reset_test: resets of chips and boards, why and when the board was last reset, and the flags by which the two main
-// processing units tell each other that they are up. What concerns the own board or its peer has no instance: the
-// result line shows the board itself there.
+// processing units tell each other that they are up. Queries of the own board or its peer have no instance: the result
+// line shows the board itself there.
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -161,12 +161,14 @@ int test_reset_get_button_status(int, char **) {
     return static_cast<int>(ret);
 }
 
+// As with a reset of the own board, the instance of these two is taken and shown, and the driver has no use for it.
 int test_reset_set_self_sys_ready(int count, char **args) {
+    uint32_t inst_id = DRV_INST_SELF;
     uint32_t mode = 0;
     print_begin_banner(style, "test_reset_set_self_sys_ready");
-    check_args(1, count, args, nullptr, &mode, nullptr);
+    check_args(2, count, args, &inst_id, &mode, nullptr);
     const uint32_t ret = drv_reset_set_self_sys_ready(mode);
-    printf("drv_reset_set_self_sys_ready:: inst_id:0x%x mode: %d ret %d \r\n", DRV_INST_SELF, static_cast<int>(mode),
+    printf("drv_reset_set_self_sys_ready:: inst_id:0x%x mode: %d ret %d \r\n", inst_id, static_cast<int>(mode),
            static_cast<int>(ret));
     print_result("%x", ret);
     print_end_banner(style, "test_reset_set_self_sys_ready");
@@ -184,12 +186,13 @@ int test_reset_get_peer_sys_ready(int, char **) {
 }
 
 int test_reset_set_soft_start_ok_flag(int count, char **args) {
+    uint32_t inst_id = DRV_INST_SELF;
     uint32_t flag = 0;
     print_begin_banner(style, "test_reset_set_soft_start_ok_flag");
-    check_args(1, count, args, nullptr, &flag, nullptr);
+    check_args(2, count, args, &inst_id, &flag, nullptr);
     const uint32_t ret = drv_reset_set_soft_start_ok_flag(flag);
-    printf("drv_reset_set_soft_start_ok_flag:: inst_id:0x%x flag: %d ret %d \r\n", DRV_INST_SELF,
-           static_cast<int>(flag), static_cast<int>(ret));
+    printf("drv_reset_set_soft_start_ok_flag:: inst_id:0x%x flag: %d ret %d \r\n", inst_id, static_cast<int>(flag),
+           static_cast<int>(ret));
     print_result("%x", ret);
     print_end_banner(style, "test_reset_set_soft_start_ok_flag");
     return static_cast<int>(ret);

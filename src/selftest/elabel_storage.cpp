@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "bounds/bounds.h"
@@ -44,12 +45,22 @@ int copy_label_image(int file, off_t length, char *target, report_sink sink) {
     return 0;
 }
 
+// Only a file can be a label: opening a device may set it off, and a pipe has no label until somebody writes one. The
+// open does not wait either, should a pipe take the file's place in between.
+int open_regular_file(const char *path) {
+    struct stat status {};
+    if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return -1;
+    }
+    return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+}
+
 int load_label_file(char *target, uint32_t *length, report_sink sink) {
     if (target == nullptr) {
         report_append(sink, "image_buffer is NULL\r\n");
         return -1;
     }
-    const int file = open(label_file, O_RDONLY | O_CLOEXEC);
+    const int file = open_regular_file(label_file);
     if (file < 0) {
         report_append(sink, "open file[%s] fail\r\n", label_file);
         return -1;

@@ -315,10 +315,15 @@ TEST(ResetTest, SetSelfSysReady) {
     expect_success("reset_test drv_reset_set_self_sys_ready 1", "drv_reset_set_self_sys_ready(mode=1) = 0",
                    framed("test_reset_set_self_sys_ready",
                           "drv_reset_set_self_sys_ready:: inst_id:0xffffffff mode: 1 ret 0 \r\n", "para[0]=0x0 "));
+    expect_success("reset_test drv_reset_set_self_sys_ready 5 1", "drv_reset_set_self_sys_ready(mode=1) = 0",
+                   framed("test_reset_set_self_sys_ready",
+                          "drv_reset_set_self_sys_ready:: inst_id:0x5 mode: 1 ret 0 \r\n", "para[0]=0x0 "));
     expect_success("reset_test drv_reset_set_self_sys_ready", "drv_reset_set_self_sys_ready(mode=0) = 0",
                    framed("test_reset_set_self_sys_ready",
-                          "drv_reset_set_self_sys_ready:: inst_id:0xffffffff mode: 0 ret 0 \r\n", "para[0]=0x0 "));
-    expect_success("reset_test drv_reset_set_self_sys_ready 0x10 1", "drv_reset_set_self_sys_ready(mode=16) = 0",
+                          "input error : in_num : 0 over [1-2] .\n"
+                          "drv_reset_set_self_sys_ready:: inst_id:0xffffffff mode: 0 ret 0 \r\n",
+                          "para[0]=0x0 "));
+    expect_success("reset_test drv_reset_set_self_sys_ready 0x10 1 2", "drv_reset_set_self_sys_ready(mode=16) = 0",
                    framed("test_reset_set_self_sys_ready",
                           "drv_reset_set_self_sys_ready:: inst_id:0xffffffff mode: 16 ret 0 \r\n", "para[0]=0x0 "));
     expect_success("reset_test drv_reset_set_self_sys_ready yes", "drv_reset_set_self_sys_ready(mode=0) = 0",
@@ -345,10 +350,15 @@ TEST(ResetTest, SetSoftStartOkFlag) {
     expect_success("reset_test drv_reset_set_soft_start_ok_flag 1", "drv_reset_set_soft_start_ok_flag(flag=1) = 0",
                    framed("test_reset_set_soft_start_ok_flag",
                           "drv_reset_set_soft_start_ok_flag:: inst_id:0xffffffff flag: 1 ret 0 \r\n", "para[0]=0x0 "));
+    expect_success("reset_test drv_reset_set_soft_start_ok_flag 5 1", "drv_reset_set_soft_start_ok_flag(flag=1) = 0",
+                   framed("test_reset_set_soft_start_ok_flag",
+                          "drv_reset_set_soft_start_ok_flag:: inst_id:0x5 flag: 1 ret 0 \r\n", "para[0]=0x0 "));
     expect_success("reset_test drv_reset_set_soft_start_ok_flag", "drv_reset_set_soft_start_ok_flag(flag=0) = 0",
                    framed("test_reset_set_soft_start_ok_flag",
-                          "drv_reset_set_soft_start_ok_flag:: inst_id:0xffffffff flag: 0 ret 0 \r\n", "para[0]=0x0 "));
-    expect_success("reset_test drv_reset_set_soft_start_ok_flag 3 4", "drv_reset_set_soft_start_ok_flag(flag=3) = 0",
+                          "input error : in_num : 0 over [1-2] .\n"
+                          "drv_reset_set_soft_start_ok_flag:: inst_id:0xffffffff flag: 0 ret 0 \r\n",
+                          "para[0]=0x0 "));
+    expect_success("reset_test drv_reset_set_soft_start_ok_flag 3 4 5", "drv_reset_set_soft_start_ok_flag(flag=3) = 0",
                    framed("test_reset_set_soft_start_ok_flag",
                           "drv_reset_set_soft_start_ok_flag:: inst_id:0xffffffff flag: 3 ret 0 \r\n", "para[0]=0x0 "));
     expect_success("reset_test drv_reset_set_soft_start_ok_flag ok", "drv_reset_set_soft_start_ok_flag(flag=0) = 0",

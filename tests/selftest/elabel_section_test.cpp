@@ -1,6 +1,9 @@
 // The elabel section: label 0 of the board is saved, overwritten, read back and restored.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sys/stat.h>
+
 #include "tests/selftest/board_run.h"
 
 using namespace kestro_tests;
@@ -55,6 +58,32 @@ TEST(ElabelSectionTest, ALabelFileBeyondTheAreaIsRefused) {
 TEST(ElabelSectionTest, ALabelFileMayFillTheArea) {
     const std::string full(1200, 'x');
     expect_elabel(read_rule("own") + write_rule(full) + read_rule(full) + write_rule("own"), root_with_label(full),
+                  loaded_line() + "Success: elabel read and write match test pass.\r\n");
+}
+
+TEST(ElabelSectionTest, OnlyAFileIsALabel) {
+    const std::string script = read_rule("own") + write_rule(built_in) + read_rule(built_in) + write_rule("own");
+    const std::string lines = std::string("open file[") + label_path + "] fail\r\n" + fallback_line() +
+                              "Success: elabel read and write match test pass.\r\n";
+    const std::string root = root_with_label("");
+    const std::string place = root + label_path;
+    std::filesystem::remove(place);
+    ASSERT_EQ(mkfifo(place.c_str(), 0644), 0);
+    expect_elabel(script, root, lines);
+    std::filesystem::remove(place);
+    std::filesystem::create_directory(place);
+    expect_elabel(script, root, lines);
+    std::filesystem::remove(place);
+    std::filesystem::create_symlink("nowhere.txt", place);
+    expect_elabel(script, root, lines);
+}
+
+TEST(ElabelSectionTest, ALinkToAFileIsALabel) {
+    const std::string root = root_with_label("linked");
+    const std::string place = root + label_path;
+    std::filesystem::rename(place, root + "/opt/hostx/home/elabel_board.txt");
+    std::filesystem::create_symlink("elabel_board.txt", place);
+    expect_elabel(read_rule("own") + write_rule("linked") + read_rule("linked") + write_rule("own"), root,
                   loaded_line() + "Success: elabel read and write match test pass.\r\n");
 }
 

@@ -78,6 +78,14 @@ TEST_F(FrameTest, WalkVisitsTheEntriesInOrder) {
     EXPECT_FALSE(next_entry(&walk));
 }
 
+TEST_F(FrameTest, EntriesAreNumberedInDecimal) {
+    drivers().entry_num = 11;
+    entry_walk walk = open_entry_walk(1, "m", "n");
+    while (next_entry(&walk)) {
+    }
+    EXPECT_STREQ(walk.entry, "entry10");
+}
+
 TEST_F(FrameTest, AMissingNodeHasNoEntries) {
     drivers().entry_num_result = 0x12;
     drivers().entry_num = 4;

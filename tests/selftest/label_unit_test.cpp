@@ -46,7 +46,7 @@ TEST_F(LabelTest, TheFilesTextAndLengthAreTaken) {
 }
 
 TEST_F(LabelTest, AShortReadFallsBack) {
-    drivers().files[label_path] = scratch_file("label", "LABEL-1");
+    drivers().files[label_path] = scratch_file("label", "LABEL-000012");
     elabel_area area = {};
     uint32_t length = 0;
     std::string printed = printed_by([&] {
@@ -56,7 +56,7 @@ TEST_F(LabelTest, AShortReadFallsBack) {
         drivers().short_reads = false;
     });
     EXPECT_EQ(printed,
-              std::string("read file[/opt/hostx/home/elabel.txt]file_len:7 read_len:6 failure:Success\r\n") + fallback);
+              std::string("read file[/opt/hostx/home/elabel.txt]file_len:12 read_len:11 failure:Success\r\n") + fallback);
     EXPECT_STREQ(area, "elable test test test test ...");
     EXPECT_EQ(length, 30U);
 }

@@ -82,9 +82,11 @@ TEST(MacSectionTest, OfFiveAddressesFourAreWritten) {
 TEST(MacSectionTest, TypesOfTheChassisAreTestedOnAMasterOnly) {
     expect_mac(described({1, 2, 64, 79, 3}) + good_type(3) + spare(4, "0 value=3"), good_type_lines(3, "corvex-mac"),
                "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0) = 0 state=2\n");
-    expect_mac(described({1, 64}) + good_type(1) + good_type(64) + spare(0, "0 value=1") + spare(1, "0 value=64"),
-               good_type_lines(1, "system-mac") + good_type_lines(64, "bkp-flexe-mac"),
-               "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0) = 0 state=0 x2\n"
+    expect_mac(described({1, 64, 79}) + good_type(1) + good_type(64) + good_type(79) + spare(0, "0 value=1") +
+                   spare(1, "0 value=64") + spare(2, "0 value=79"),
+               good_type_lines(1, "system-mac") + good_type_lines(64, "bkp-flexe-mac") +
+                   good_type_lines(79, "bkp-flexe-mac"),
+               "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0) = 0 state=0 x3\n"
                "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0) = 0 state=2 x1\n");
 }
 
@@ -96,8 +98,10 @@ TEST(MacSectionTest, ThreeTypesAreNeverTested) {
     expect_mac(described({72, 73, 4}), "", "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0) = 0 state=2 x1\n");
 }
 
-TEST(MacSectionTest, ATypeOutsideTheListIsNamedOther) {
-    expect_mac(described({80}) + good_type(80) + spare(0, "0 value=80"), good_type_lines(80, "other"));
+TEST(MacSectionTest, TypesOutsideTheListAreNamedOther) {
+    expect_mac(described({6, 63, 80}) + good_type(6) + good_type(63) + good_type(80) + spare(0, "0 value=6") +
+                   spare(1, "0 value=63") + spare(2, "0 value=80"),
+               good_type_lines(6, "other") + good_type_lines(63, "other") + good_type_lines(80, "other"));
 }
 
 TEST(MacSectionTest, AMissingSpareFailsTheType) {
@@ -160,6 +164,24 @@ TEST(MacSectionTest, ACountThatDoesNotMatch) {
                std::string("Success: orignal mac read num 2 mac:0x10-0x11-0x12-0x13-0x14-0x15\r\n") +
                    "Success: write mac num 1 " + test_mac_text + "Success: read mac num 2 " + test_mac_text +
                    "Error: mac read and write num match test fail. write_num 1 read_num 2\r\n");
+}
+
+TEST(MacSectionTest, ACountThatIsReadBackAsZero) {
+    expect_mac(described({3}) + num_rule(3, 1) + addresses_rule(3, 1, "[10 11 12 13 14 15]") +
+                   write_rules(3, 1, test_address) + num_rule(3, 0) +
+                   "drv_mac_get_addr_num(type_id=3, num=0, size=0) = 0 x1\n" + write_rules(3, 1, "[10 11 12 13 14 15]"),
+               std::string("Success: orignal mac read num 1 mac:0x10-0x11-0x12-0x13-0x14-0x15\r\n") +
+                   "Success: write mac num 1 " + test_mac_text +
+                   "Success: read mac num 0 mac:0x0-0x0-0x0-0x0-0x0-0x0\r\n"
+                   "Error: mac read and write num match test fail. write_num 1 read_num 0\r\n");
+}
+
+TEST(MacSectionTest, AddressesAreShownInLowerCase) {
+    expect_mac(described({3}) + num_rule(3, 1) + addresses_rule(3, 1, "[ab cd ef 0a fb c0]") +
+                   "drv_mac_set_num = 0x62\n",
+               "Success: orignal mac read num 1 mac:0xab-0xcd-0xef-0xa-0xfb-0xc0\r\n"
+               "Error: mac num write fail, inst_id=0xffffffff, mac_type=0x3 corvex-mac, ret=0x62.\r\n"
+               "Error: write mac fail.\r\n");
 }
 
 TEST(MacSectionTest, AnAddressThatDoesNotMatch) {

@@ -36,6 +36,18 @@ std::string script(const std::string &text) {
     return path;
 }
 
+std::string plain_object() {
+    return build_dir() + "/tests/libplain_object.so";
+}
+
+bool is_loaded(const std::string &object) {
+    void *handle = dlopen(object.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+    if (handle != nullptr) {
+        dlclose(handle);
+    }
+    return handle != nullptr;
+}
+
 } // namespace
 
 TEST(RunProgramTest, WaitsAndIgnoresTheExitStatus) {
@@ -86,10 +98,11 @@ TEST_F(InstallScriptTest, RunsWithTheTestNumberAndAnEmptyEnvironment) {
 
 TEST(LoadSymbolTest, GivesTheSymbolAndLeavesTheHandleToTheCaller) {
     void *handle = nullptr;
-    void *symbol = load_symbol("cos", "libm.so.6", &handle);
+    void *symbol = load_symbol("plain_symbol", plain_object().c_str(), &handle);
     EXPECT_NE(symbol, nullptr);
     ASSERT_NE(handle, nullptr);
-    EXPECT_EQ(dlsym(handle, "cos"), symbol);
+    EXPECT_EQ(dlsym(handle, "plain_symbol"), symbol);
+    EXPECT_TRUE(is_loaded(plain_object()));
     dlclose(handle);
 }
 
@@ -105,10 +118,11 @@ TEST(LoadSymbolTest, LogsAnObjectThatCannotBeOpened) {
 TEST(LoadSymbolTest, LogsASymbolThatIsMissing) {
     void *handle = nullptr;
     const std::string printed =
-        printed_by([&] { EXPECT_EQ(load_symbol("kestro_absent", "libm.so.6", &handle), nullptr); });
-    EXPECT_EQ(printed.find("\r\n[base][error]:api kestro_absent not found in so libm.so.6, error:"), 0U);
+        printed_by([&] { EXPECT_EQ(load_symbol("kestro_absent", plain_object().c_str(), &handle), nullptr); });
+    EXPECT_EQ(printed.find("\r\n[base][error]:api kestro_absent not found in so " + plain_object() + ", error:"), 0U);
     EXPECT_NE(printed.find("undefined symbol: kestro_absent"), std::string::npos);
     EXPECT_EQ(handle, nullptr);
+    EXPECT_FALSE(is_loaded(plain_object())) << "an object without the symbol is of no use";
 }
 
 TEST(TimerTest, IsPeriodicWithItsFirstExpiryOnePeriodAway) {

@@ -114,6 +114,33 @@ TEST(BoundsTest, CutsAtTheCount) {
     EXPECT_STREQ(area, "");
 }
 
+TEST(BoundsTest, ACountOfTheSizeOrMoreIsNoCut) {
+    char area[8] = "before";
+    EXPECT_EQ(snprintf_s(area, sizeof(area), 8, "%s", "1234567"), 7);
+    EXPECT_STREQ(area, "1234567");
+    EXPECT_EQ(snprintf_s(area, sizeof(area), 8, "%s", "12345678"), -1);
+    EXPECT_STREQ(area, "");
+    EXPECT_EQ(snprintf_s(area, sizeof(area), 7, "%s", "12345678"), -1);
+    EXPECT_STREQ(area, "1234567");
+    EXPECT_EQ(snprintf_s(area, sizeof(area), 9, "%s", "12345678"), -1);
+    EXPECT_STREQ(area, "");
+}
+
+TEST(BoundsTest, TheCountedFormattersRefuseMissingParameters) {
+    char area[4] = "abc";
+    const char *no_format = nullptr;
+    EXPECT_EQ(snprintf_s(nullptr, 4, 2, "x"), -1);
+    EXPECT_EQ(snprintf_s(nullptr, 4, 4, "x"), -1);
+    EXPECT_EQ(snprintf_s(area, 0, 0, "x"), -1);
+    EXPECT_EQ(snprintf_s(area, 0, 2, "x"), -1);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-security" // a missing format is the case under test
+    EXPECT_EQ(snprintf_s(area, 4, 2, no_format), -1);
+    EXPECT_EQ(snprintf_s(area, 4, 4, no_format), -1);
+#pragma GCC diagnostic pop
+    EXPECT_STREQ(area, "abc");
+}
+
 TEST(BoundsTest, RefusesMissingParameters) {
     char area[4] = "abc";
     const char *no_format = nullptr;

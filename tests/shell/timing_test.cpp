@@ -1,11 +1,13 @@
-// The dispatcher's timing lines, on a clock of the test's own.
+// The dispatcher's timing lines and the tagged line, on a clock of the test's own.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <ctime>
 #include <string>
 #include <sys/time.h>
 #include <vector>
 
+#include "shell/console.h"
 #include "shell/dispatch.h"
 #include "tests/support/capture.h"
 
@@ -67,4 +69,30 @@ TEST(TimingTest, TheSecondsBoundaryShowsInTheSecondsOnly) {
 
 TEST(TimingTest, AClockSetBackShowsNegativeTimes) {
     EXPECT_EQ(timing_of({100, 0}, {98, 0}), lines("-2", "-2000"));
+}
+
+class TaggedTimeTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        setenv("TZ", "BRD-1:30", 1);
+        tzset();
+    }
+    void TearDown() override {
+        setenv("TZ", "UTC", 1);
+        tzset();
+    }
+};
+
+// 1930367167 is 2031-03-04 05:06:07 where the sun stands highest at noon; the board's zone is an hour and a half ahead.
+TEST_F(TaggedTimeTest, ShowsTheTimeOfDayOfTheBoard) {
+    times = {{1930367167, 89999}};
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(print_tagged_line("t", "%s", "text"), 33); }),
+              "<t>[2031-03-04 06:36:07.089]text\n");
+    times = {{946677599, 999999}};
+    EXPECT_EQ(printed_by([] { print_tagged_line("t", "x"); }), "<t>[1999-12-31 23:29:59.999]x\n");
+}
+
+TEST_F(TaggedTimeTest, ATextMayBeEmpty) {
+    times = {{1930367167, 1000}};
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(print_tagged_line("", "%s", ""), 28); }), "<>[2031-03-04 06:36:07.001]\n");
 }

@@ -65,6 +65,8 @@ TEST(WordTest, ThirtyTwoBitsAsOnTheBoard) {
     EXPECT_EQ(word_to_u32("99999999999999999999999"), 0xFFFFFFFFU);
     EXPECT_EQ(word_to_u32("-1"), 0xFFFFFFFFU);
     EXPECT_EQ(word_to_u32(" -5"), 0xFFFFFFFBU);
+    EXPECT_EQ(word_to_u32("-4294967295"), 1U);
+    EXPECT_EQ(word_to_u32("-4294967296"), 0xFFFFFFFFU);
     EXPECT_EQ(word_to_u32("-4294967297"), 0xFFFFFFFFU);
 }
 
