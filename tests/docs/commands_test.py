@@ -166,8 +166,8 @@ class Reader(unittest.TestCase):
     """The test of the test: what it takes from a document, and that wrong ones are found out."""
 
     def test_blocks_are_told_apart(self) -> None:
-        document = read_markdown("Text `scripts/run --board NAME`.\n\n    $ echo a\n    a\n\n`rules`:\n\n```\nx = 1\n```\n"
-                                 "\n```\nkestro_sim a \\\n  b   # c\n```\n\n```cpp\ncat x\n```\n", "d")
+        document = read_markdown("Text `scripts/run --board NAME`.\n\n    $ echo a\n    a\n\n`rules`:\n\n```\nx = 1\n"
+                                 "```\n\n```\nkestro_sim a \\\n  b   # c\n```\n\n```cpp\ncat x\n```\n", "d")
         self.assertEqual([(c.text, c.output, c.is_synopsis) for c in document.commands],
                          [("scripts/run --board NAME", None, True), ("echo a", ["a"], False),
                           ("kestro_sim a b", None, False)])
