@@ -27,6 +27,7 @@ void describe_options(CLI::App &app, launch_options &options) {
         ->type_name("N[+][=CODE]");
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
     app.add_flag("--reset", options.reset, "make the board new first");
+    app.add_option("--run", options.run, "another program than kestro_test, such as kestro_call")->type_name("PROGRAM");
 }
 
 struct split_line {
