@@ -133,7 +133,8 @@ void *call_areas::place(size_t parameter) {
     if (described.direction == mark::in_text || is_sized(described.direction)) {
         const int32_t at = described.size.size_at;
         const uint64_t told = at >= 0 ? given_[static_cast<size_t>(at)]->number : described.size.fixed_size;
-        count = std::max(bounded(told), length_of(content, is_text(described.direction) && !is_sized(described.direction)));
+        count =
+            std::max(bounded(told), length_of(content, is_text(described.direction) && !is_sized(described.direction)));
     }
     const size_t size = count * stride_of(where.what == shape::form::array ? element_of(where) : where);
     const bool fresh = content == nullptr && !is_input(described.direction);
@@ -195,9 +196,9 @@ void *call_areas::prepare_member(const record &layout, const field &member, cons
         settle_member(layout, member, *content, memory);
     }
     const size_t count = std::max(extent_of(layout, member, memory), length_of(content, false));
-    char *target = static_cast<char *>(allocate(
-        owner_, count * stride_of(where.what == shape::form::array ? element_of(where) : where),
-        content == nullptr ? untouched : '\0'));
+    char *target = static_cast<char *>(
+        allocate(owner_, count * stride_of(where.what == shape::form::array ? element_of(where) : where),
+                 content == nullptr ? untouched : '\0'));
     if (where.layout != nullptr && content != nullptr) {
         prepare_records(where, content, target);
     }
@@ -216,8 +217,8 @@ void call_areas::settle_member(const record &layout, const field &member, const 
 std::vector<std::string> call_areas::overrun() const {
     std::vector<std::string> names;
     for (const area &checked : areas_) {
-        const bool whole = std::all_of(checked.bytes.end() - guard_size, checked.bytes.end(),
-                                       [](char byte) { return byte == guard; });
+        const bool whole =
+            std::all_of(checked.bytes.end() - guard_size, checked.bytes.end(), [](char byte) { return byte == guard; });
         if (!whole) {
             names.push_back(checked.owner);
         }

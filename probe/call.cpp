@@ -65,8 +65,7 @@ value read_parameter(const call &made, size_t index, bool written) {
     return read_value(shape_of(wanted, written), place, capacity);
 }
 
-template <typename Wanted>
-std::vector<named_value> read_parameters(const call &made, bool written, Wanted wanted) {
+template <typename Wanted> std::vector<named_value> read_parameters(const call &made, bool written, Wanted wanted) {
     std::vector<named_value> found;
     for (uint32_t i = 0; i < operations[made.operation].parameters.size(); ++i) {
         if (wanted(parameter_at(made, i))) {

@@ -28,10 +28,8 @@ std::string shown(const char *name, const char *text);
 __attribute__((format(printf, 2, 0))) std::string shown_format(const char *name, const char *format, va_list values);
 
 template <typename Number>
-    requires std::is_integral_v<Number>
-std::string shown(const char *name, Number number) {
-    return shown_number(name, std::is_signed_v<Number> ? scalar::int64 : scalar::uint64,
-                        static_cast<uint64_t>(number));
+requires std::is_integral_v<Number> std::string shown(const char *name, Number number) {
+    return shown_number(name, std::is_signed_v<Number> ? scalar::int64 : scalar::uint64, static_cast<uint64_t>(number));
 }
 
 // One comment line: what was called, with what.

@@ -1,6 +1,6 @@
 // Stands in front of two functions of the C library: of dlsym, so that operations of driver libraries that the main
-// program opens at run time are recorded and answered like the others; of pthread_create, to tell its threads from those
-// of the drivers.
+// program opens at run time are recorded and answered like the others; of pthread_create, to tell its threads from
+// those of the drivers.
 #include "probe/linkage.h"
 #include "probe/runtime.h"
 #include "probe/script.h"

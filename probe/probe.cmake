@@ -15,7 +15,8 @@ endfunction()
 
 # What needs no driver call to be made: the language, and how calls are matched. Tests link it with tables of their own.
 add_library(probe_language OBJECT
-    call.cpp cursor.cpp input_file.cpp names.cpp report.cpp script.cpp session.cpp settings.cpp trace.cpp value.cpp)
+    call.cpp cursor.cpp input_file.cpp names.cpp print_value.cpp report.cpp script.cpp script_values.cpp session.cpp
+    settings.cpp shape.cpp trace.cpp value.cpp)
 target_include_directories(probe_language PUBLIC ${CMAKE_SOURCE_DIR})
 set_target_properties(probe_language PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden)
 

@@ -47,8 +47,8 @@ class session {
 
     settings asked_;
     script script_;
-    std::vector<std::vector<uint32_t>> rules_of_; // per operation, in file order
-    std::vector<uint64_t> used_;                  // per rule
+    std::vector<std::vector<uint32_t>> rules_of_;   // per operation, in file order
+    std::vector<uint64_t> used_;                    // per rule
     std::map<uint32_t, std::vector<uint32_t>> due_; // per thread, lines of the recording to come; the next is last
     uint64_t calls_ = 0;
     std::mutex guard_;

@@ -21,7 +21,7 @@ struct shared_state {
 
 shared_state *state = nullptr;
 int trace_file = -1;
-std::string trace_name;
+const std::string *trace_name = nullptr; // kept: the trace begins before this file's own objects are made
 
 // A child that is killed with the lock held leaves it to the next.
 class lock_held {
@@ -55,7 +55,7 @@ void make_lock() {
 void put(const std::string &text) {
     if (trace_file >= 0 && !write_whole(trace_file, text)) {
         trace_file = -1;
-        report_finding(trace_name + ": " + strerror(errno) + "; the trace ends here, although the run went on");
+        report_finding(*trace_name + ": " + strerror(errno) + "; the trace ends here, although the run went on");
     }
 }
 
@@ -66,15 +66,14 @@ std::string closing() {
 } // namespace
 
 void start_trace(int file, const std::string &name) {
-    void *page =
-        mmap(nullptr, sizeof(shared_state), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    void *page = mmap(nullptr, sizeof(shared_state), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (page == MAP_FAILED) {
         report_finding(name + ": " + strerror(errno) + "; the trace is not written");
         return;
     }
     state = static_cast<shared_state *>(page);
     make_lock();
-    trace_name = name;
+    trace_name = new std::string(name);
     trace_file = file;
 }
 

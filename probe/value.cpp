@@ -1,21 +1,13 @@
-// Reading, writing, comparing and printing of values, by the shape of the place they belong to.
+// Reading, writing and comparing of values, by the shape of the place they belong to.
 #include "probe/value.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 
 namespace kestro_probe {
 
 namespace {
-
-// Up to here people count in decimal; above, driver numbers are addresses, masks and codes.
-constexpr uint64_t decimal_limit = 0x10000;
-
-bool is_byte(scalar type) {
-    return size_of(type) == 1;
-}
 
 template <typename Number> uint64_t number_at(const void *address) {
     Number number = 0;
@@ -186,8 +178,8 @@ bool area_matches(const shape &place, const value &wanted, const value &found) {
 // A list in a record names its first elements, any other list all of them.
 bool list_matches(const shape &place, const value &wanted, const value &found) {
     const shape element = element_of(place);
-    const bool fits = place.count != 0 ? wanted.items.size() <= found.items.size()
-                                       : wanted.items.size() == found.items.size();
+    const bool fits =
+        place.count != 0 ? wanted.items.size() <= found.items.size() : wanted.items.size() == found.items.size();
     return fits && std::equal(wanted.items.begin(), wanted.items.end(), found.items.begin(),
                               [&](const value &w, const value &f) { return matches(element, w, f); });
 }
@@ -205,169 +197,7 @@ bool record_matches(const record &layout, const value &wanted, const value &foun
     return true;
 }
 
-std::string print_number(const shape &place, uint64_t number) {
-    const auto negative = static_cast<int64_t>(number) < 0 && is_signed(place.type);
-    if (negative) {
-        return std::to_string(static_cast<int64_t>(number));
-    }
-    if (!place.hex && number < decimal_limit) {
-        return std::to_string(number);
-    }
-    char digits[16];
-    const auto end = std::to_chars(digits, digits + sizeof(digits), number, 16).ptr;
-    return "0x" + std::string(digits, end);
-}
-
-// The shortest form that reads the same again.
-std::string print_real(scalar type, double real) {
-    char digits[64];
-    char *const end = digits + sizeof(digits);
-    return {digits, type == scalar::float32 ? std::to_chars(digits, end, static_cast<float>(real)).ptr
-                                            : std::to_chars(digits, end, real).ptr};
-}
-
-std::string hex_byte(char byte) {
-    constexpr char digits[] = "0123456789abcdef";
-    const auto bits = static_cast<uint8_t>(byte);
-    return {digits[bits >> 4], digits[bits & 15]};
-}
-
-std::string print_bytes(const std::string &bytes) {
-    std::string text = "[";
-    for (const char byte : bytes) {
-        text += (text.size() > 1 ? " " : "") + hex_byte(byte);
-    }
-    return text + "]";
-}
-
-std::string print_list(const shape &place, const value &content) {
-    const shape element = element_of(place);
-    std::string text = "[";
-    for (const value &item : content.items) {
-        text += (text.size() > 1 ? " " : "") + print_value(element, item);
-    }
-    return text + "]";
-}
-
-std::string print_record(const record &layout, const value &content) {
-    std::string text = "{";
-    for (size_t i = 0; i < content.items.size(); ++i) {
-        const field &member = layout.fields[content.field_at[i]];
-        text += (text.size() > 1 ? " " : "") + std::string(member.name) + "=";
-        text += print_value(shape_of(member), content.items[i]);
-    }
-    return text + "}";
-}
-
 } // namespace
-
-size_t size_of(scalar type) {
-    switch (type) {
-    case scalar::character:
-    case scalar::int8:
-    case scalar::uint8:
-        return 1;
-    case scalar::int16:
-    case scalar::uint16:
-        return 2;
-    case scalar::int64:
-    case scalar::uint64:
-    case scalar::float64:
-        return 8;
-    case scalar::int32:
-    case scalar::uint32:
-    case scalar::float32:
-        return 4;
-    case scalar::none:
-        break;
-    }
-    return 0;
-}
-
-// A plain char counts as unsigned, as it is on the board's processor.
-bool is_signed(scalar type) {
-    return type == scalar::int8 || type == scalar::int16 || type == scalar::int32 || type == scalar::int64;
-}
-
-uint64_t normalised(scalar type, uint64_t number) {
-    const auto unused = static_cast<unsigned>(64 - 8 * size_of(type));
-    const uint64_t high = number << unused;
-    return is_signed(type) ? static_cast<uint64_t>(static_cast<int64_t>(high) >> unused) : high >> unused;
-}
-
-namespace {
-
-// What a pointer with that mark leads to.
-shape behind_pointer(mark direction, scalar type, const record *layout) {
-    shape place;
-    place.type = type;
-    place.layout = layout;
-    place.nullable = true;
-    place.text = is_text(direction);
-    if (direction == mark::callback || direction == mark::opaque) {
-        place.what = shape::form::handle;
-    } else if (is_area(direction) || place.text) {
-        place.what = shape::form::area;
-    } else if (is_array(direction)) {
-        place.what = shape::form::array;
-    } else {
-        place.what = layout != nullptr ? shape::form::record : shape::form::single;
-    }
-    return place;
-}
-
-} // namespace
-
-shape shape_of(const parameter &described, bool written) {
-    shape place = behind_pointer(described.direction, described.type, described.layout);
-    place.nullable = described.direction != mark::value;
-    place.hex = std::string_view(described.name) == "inst_id";
-    place.written = written;
-    return place;
-}
-
-shape shape_of(const field &described, bool written) {
-    shape place;
-    if (described.direction != mark::value) {
-        place = behind_pointer(described.direction, described.type, described.layout);
-    } else {
-        place.type = described.type;
-        place.layout = described.layout;
-        place.count = described.rows > 0 ? described.rows : described.count;
-        place.row = described.rows > 0 ? described.count : 0;
-        const bool bytes = described.layout == nullptr && is_byte(described.type);
-        if (place.count > 0) {
-            place.what = bytes && place.row == 0 ? shape::form::area : shape::form::array;
-            place.text = described.type == scalar::character && place.row == 0;
-        } else {
-            place.what = described.layout != nullptr ? shape::form::record : shape::form::single;
-        }
-    }
-    place.written = written;
-    return place;
-}
-
-shape element_of(const shape &array) {
-    shape element;
-    element.type = array.type;
-    element.layout = array.layout;
-    element.written = array.written;
-    element.count = array.row;
-    if (array.row > 0) {
-        element.what = is_byte(array.type) ? shape::form::area : shape::form::array;
-        element.text = array.type == scalar::character;
-    } else if (array.layout != nullptr) {
-        element.what = shape::form::record;
-    }
-    return element;
-}
-
-size_t stride_of(const shape &element) {
-    if (element.what == shape::form::record) {
-        return element.layout->size;
-    }
-    return size_of(element.type) * std::max<size_t>(element.count, 1);
-}
 
 size_t extent_of(const record &layout, const field &pointer, const char *record_address) {
     if (pointer.direction == mark::in_text) {
@@ -441,52 +271,6 @@ bool matches(const shape &place, const value &wanted, const value &found) {
         break;
     }
     return true;
-}
-
-std::string print_text(const std::string &text) {
-    std::string shown = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '\n':
-            shown += "\\n";
-            break;
-        case '\r':
-            shown += "\\r";
-            break;
-        case '\t':
-            shown += "\\t";
-            break;
-        case '"':
-        case '\\':
-            shown += std::string("\\") + c;
-            break;
-        default:
-            shown += c >= ' ' && c <= '~' ? std::string(1, c) : "\\x" + hex_byte(c);
-        }
-    }
-    return shown + "\"";
-}
-
-std::string print_value(const shape &place, const value &content) {
-    switch (content.what) {
-    case value::kind::null:
-        return "null";
-    case value::kind::callback:
-        return "callback";
-    case value::kind::number:
-        return print_number(place, content.number);
-    case value::kind::real:
-        return print_real(place.type, content.real);
-    case value::kind::bytes:
-        return print_bytes(content.bytes);
-    case value::kind::text:
-        return print_text(content.bytes);
-    case value::kind::list:
-        return print_list(place, content);
-    case value::kind::record:
-        break;
-    }
-    return print_record(*place.layout, content);
 }
 
 } // namespace kestro_probe

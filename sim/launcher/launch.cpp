@@ -33,7 +33,8 @@ places find_places(const std::string &program) {
     }
     const fs::path base = self.parent_path();
     const bool is_path = program.find('/') != std::string::npos;
-    return {is_path ? fs::absolute(program) : base / program, base / "sim", base / "sim/libkestro_world.so", base / "probe/libkestro_probe.so"};
+    return {is_path ? fs::absolute(program) : base / program, base / "sim", base / "sim/libkestro_world.so",
+            base / "probe/libkestro_probe.so"};
 }
 
 fs::path absolute(const std::string &path) {
@@ -203,11 +204,14 @@ void set_probe_environment(const launch_options &options) {
 void check_product(const fs::path &product) {
     std::error_code none;
     if (!fs::is_regular_file(product, none)) {
+        const bool usual = product.filename() == "kestro_test";
         throw launch_error(product.string(), "there is no such program",
-                           product.filename().string() + " lies beside kestro_sim");
+                           usual ? "kestro_test lies beside kestro_sim"
+                                 : "--run takes a program beside kestro_sim, such as kestro_call, or a path");
     }
     if (access(product.c_str(), X_OK) != 0) {
-        throw launch_error(product.string(), strerror(errno), product.filename().string() + " must be a program that can be run");
+        throw launch_error(product.string(), strerror(errno),
+                           product.filename().string() + " must be a program that can be run");
     }
 }
 

@@ -47,8 +47,10 @@ TEST(KestroCallTest, ACallThatFailsShowsOnlyWhatChangedAndTheStatusTells) {
 }
 
 TEST(KestroCallTest, SizesFitTheirAreas) {
-    expect_printed("drv_board_get_bios_ver", "drv_board_get_bios_ver(inst_id=0xffffffff, size=256) = 0x0 text=\"V1.02\"");
-    expect_printed("drv_board_get_bios_ver(size=4)", "drv_board_get_bios_ver(inst_id=0xffffffff, size=4) = 0x0 text=\"V1.\"");
+    expect_printed("drv_board_get_bios_ver",
+                   "drv_board_get_bios_ver(inst_id=0xffffffff, size=256) = 0x0 text=\"V1.02\"");
+    expect_printed("drv_board_get_bios_ver(size=4)",
+                   "drv_board_get_bios_ver(inst_id=0xffffffff, size=4) = 0x0 text=\"V1.\"");
     expect_printed("drv_led_patch_func1(buffer=\"blink\", size=20)",
                    "drv_led_patch_func1(inst_id=0xffffffff, buffer=\"blink\", size=20) = 0x0 buffer=\"done\"");
     expect_printed("drv_mac_get_addr_num(type_id=1, num=1, size=6)",

@@ -94,14 +94,16 @@ TEST(LinkageTest, TheGeneratorRefusesWhatItDoesNotUnderstand) {
                    "parameter 'DRV_OUT const uint32_t *value' is written and const at once");
     expect_refused("uint32_t op(uint32_t a, uint32_t a);", "two parameters have the same name");
     expect_refused("uint32_t op(uint32_t level, ...);", "a variadic operation ends in a DRV_IN_TEXT format");
-    expect_refused("struct odd {\n    char *pointer;\n};", "pointer field 'char *pointer' has no fitting direction mark");
+    expect_refused("struct odd {\n    char *pointer;\n};",
+                   "pointer field 'char *pointer' has no fitting direction mark");
     expect_refused("struct odd {\n    long number;\n};", "field 'long number' is not understood");
     expect_refused("struct odd {\n    struct other inner;\n};", "field 'struct other inner' is not understood");
     expect_refused("struct odd {\n    char text[SIZE];\n};",
                    "'SIZE' is neither a number nor a constant with a plain number");
     expect_refused("struct odd {\n    char text[2][3][4];\n};",
                    "field 'char text[2][3][4]' has more than two dimensions or an empty one");
-    expect_refused("struct odd {\n    DRV_OUT_BYTES(length) uint8_t *data;\n};", "size 'length' of 'data' names no field");
+    expect_refused("struct odd {\n    DRV_OUT_BYTES(length) uint8_t *data;\n};",
+                   "size 'length' of 'data' names no field");
     expect_refused("uint32_t op(DRV_OUT_ARRAY(4) uint8_t *data);",
                    "parameter 'DRV_OUT_ARRAY(4) uint8_t *data' is an area of bytes; write DRV_OUT_BYTES");
     expect_refused("uint32_t op(DRV_IN_ARRAY(n) const uint16_t *data, float n);",

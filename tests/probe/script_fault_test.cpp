@@ -104,11 +104,13 @@ TEST(ScriptFaultTest, ThreadsAreNumberedFromOne) {
 }
 
 TEST(ScriptFaultTest, ACallThatNeverCameBackIsNamed) {
-    const std::string fault = ":1: this call never came back, the recorded run ended in it; write what it is to do behind "
-                              "it, as in = crash, or take the line out: ";
+    const std::string fault =
+        ":1: this call never came back, the recorded run ended in it; write what it is to do behind "
+        "it, as in = crash, or take the line out: ";
     const script cut = parse_script("s", "sample_stop = 0\nsample_read(inst_id=0x1, length=4)");
     EXPECT_EQ(cut.faults, std::vector<std::string>{"s:2" + fault + "sample_read(inst_id=0x1, length=4)"});
-    const script closed = parse_script("s", "sample_read(length=4) ...\n@2 sample_read(length=4) = 0\nsample_stop() = 0\n");
+    const script closed =
+        parse_script("s", "sample_read(length=4) ...\n@2 sample_read(length=4) = 0\nsample_stop() = 0\n");
     EXPECT_EQ(closed.faults, std::vector<std::string>{"s:1" + fault + "sample_read(length=4)"});
 }
 

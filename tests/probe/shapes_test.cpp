@@ -109,14 +109,14 @@ TEST(ShapesTest, MistakesNameWhatWouldFit) {
     expect_fault("sample_lanes(wanted=[1]) = 0", "22: '1' does not fit here; write {field=value field=value}");
     expect_fault("sample_port_get = 0 found={table=[1]}", "35: '1' does not fit here; write [1 2 3]");
     expect_fault("sample_port_get = 0 found={table=1}", "34: '1' does not fit here; write [[1 2] [3 4]]");
-    expect_fault("sample_port_get = 0 found={lanes=1}", "34: '1' does not fit here; write [{field=value} {field=value}]");
-    expect_fault("sample_port_get = 0 found={first={pwer=1}}",
-                 "35: sample_lane has no field 'pwer'; nearest: 'power'");
+    expect_fault("sample_port_get = 0 found={lanes=1}",
+                 "34: '1' does not fit here; write [{field=value} {field=value}]");
+    expect_fault("sample_port_get = 0 found={first={pwer=1}}", "35: sample_lane has no field 'pwer'; nearest: 'power'");
     expect_fault("sample_transfer(request={answer=[01]}) = 0",
                  "26: what 'answer' points to is written by the driver; name it behind the result");
     expect_fault("sample_transfer = 0 request={label=\"a\"}",
                  "30: what 'label' points to is read by the driver; name it in the parentheses");
-    expect_fault("sample_words(words=[1 2 = 0", "20: list without an end; close it with ]");
+    expect_fault("sample_words(words=[1 2", "20: list without an end; close it with ]");
 }
 
 TEST(ShapesTest, RecordsWithinRecordsAreShownWhole) {

@@ -1,7 +1,6 @@
 // Every operation that a header of a simulated family declares is exported by its library.
 #include "tests/support/process.h"
 
-#include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -40,10 +39,8 @@ void expect_exported(const std::string &library, const std::string &header) {
 
 TEST(Exports, EveryOperationOfEveryHeader) {
     size_t headers = 0;
-    std::string names = DRIVER_LIBRARIES;
-    std::replace(names.begin(), names.end(), ';', ' ');
-    std::istringstream libraries(names);
-    for (std::string library; libraries >> library;) {
+    std::istringstream libraries(DRIVER_LIBRARIES);
+    for (std::string library; std::getline(libraries, library, ',');) {
         const std::string folder = source_dir() + "/include/" + library;
         for (const auto &entry : std::filesystem::recursive_directory_iterator(folder)) {
             if (entry.path().extension() == ".h") {

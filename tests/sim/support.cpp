@@ -2,6 +2,7 @@
 #include "tests/sim/support.h"
 
 #include "sim/core/prepare.h"
+#include "tests/support/driver_calls.h"
 
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
@@ -96,6 +97,10 @@ std::string calls_print(const test_board &board, const std::vector<std::string> 
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     return result.out;
+}
+
+std::string answers(const test_board &board, const std::vector<std::string> &lines) {
+    return answers_of({"--board", board.description, "--state", board.state}, lines);
 }
 
 std::string prepare_says(const std::string &description, const std::string &state, bool reset) {
