@@ -1,5 +1,6 @@
 // Calls made by hand: what is passed, what is printed, and what is said of mistakes.
 #include "tests/probe/run_support.h"
+#include "tests/support/driver_calls.h"
 
 #include <gtest/gtest.h>
 
@@ -98,7 +99,7 @@ TEST(KestroCallTest, LinesComeFromStandardInputAsWell) {
     const process_result run = run_process(
         {"/bin/sh", "-c",
          "printf '# one\\n\\ndrv_mac_get_num(type_id=1) # four\\nwait 0.01\\ndrv_mac_get_nun()\\n' | LD_LIBRARY_PATH=" +
-             build_dir() + "/tests/tiny/board " + build_dir() + "/kestro_call --wait 0.01"});
+             build_dir() + "/tests/tiny/board $KESTRO_EMULATOR " + build_dir() + "/kestro_call --wait 0.01"});
     EXPECT_EQ(run.out, "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n");
     EXPECT_EQ(run.err, "kestro_call: standard input:5:1: no operation is called 'drv_mac_get_nun'; nearest: "
                        "'drv_mac_get_num' or 'drv_mac_set_num'\n");
@@ -132,8 +133,25 @@ TEST(KestroCallTest, ListShowsInputsAndOutputs) {
 
 TEST(KestroCallTest, WhatCannotBePrintedIsSaid) {
     const process_result run = run_process({"/bin/sh", "-c",
-                                            "LD_LIBRARY_PATH=" + build_dir() + "/tests/tiny/board " + build_dir() +
-                                                "/kestro_call 'drv_mac_get_num(type_id=1)' > /dev/full"});
+                                            "LD_LIBRARY_PATH=" + build_dir() + "/tests/tiny/board $KESTRO_EMULATOR " +
+                                                build_dir() + "/kestro_call 'drv_mac_get_num(type_id=1)' > /dev/full"});
     EXPECT_NE(run.err.find("standard output: No space left on device"), std::string::npos) << run.err;
+    EXPECT_EQ(run.status, 2);
+}
+
+TEST(KestroCallTest, OnADeskTheLauncherStartsIt) {
+    const std::vector<std::string> options{"--state", new_scratch_dir() + "/state"};
+    EXPECT_EQ(calls_of(options, {"drv_mac_set_num(type_id=1, num=3)", "drv_mac_get_num(type_id=1)"}),
+              "drv_mac_set_num(inst_id=0xffffffff, type_id=1, num=3, reserved=0) = 0x0\n"
+              "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=3\n");
+    EXPECT_EQ(answers_of(options, {"drv_mac_get_num(type_id=1)", "drv_mac_get_num(type_id=1, num=null)"}),
+              "0x0 num=3\n0x81110101\n");
+}
+
+TEST(KestroCallTest, AProgramThatIsNotThereIsSaid) {
+    const process_result run = run_process({build_dir() + "/kestro_sim", "--run", "kestro_cal", "--", "x"});
+    EXPECT_EQ(run.err, "kestro_sim: " + build_dir() +
+                           "/kestro_cal: there is no such program; --run takes a program beside kestro_sim, such as "
+                           "kestro_call, or a path\n");
     EXPECT_EQ(run.status, 2);
 }

@@ -97,9 +97,12 @@ TEST(RecordTest, ACallThatCrashesTheDriverIsTheLastThingInTheTrace) {
 }
 
 TEST(RecordTest, ARunThatIsKilledInACallShowsIt) {
-    const std::string file = new_scratch_dir() + "/trace";
-    const process_result run = run_tiny({"num", "hang"}, {"KESTRO_PROBE_TRACE=" + file}, 1500);
-    EXPECT_TRUE(run.timed_out);
+    const std::string file = scratch_file("trace", "");
+    process_options options;
+    options.environment = {"KESTRO_PROBE_TRACE=" + file, "LD_PRELOAD=" + build_dir() + "/probe/libkestro_probe.so"};
+    options.kill_when = [&] { return read_file(file).find("drv_voltage_exit(inst_id=0x7)") != std::string::npos; };
+    const process_result run = run_process({build_dir() + "/tests/tiny/tiny_program", "num", "hang"}, options);
+    EXPECT_EQ(run.status, 128 + 9);
     EXPECT_EQ(read_file(file), "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n"
                                "drv_voltage_exit(inst_id=0x7)");
 }

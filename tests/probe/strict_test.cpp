@@ -121,10 +121,11 @@ TEST(StrictTest, AScriptWithoutAnEndEndsTheRunBeforeItStarts) {
 }
 
 TEST(StrictTest, AScriptMayComeOutOfAPipe) {
-    const process_result run = run_process(
-        {"/bin/bash", "-c",
-         "exec env KESTRO_PROBE_SCRIPT=/dev/fd/7 LD_PRELOAD=" + build_dir() + "/probe/libkestro_probe.so " +
-             build_dir() + "/tests/tiny/tiny_program num 7< <(sleep 0.2; echo 'drv_mac_get_num = 0 num=9')"});
+    const process_result run =
+        run_process({"/bin/bash", "-c",
+                     "exec env KESTRO_PROBE_SCRIPT=/dev/fd/7 LD_PRELOAD=" + build_dir() +
+                         "/probe/libkestro_probe.so $KESTRO_EMULATOR " + build_dir() +
+                         "/tests/tiny/tiny_program num 7< <(sleep 0.2; echo 'drv_mac_get_num = 0 num=9')"});
     EXPECT_EQ(run.out, "num: 0x0 9\n");
     EXPECT_EQ(run.status, 3);
 }
@@ -135,10 +136,10 @@ TEST(StrictTest, ARuleMayBeOfOneThread) {
 }
 
 TEST(StrictTest, ReportsThatCannotBeWrittenStillCount) {
-    const process_result run =
-        run_process({"/bin/sh", "-c",
-                     "exec env KESTRO_PROBE_STRICT=1 LD_PRELOAD=" + build_dir() + "/probe/libkestro_probe.so " +
-                         build_dir() + "/tests/tiny/tiny_program num 2>/dev/full"});
+    const process_result run = run_process({"/bin/sh", "-c",
+                                            "exec env KESTRO_PROBE_STRICT=1 LD_PRELOAD=" + build_dir() +
+                                                "/probe/libkestro_probe.so $KESTRO_EMULATOR " + build_dir() +
+                                                "/tests/tiny/tiny_program num 2>/dev/full"});
     EXPECT_EQ(run.status, 99);
 }
 
