@@ -5,16 +5,14 @@
 
 namespace kestro_probe {
 
-// An area that is said to be longer is read in part: a wrong size is likelier than a driver that fills so much.
-constexpr size_t longest_shown_area = size_t{16} << 20;
-
 struct call {
     uint32_t operation;
     void *const *arguments;         // the address of each argument
-    std::vector<size_t> capacities; // of the areas, as they were when the call was made
+    uint32_t thread;                // numbered from 1; 0: a thread of the drivers
+    std::vector<size_t> capacities; // of the areas and arrays, as they were when the call was made
 };
 
-call make_call(uint32_t operation, void *const *arguments);
+call make_call(uint32_t operation, void *const *arguments, uint32_t thread = 1);
 
 // All inputs that are shown, in the order of the declaration.
 std::vector<named_value> shown_inputs(const call &made);

@@ -143,13 +143,23 @@ uint64_t take_number(cursor &here, scalar type) {
     return normalised(type, negative ? 0 - magnitude : magnitude);
 }
 
-float take_real(cursor &here) {
+namespace {
+
+template <typename Real> bool parse_real(std::string_view word, double &real) {
+    Real narrow = 0;
+    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), narrow);
+    real = narrow;
+    return fault == std::errc() && end == word.data() + word.size();
+}
+
+} // namespace
+
+double take_real(cursor &here, scalar type) {
     skip_blanks(here);
     const cursor start = here;
     const std::string_view word = take_word(here);
-    float real = 0;
-    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), real);
-    if (fault != std::errc() || end != word.data() + word.size()) {
+    double real = 0;
+    if (!(type == scalar::float32 ? parse_real<float>(word, real) : parse_real<double>(word, real))) {
         throw syntax_error(column(start), shown_word(start) + " is no number; write it as 3.25, -1e-3, inf or nan");
     }
     return real;

@@ -40,7 +40,7 @@ std::string_view take_name(cursor &here, const std::string &purpose);
 
 // A number that fits the type, signed or unsigned: -1 and 0xffffffff are the same 32 bits.
 uint64_t take_number(cursor &here, scalar type);
-float take_real(cursor &here);
+double take_real(cursor &here, scalar type);
 char take_hex_byte(cursor &here);
 
 // A text in double quotes, escapes resolved.

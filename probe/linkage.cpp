@@ -36,7 +36,7 @@ int keep_first(dl_phdr_info *info, size_t, void *) {
 // A lookup through a library also finds what the whole program sees first, which is the wrapper.
 void *found_behind(size_t operation, void *handle) {
     void *found = real_dlsym()(handle, operations[operation].name);
-    return found != entry_points[operation].wrapper ? found : nullptr;
+    return found != wrappers[operation] ? found : nullptr;
 }
 
 void *found_through_caller(size_t operation, const void *caller) {

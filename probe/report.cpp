@@ -20,8 +20,8 @@ void report_finding(const std::string &text) {
 }
 
 void report_note(const std::string &text) {
-    if (!child) {
-        write_whole(STDERR_FILENO, text + "\n");
+    if (!child && !write_whole(STDERR_FILENO, text + "\n")) {
+        ++found;
     }
 }
 
@@ -37,15 +37,16 @@ bool is_child() {
     return child;
 }
 
-void write_whole(int file, const std::string &text) {
+bool write_whole(int file, const std::string &text) {
     size_t done = 0;
     while (done < text.size()) {
         const ssize_t written = write(file, text.data() + done, text.size() - done);
         if (written < 0 && errno != EINTR) {
-            return;
+            return false;
         }
         done += written > 0 ? static_cast<size_t>(written) : 0;
     }
+    return true;
 }
 
 } // namespace kestro_probe

@@ -9,7 +9,7 @@ namespace kestro_probe {
 // so that its copy of the script is not judged a second time.
 void report_finding(const std::string &text);
 
-// Worth saying, but no deviation.
+// Worth saying, but no deviation. What cannot be written to standard error counts as one.
 void report_note(const std::string &text);
 
 size_t findings();
@@ -18,7 +18,7 @@ size_t findings();
 void become_child();
 bool is_child();
 
-// All of it, past interruptions.
-void write_whole(int file, const std::string &text);
+// All of it, past interruptions; false when that cannot be.
+bool write_whole(int file, const std::string &text);
 
 } // namespace kestro_probe

@@ -1,9 +1,12 @@
 // Start and end of the probe, and what happens to a driver call in between.
 #include "probe/runtime.h"
 
+#include "probe/input_file.h"
 #include "probe/linkage.h"
+#include "probe/real_call.h"
 #include "probe/report.h"
 #include "probe/session.h"
+#include "probe/trace.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -26,29 +29,27 @@ constexpr int usage_status = 2;
 // Made before main when anything is asked of the probe, and never unmade: drivers may still call while the program
 // ends.
 session *running = nullptr;
-int trace_file = -1;
 
 // Calls of this thread that real drivers are at work on.
 thread_local int calls_under_way = 0;
+
+// The main thread is the first, the program's others are counted as they make their first call.
+std::atomic<uint32_t> threads_known{1};
+thread_local bool of_program = false;
+thread_local uint32_t thread_number = 0;
 
 [[noreturn]] void give_up(const std::string &text) {
     report_note(text);
     _exit(usage_status);
 }
 
-std::string read_whole(const std::string &name) {
-    const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC);
-    std::string content;
-    char part[4096];
-    ssize_t got = file < 0 ? -1 : read(file, part, sizeof(part));
-    for (; got > 0; got = read(file, part, sizeof(part))) {
-        content.append(part, static_cast<size_t>(got));
+uint32_t thread_of_caller() {
+    if (thread_number == 0 && gettid() == getpid()) {
+        thread_number = 1;
+    } else if (thread_number == 0 && of_program) {
+        thread_number = ++threads_known;
     }
-    if (got < 0) {
-        give_up(name + ": " + strerror(errno) + "; name a file that can be read");
-    }
-    close(file);
-    return content;
+    return thread_number;
 }
 
 // A recording is answered from the file alone.
@@ -66,14 +67,19 @@ script load(const settings &asked) {
     if (name.empty()) {
         return {};
     }
-    script read = parse_script(name, read_whole(name));
+    std::string fault;
+    const std::string content = read_input(name, fault);
+    if (!fault.empty()) {
+        give_up(fault);
+    }
+    script read = parse_script(name, content);
     if (!asked.replay.empty()) {
         refuse_pass(read);
     }
     if (!read.faults.empty()) {
         std::string all;
-        for (const std::string &fault : read.faults) {
-            all += (all.empty() ? "" : "\n") + fault;
+        for (const std::string &one : read.faults) {
+            all += (all.empty() ? "" : "\n") + one;
         }
         give_up(all);
     }
@@ -95,19 +101,25 @@ void after_fork_in_child() {
 
 // What a replay cannot make happen again is in the trace for people only, as a comment: calls of a forked child, and
 // calls out of a callback that a driver made, for in a replay no driver is there to make it.
-const char *comment_mark() {
+std::string comment_mark() {
     if (is_child()) {
         return "# child: ";
     }
-    return calls_under_way > 0 ? "# callback: " : "";
+    return calls_under_way > 0 || thread_number == 0 ? "# callback: " : "";
+}
+
+std::string begun(const rule &line) {
+    return comment_mark() + print_thread(line.thread) + print_call(line.operation, line.inputs);
+}
+
+std::string answered(const rule &line, const call &made) {
+    return print_answer(line) + (shown_in_part(made) ? "   # longer areas are shown up to 16 MiB" : "");
 }
 
 void trace(const rule &line, const call &made) {
-    if (trace_file < 0) {
-        return;
+    if (is_tracing()) {
+        write_line(begun(line) + answered(line, made));
     }
-    const char *note = shown_in_part(made) ? "   # longer areas are shown up to 16 MiB" : "";
-    write_whole(trace_file, comment_mark() + print_rule(line) + note + "\n");
 }
 
 [[noreturn]] void crash() {
@@ -140,7 +152,7 @@ bool is_named(const rule *by, uint32_t parameter) {
 }
 
 // A driver that fails leaves its outputs as they were, and then what stands there says nothing: shown is what changed.
-std::vector<named_value> telling_outputs(const call &made, uint32_t code, const rule *by,
+std::vector<named_value> telling_outputs(const call &made, uint64_t code, const rule *by,
                                          const std::vector<named_value> &before) {
     std::vector<named_value> outputs = read_outputs(made);
     std::vector<named_value> telling;
@@ -152,31 +164,37 @@ std::vector<named_value> telling_outputs(const call &made, uint32_t code, const 
     return telling;
 }
 
-uint32_t missing(const call &made) {
+uint64_t missing(const call &made) {
     report_note(std::string("kestro_probe: no driver library has ") + operations[made.operation].name +
                 " and no rule answers it: " + print_call(made.operation, shown_inputs(made)));
     return failure_code;
 }
 
-uint32_t call_real(const call &made, void *real, const rule *by, rule &line) {
-    const std::vector<named_value> before = trace_file < 0 ? std::vector<named_value>() : read_outputs(made);
+// The call is in the trace before the driver has it: it may not come back.
+uint64_t call_real(const call &made, void *real, const rule *by, rule &line) {
+    const bool tracing = is_tracing();
+    const int entered = errno;
+    const std::vector<named_value> before = tracing ? read_outputs(made) : std::vector<named_value>();
+    const std::string head = tracing ? begun(line) : "";
+    const uint64_t begun_line = tracing ? begin_line(head) : 0;
+    errno = entered;
     ++calls_under_way;
-    line.code = entry_points[made.operation].call(real, made.arguments);
+    line.code = real_calls[made.operation](real, made.arguments);
     --calls_under_way;
     const int error = errno;
     if (by != nullptr) {
         write_and_report(*by, made);
     }
-    if (trace_file >= 0) {
+    if (tracing) {
         line.outputs = telling_outputs(made, line.code, by, before);
-        trace(line, made);
+        end_line(begun_line, head, answered(line, made));
     }
     errno = error;
     return line.code;
 }
 
 // The rule's own outputs are what the trace shows, in the order of the declaration as everywhere.
-uint32_t answer_by_rule(const call &made, const rule &by, rule &line) {
+uint64_t answer_by_rule(const call &made, const rule &by, rule &line) {
     line.what = by.what;
     line.outputs = by.outputs;
     std::sort(line.outputs.begin(), line.outputs.end(),
@@ -194,7 +212,7 @@ uint32_t answer_by_rule(const call &made, const rule &by, rule &line) {
     return line.code;
 }
 
-uint32_t carry_out(const decision &decided, const call &made, rule &line, const void *caller) {
+uint64_t carry_out(const decision &decided, const call &made, rule &line, const void *caller) {
     line.code = decided.code;
     if (decided.real) {
         void *real = real_operation(made.operation, caller);
@@ -209,12 +227,13 @@ uint32_t carry_out(const decision &decided, const call &made, rule &line, const 
     return line.code;
 }
 
-uint32_t answer_main_program(uint32_t operation, void *const *arguments, const void *caller) {
+uint64_t answer_main_program(uint32_t operation, void *const *arguments, const void *caller) {
     const int error = errno;
-    const call made = make_call(operation, arguments);
+    const call made = make_call(operation, arguments, thread_of_caller());
     rule line;
     line.operation = operation;
-    if (trace_file >= 0) {
+    line.thread = made.thread;
+    if (is_tracing()) {
         line.inputs = shown_inputs(made);
     }
     const decision decided = running->decide(made);
@@ -234,10 +253,11 @@ __attribute__((constructor)) void start() {
     }
     script rules = load(asked);
     if (!asked.trace.empty()) {
-        trace_file = open(asked.trace.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666);
+        const int trace_file = open(asked.trace.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666);
         if (trace_file < 0) {
             give_up(asked.trace + ": " + strerror(errno) + "; name a file that can be written");
         }
+        start_trace(trace_file, asked.trace);
     }
     running = new session(asked, std::move(rules));
     pthread_atfork(before_fork, after_fork_in_parent, after_fork_in_child);
@@ -264,10 +284,10 @@ void *straight_to(size_t operation, const void *caller) {
     return real_operation(operation, caller);
 }
 
-uint32_t answer(uint32_t operation, void *const *arguments, const void *caller) noexcept {
+uint64_t answer(uint32_t operation, void *const *arguments, const void *caller) noexcept {
     try {
         if (void *real = straight_to(operation, caller)) {
-            return entry_points[operation].call(real, arguments);
+            return real_calls[operation](real, arguments);
         }
         if (running != nullptr && is_main_program(caller)) {
             return answer_main_program(operation, arguments, caller);
@@ -287,6 +307,10 @@ formatted_text::formatted_text(const char *format, va_list values) {
 
 formatted_text::~formatted_text() {
     free(text_);
+}
+
+void enter_program_thread() {
+    of_program = true;
 }
 
 bool is_answered(uint32_t operation) {

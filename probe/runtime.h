@@ -10,14 +10,8 @@
 
 namespace kestro_probe {
 
-// A wrapper, and how the real operation is called with arguments whose addresses stand in a row.
-struct entry_point {
-    void *wrapper;
-    uint32_t (*call)(void *real, void *const *arguments);
-};
-
 // In the order of the table of operations; generated. The real operations are filled in as they are found.
-extern const entry_point entry_points[];
+extern void *const wrappers[];
 extern std::atomic<void *> real_operations[];
 
 // The real operation where the call is to go straight on to it: nothing is asked of the probe, or the caller is not
@@ -25,7 +19,7 @@ extern std::atomic<void *> real_operations[];
 void *straight_to(size_t operation, const void *caller);
 
 // Records and answers a call.
-uint32_t answer(uint32_t operation, void *const *arguments, const void *caller) noexcept;
+uint64_t answer(uint32_t operation, void *const *arguments, const void *caller) noexcept;
 
 // The text that a printf-like call means. Null for a null format.
 class formatted_text {
@@ -41,6 +35,9 @@ class formatted_text {
   private:
     char *text_ = nullptr;
 };
+
+// What the program's own threads begin with: they are numbered as they call; threads of the drivers are not.
+void enter_program_thread();
 
 // Whether a name that is looked up at run time is one that the script or recording answers.
 bool is_answered(uint32_t operation);

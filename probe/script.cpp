@@ -1,8 +1,8 @@
 // Parser and printer of the language of scripts and traces.
 #include "probe/script.h"
 
-#include "probe/cursor.h"
 #include "probe/names.h"
+#include "probe/script_values.h"
 
 #include <algorithm>
 #include <charconv>
@@ -11,183 +11,23 @@ namespace kestro_probe {
 
 namespace {
 
-value take_value(cursor &here, const shape &place);
-
-// What may stand here, for people who wrote something else.
-std::string wanted_form(const shape &place) {
-    const std::string or_null = place.nullable ? " or null" : "";
-    switch (place.what) {
-    case shape::form::single:
-        return place.type == scalar::float32 ? "a number such as 3.25" + or_null : "a number" + or_null;
-    case shape::form::area:
-        return "\"text\", [20 02 ff]" + or_null;
-    case shape::form::array:
-        return "[1 2 3]" + or_null;
-    case shape::form::record:
-        return "{field=value field=value}" + or_null;
-    case shape::form::handle:
-        break;
-    }
-    return "callback" + or_null;
-}
-
-[[noreturn]] void fail_form(const cursor &here, const shape &place) {
-    throw syntax_error(column(here), shown_word(here) + " does not fit here; write " + wanted_form(place));
-}
-
-value take_bytes(cursor &here) {
-    value content;
-    content.what = value::kind::bytes;
-    const size_t start = column(here);
-    expect(here, '[', "[20 02 ff]");
-    while (!take(here, ']')) {
-        if (at_end(here)) {
-            throw syntax_error(start, "list without an end; close it with ]");
-        }
-        content.bytes += take_hex_byte(here);
-    }
-    return content;
-}
-
-value take_single(cursor &here, scalar type) {
-    value content;
-    if (type == scalar::float32) {
-        content.what = value::kind::real;
-        content.real = take_real(here);
-    } else {
-        content.what = value::kind::number;
-        content.number = take_number(here, type);
-    }
-    return content;
-}
-
-value take_list(cursor &here, const shape &place) {
-    value content;
-    content.what = value::kind::list;
-    const size_t start = column(here);
-    expect(here, '[', "[1 2 3]");
-    while (!take(here, ']')) {
-        if (at_end(here)) {
-            throw syntax_error(start, "list without an end; close it with ]");
-        }
-        content.items.push_back(take_single(here, place.type));
-    }
-    return content;
-}
-
-uint32_t take_field(cursor &here, const record &layout, const value &already) {
-    skip_blanks(here);
-    const size_t start = column(here);
-    const std::string_view name = take_name(here, "{field=value field=value}");
-    std::vector<std::string_view> known;
-    for (uint32_t i = 0; i < layout.fields.size(); ++i) {
-        known.emplace_back(layout.fields[i].name);
-        if (name != known.back()) {
-            continue;
-        }
-        if (std::count(already.field_at.begin(), already.field_at.end(), i) != 0) {
-            throw syntax_error(start, "'" + std::string(name) + "' stands here twice; name a field once");
-        }
-        return i;
-    }
-    throw syntax_error(start, std::string(layout.name) + " has no field '" + std::string(name) +
-                                  "'; nearest: " + nearest_names(name, known));
-}
-
-value take_record(cursor &here, const record &layout) {
-    value content;
-    content.what = value::kind::record;
-    const size_t start = column(here);
-    expect(here, '{', "{field=value field=value}");
-    while (!take(here, '}')) {
-        if (at_end(here)) {
-            throw syntax_error(start, "record without an end; close it with }");
-        }
-        const uint32_t at = take_field(here, layout, content);
-        expect(here, '=', "field=value");
-        content.field_at.push_back(at);
-        content.items.push_back(take_value(here, shape_of(layout.fields[at])));
-    }
-    return content;
-}
-
-bool take_keyword(cursor &here, std::string_view keyword) {
-    cursor ahead = here;
-    if (take_word(ahead) != keyword) {
-        return false;
-    }
-    here = ahead;
-    return true;
-}
-
-value take_area(cursor &here, const shape &place) {
-    value content;
-    switch (peek(here)) {
-    case '"':
-        content.what = value::kind::text;
-        content.bytes = take_quoted(here);
-        return content;
-    case '[':
-        return take_bytes(here);
-    default:
-        fail_form(here, place);
-    }
-}
-
-value take_handle(cursor &here, const shape &place) {
-    value content;
-    if (!take_keyword(here, "callback")) {
-        fail_form(here, place);
-    }
-    content.what = value::kind::callback;
-    return content;
-}
-
-value take_value(cursor &here, const shape &place) {
-    if (place.nullable && take_keyword(here, "null")) {
-        return {};
-    }
-    const char next = peek(here);
-    switch (place.what) {
-    case shape::form::area:
-        return take_area(here, place);
-    case shape::form::handle:
-        return take_handle(here, place);
-    case shape::form::array:
-        if (next != '[') {
-            fail_form(here, place);
-        }
-        return take_list(here, place);
-    case shape::form::record:
-        if (next != '{') {
-            fail_form(here, place);
-        }
-        return take_record(here, *place.layout);
-    case shape::form::single:
-        break;
-    }
-    if (next == '[' || next == '{' || next == '"' || next == '\0') {
-        fail_form(here, place);
-    }
-    return take_single(here, place.type);
-}
-
 std::string wrong_side(const parameter &named, bool input) {
     const std::string name = "'" + std::string(named.name) + "'";
     return input ? name + " is written by the driver; name it behind the result, as in = 0 " + named.name + "=..."
                  : name + " is read by the driver; name it in the parentheses";
 }
 
-uint32_t take_parameter(cursor &here, const operation &op, bool input, const std::vector<named_value> &already) {
+uint32_t take_parameter(cursor &here, const operation &op, side wanted, const std::vector<named_value> &already) {
     skip_blanks(here);
     const size_t start = column(here);
     const std::string_view name = take_name(here, "name=value");
     std::vector<std::string_view> known;
     for (uint32_t i = 0; i < op.parameters.size(); ++i) {
         const parameter &candidate = op.parameters[i];
-        const bool fits = input ? is_input(candidate.direction) : is_output(candidate.direction);
+        const bool fits = wanted == side::both ||
+                          (wanted == side::input ? is_input(candidate.direction) : is_output(candidate.direction));
         if (name == candidate.name && !fits) {
-            throw syntax_error(start, wrong_side(candidate, input));
+            throw syntax_error(start, wrong_side(candidate, wanted == side::input));
         }
         if (fits) {
             known.emplace_back(candidate.name);
@@ -200,25 +40,26 @@ uint32_t take_parameter(cursor &here, const operation &op, bool input, const std
         }
         return i;
     }
-    const std::string side = input ? "input" : "output";
+    const std::string kind = wanted == side::input ? "input" : wanted == side::output ? "output" : "parameter";
     const std::string nearest = nearest_names(name, known);
-    throw syntax_error(start, std::string(op.name) + " has no " + side + " '" + std::string(name) + "'; " +
-                                  (nearest.empty() ? "it has no " + side + "s" : "nearest: " + nearest));
+    throw syntax_error(start, std::string(op.name) + " has no " + kind + " '" + std::string(name) + "'; " +
+                                  (nearest.empty() ? "it has no " + kind + "s" : "nearest: " + nearest));
 }
 
-void take_named_value(cursor &here, const operation &op, bool input, std::vector<named_value> &into) {
-    const uint32_t at = take_parameter(here, op, input, into);
+void take_named_value(cursor &here, const operation &op, side wanted, std::vector<named_value> &into) {
+    const uint32_t at = take_parameter(here, op, wanted, into);
+    const bool written = wanted == side::output || (wanted == side::both && !is_input(op.parameters[at].direction));
     expect(here, '=', "name=value");
-    into.push_back({at, take_value(here, shape_of(op.parameters[at]))});
+    into.push_back({at, take_value(here, shape_of(op.parameters[at], written))});
 }
 
-void take_inputs(cursor &here, rule &read) {
+void take_inputs(cursor &here, rule &read, side wanted) {
     read.any_input = !take(here, '(');
     if (read.any_input || take(here, ')')) {
         return;
     }
     do {
-        take_named_value(here, operations[read.operation], true, read.inputs);
+        take_named_value(here, operations[read.operation], wanted, read.inputs);
     } while (take(here, ','));
     expect(here, ')', "op(name=value, name=value) = result");
 }
@@ -232,6 +73,14 @@ void take_result(cursor &here, rule &read) {
             return;
         }
     }
+    const scalar type = operations[read.operation].result;
+    if (take_keyword(here, "void")) {
+        if (type != scalar::none) {
+            throw syntax_error(column(here) - 4,
+                               std::string(operations[read.operation].name) + " returns a number; write it, as in = 0");
+        }
+        return;
+    }
     skip_blanks(here);
     const cursor start = here;
     const std::string_view word = take_word(here);
@@ -240,7 +89,11 @@ void take_result(cursor &here, rule &read) {
                                                               "pass, crash or hang");
     }
     here = start;
-    read.code = static_cast<uint32_t>(take_number(here, scalar::uint32));
+    if (type == scalar::none) {
+        throw syntax_error(column(start), std::string(operations[read.operation].name) +
+                                              " returns nothing; write void, pass, crash or hang");
+    }
+    read.code = take_number(here, type);
 }
 
 // "x3" at the end of a line.
@@ -269,20 +122,36 @@ void take_outputs(cursor &here, rule &read) {
         if (read.what == outcome::crash || read.what == outcome::hang) {
             throw syntax_error(column(here), "a call that does not return writes nothing; end the rule here");
         }
-        take_named_value(here, operations[read.operation], false, read.outputs);
+        take_named_value(here, operations[read.operation], side::output, read.outputs);
     }
     if (!at_end(here)) {
         throw syntax_error(column(here), shown_word(here) + " behind the count; end the rule with the count");
     }
 }
 
-rule take_rule(cursor &here) {
-    rule read;
+// "@2" in front of a call.
+uint32_t take_thread(cursor &here) {
+    skip_blanks(here);
+    if (here.line.substr(here.at, 1) != "@") {
+        return 0;
+    }
+    const size_t start = column(here);
+    ++here.at;
+    const std::string_view digits = take_word(here);
+    uint32_t thread = 0;
+    const auto [end, fault] = std::from_chars(digits.data(), digits.data() + digits.size(), thread);
+    if (fault != std::errc() || end != digits.data() + digits.size() || thread == 0) {
+        throw syntax_error(start, "'@" + std::string(digits) + "' is no thread; write @1, @2, ...");
+    }
+    return thread;
+}
+
+uint32_t take_operation(cursor &here) {
     skip_blanks(here);
     const size_t start = column(here);
     const std::string_view name = take_name(here, "op(name=value) = result name=value");
-    read.operation = find_operation(name);
-    if (read.operation == operations.size()) {
+    const uint32_t found = find_operation(name);
+    if (found == operations.size()) {
         std::vector<std::string_view> known;
         for (const operation &op : operations) {
             known.emplace_back(op.name);
@@ -290,27 +159,66 @@ rule take_rule(cursor &here) {
         throw syntax_error(start, "no operation is called '" + std::string(name) +
                                       "'; nearest: " + nearest_names(name, known));
     }
-    take_inputs(here, read);
-    take_result(here, read);
-    take_outputs(here, read);
-    return read;
+    return found;
 }
 
-void parse_line(script &into, std::string_view text, size_t number) {
+// Of a line of a recording whose call had not come back: it ends in the mark, or it is the file's last, cut off.
+bool is_begun(cursor here, bool cut_off) {
+    return take_word(here) == "..." ? at_end(here) : cut_off && at_end(here);
+}
+
+bool take_rule(cursor &here, bool cut_off, rule &read) {
+    read.thread = take_thread(here);
+    read.operation = take_operation(here);
+    take_inputs(here, read, side::input);
+    skip_blanks(here);
+    if (!read.any_input && is_begun(here, cut_off)) {
+        return false;
+    }
+    take_result(here, read);
+    take_outputs(here, read);
+    return true;
+}
+
+void parse_line(script &into, std::string_view text, size_t number, bool cut_off, std::vector<rule> &begun) {
     cursor here{text};
     if (at_end(here)) {
         return;
     }
     const size_t start = here.at;
     try {
-        rule read = take_rule(here);
+        rule read;
+        const bool whole = take_rule(here, cut_off, read);
         read.line = number;
         read.source = std::string(text.substr(start, here.at - start));
         read.source.erase(read.source.find_last_not_of(" \t\r") + 1);
-        into.rules.push_back(std::move(read));
+        (whole ? into.rules : begun).push_back(std::move(read));
     } catch (const syntax_error &fault) {
         into.faults.push_back(into.file + ":" + std::to_string(number) + ":" + std::to_string(fault.column) + ": " +
                               fault.what());
+    }
+}
+
+// A call that came back has a whole line further down. What is left was under way when the recorded run ended.
+void report_unfinished(script &into, const std::vector<rule> &begun) {
+    std::vector<bool> taken(into.rules.size());
+    for (const rule &head : begun) {
+        size_t at = 0;
+        for (; at < into.rules.size(); ++at) {
+            const rule &line = into.rules[at];
+            if (!taken[at] && line.line > head.line && line.thread == head.thread && line.operation == head.operation &&
+                line.inputs == head.inputs) {
+                break;
+            }
+        }
+        if (at < into.rules.size()) {
+            taken[at] = true;
+            continue;
+        }
+        into.faults.push_back(into.file + ":" + std::to_string(head.line) +
+                              ":1: this call never came back, the recorded run ended in it; write what it is to do "
+                              "behind it, as in = crash, or take the line out: " +
+                              head.source);
     }
 }
 
@@ -330,7 +238,14 @@ std::string print_result(const rule &shown) {
     case outcome::code:
         break;
     }
-    char digits[8];
+    const scalar type = operations[shown.operation].result;
+    if (type == scalar::none) {
+        return "void";
+    }
+    if (is_signed(type) && static_cast<int64_t>(shown.code) < 0) {
+        return std::to_string(static_cast<int64_t>(shown.code));
+    }
+    char digits[16];
     return "0x" + std::string(digits, std::to_chars(digits, digits + sizeof(digits), shown.code, 16).ptr);
 }
 
@@ -346,10 +261,23 @@ uint32_t find_operation(std::string_view name) {
 script parse_script(const std::string &file, std::string_view content) {
     script read;
     read.file = file;
+    std::vector<rule> begun;
     for (size_t number = 1; !content.empty(); ++number) {
         const size_t end = std::min(content.find('\n'), content.size());
-        parse_line(read, content.substr(0, end), number);
+        parse_line(read, content.substr(0, end), number, end == content.size(), begun);
         content.remove_prefix(std::min(end + 1, content.size()));
+    }
+    report_unfinished(read, begun);
+    return read;
+}
+
+rule parse_call(std::string_view line) {
+    cursor here{line};
+    rule read;
+    read.operation = take_operation(here);
+    take_inputs(here, read, side::both);
+    if (!at_end(here)) {
+        throw syntax_error(column(here), shown_word(here) + " behind the call; write op(name=value, name=value)");
     }
     return read;
 }
@@ -362,13 +290,22 @@ std::string print_call(uint32_t operation, const std::vector<named_value> &input
     return text + ")";
 }
 
-std::string print_rule(const rule &shown) {
-    std::string text = shown.any_input ? operations[shown.operation].name : print_call(shown.operation, shown.inputs);
-    text += " = " + print_result(shown);
+std::string print_answer(const rule &shown) {
+    std::string text = " = " + print_result(shown);
     for (const named_value &output : shown.outputs) {
         text += " " + print_named(shown.operation, output);
     }
     return text + (shown.times > 0 ? " x" + std::to_string(shown.times) : "");
+}
+
+std::string print_thread(uint32_t thread) {
+    return thread > 1 ? "@" + std::to_string(thread) + " " : "";
+}
+
+std::string print_rule(const rule &shown) {
+    const std::string call =
+        shown.any_input ? operations[shown.operation].name : print_call(shown.operation, shown.inputs);
+    return print_thread(shown.thread) + call + print_answer(shown);
 }
 
 } // namespace kestro_probe

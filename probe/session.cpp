@@ -11,7 +11,7 @@ namespace {
 constexpr size_t most_deviations = 20;
 
 std::string shown(const call &made) {
-    return print_call(made.operation, shown_inputs(made));
+    return print_thread(made.thread) + print_call(made.operation, shown_inputs(made));
 }
 
 void report_deviation(const std::string &text) {
@@ -29,6 +29,10 @@ session::session(settings asked, script rules)
     for (uint32_t i = 0; i < script_.rules.size(); ++i) {
         rules_of_[script_.rules[i].operation].push_back(i);
     }
+    // Each thread of a run follows its own lines; how they stand among those of others is chance.
+    for (uint32_t i = static_cast<uint32_t>(script_.rules.size()); !asked_.replay.empty() && i-- > 0;) {
+        due_[std::max(script_.rules[i].thread, 1U)].push_back(i);
+    }
 }
 
 decision session::decide(const call &made) {
@@ -37,9 +41,14 @@ decision session::decide(const call &made) {
     // A recording moves on at a call that fails on purpose, for the call was made; a rule of a script is not used up.
     if (!asked_.replay.empty()) {
         const decision answer = replayed(made, number);
-        return fails(number) ? decision{false, asked_.failing.code, nullptr} : answer;
+        return fails(number) ? failed(made) : answer;
     }
-    return fails(number) ? decision{false, asked_.failing.code, nullptr} : scripted(made, number);
+    return fails(number) ? failed(made) : scripted(made, number);
+}
+
+decision session::failed(const call &made) const {
+    const scalar result = operations[made.operation].result;
+    return {false, result == scalar::none ? 0 : normalised(result, asked_.failing.code), nullptr};
 }
 
 bool session::fails(uint64_t number) const {
@@ -48,15 +57,17 @@ bool session::fails(uint64_t number) const {
 }
 
 decision session::replayed(const call &made, uint64_t number) {
-    if (next_ == script_.rules.size()) {
+    std::vector<uint32_t> &to_come = due_[made.thread];
+    if (to_come.empty()) {
         report_deviation(script_.file + ": call " + std::to_string(number) +
                          " is beyond the end of the recording: " + shown(made));
         return {false, failure_code, nullptr};
     }
-    const rule &due = script_.rules[next_];
-    ++used_[next_];
-    if (used_[next_] >= std::max<uint64_t>(due.times, 1)) {
-        ++next_;
+    const uint32_t next = to_come.back();
+    const rule &due = script_.rules[next];
+    ++used_[next];
+    if (used_[next] >= std::max<uint64_t>(due.times, 1)) {
+        to_come.pop_back();
     }
     if (!matches(due, made)) {
         report_deviation(place_of(due) + ": call " + std::to_string(number) +
@@ -70,7 +81,8 @@ decision session::scripted(const call &made, uint64_t number) {
     for (const uint32_t i : rules_of_[made.operation]) {
         const rule &candidate = script_.rules[i];
         const bool left = candidate.times == 0 || used_[i] < candidate.times;
-        if (left && matches(candidate, made)) {
+        const bool of_thread = candidate.thread == 0 || candidate.thread == made.thread;
+        if (left && of_thread && matches(candidate, made)) {
             ++used_[i];
             return {candidate.what == outcome::pass, candidate.code, &candidate};
         }
@@ -83,13 +95,21 @@ decision session::scripted(const call &made, uint64_t number) {
     return {false, failure_code, nullptr};
 }
 
+void session::report_lines_left(uint32_t thread, const std::vector<uint32_t> &left) const {
+    if (left.empty()) {
+        return;
+    }
+    const rule &due = script_.rules[left.back()];
+    const std::string of_thread = thread > 1 ? " of thread " + std::to_string(thread) : "";
+    report_finding(place_of(due) + ": the run ended with " + std::to_string(left.size()) +
+                   (left.size() == 1 ? " line" : " lines") + of_thread + " of the recording left over\n  expected " +
+                   due.source);
+}
+
 void session::report_left_over() {
     const std::lock_guard lock(guard_);
-    if (!asked_.replay.empty() && next_ < script_.rules.size()) {
-        const rule &due = script_.rules[next_];
-        const size_t left = script_.rules.size() - next_;
-        report_finding(place_of(due) + ": the run ended with " + std::to_string(left) +
-                       (left == 1 ? " line" : " lines") + " of the recording left over\n  expected " + due.source);
+    for (const auto &[thread, left] : due_) {
+        report_lines_left(thread, left);
     }
     for (size_t i = 0; asked_.strict && i < script_.rules.size(); ++i) {
         const rule &unused = script_.rules[i];

@@ -4,6 +4,7 @@
 #include "probe/call.h"
 #include "probe/settings.h"
 
+#include <map>
 #include <mutex>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace kestro_probe {
 // How a call is answered. Without a rule, code is the answer and no output is written; real is the driver's own answer.
 struct decision {
     bool real = false;
-    uint32_t code = 0;
+    uint64_t code = 0;
     const rule *by = nullptr;
 };
 
@@ -39,14 +40,16 @@ class session {
 
   private:
     bool fails(uint64_t number) const;
+    decision failed(const call &made) const;
+    void report_lines_left(uint32_t thread, const std::vector<uint32_t> &left) const;
     decision replayed(const call &made, uint64_t number);
     decision scripted(const call &made, uint64_t number);
 
     settings asked_;
     script script_;
-    std::vector<std::vector<uint32_t>> rules_of_; // per operation, in file order
-    std::vector<uint64_t> used_;                  // per rule
-    size_t next_ = 0;                             // line of the recording that is due
+    std::vector<std::vector<uint32_t>> rules_of_;   // per operation, in file order
+    std::vector<uint64_t> used_;                    // per rule
+    std::map<uint32_t, std::vector<uint32_t>> due_; // per thread, lines of the recording to come; the next is last
     uint64_t calls_ = 0;
     std::mutex guard_;
 };

@@ -1,21 +1,13 @@
-// Reading, writing, comparing and printing of values, by the shape of the place they belong to.
+// Reading, writing and comparing of values, by the shape of the place they belong to.
 #include "probe/value.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 
 namespace kestro_probe {
 
 namespace {
-
-// Up to here people count in decimal; above, driver numbers are addresses, masks and codes.
-constexpr uint64_t decimal_limit = 0x10000;
-
-bool is_byte(scalar type) {
-    return size_of(type) == 1;
-}
 
 template <typename Number> uint64_t number_at(const void *address) {
     Number number = 0;
@@ -30,9 +22,16 @@ template <typename Number> void put_number(uint64_t wide, void *address) {
 
 value read_scalar(scalar type, const void *address) {
     value found;
-    if (type == scalar::float32) {
+    if (type == scalar::float64) {
         found.what = value::kind::real;
         memcpy(&found.real, address, sizeof(found.real));
+        return found;
+    }
+    if (type == scalar::float32) {
+        float real = 0;
+        memcpy(&real, address, sizeof(real));
+        found.what = value::kind::real;
+        found.real = real;
         return found;
     }
     const size_t size = size_of(type);
@@ -45,8 +44,13 @@ value read_scalar(scalar type, const void *address) {
 }
 
 void write_scalar(scalar type, const value &content, void *address) {
-    if (type == scalar::float32) {
+    if (type == scalar::float64) {
         memcpy(address, &content.real, sizeof(content.real));
+        return;
+    }
+    if (type == scalar::float32) {
+        const auto real = static_cast<float>(content.real);
+        memcpy(address, &real, sizeof(real));
         return;
     }
     switch (size_of(type)) {
@@ -73,22 +77,45 @@ value read_area(const shape &place, const char *address, size_t capacity) {
     return found;
 }
 
-value read_list(const shape &place, const char *address) {
+value read_list(const shape &place, const char *address, size_t capacity) {
+    const shape element = element_of(place);
     value found;
     found.what = value::kind::list;
-    for (size_t i = 0; i < place.count; ++i) {
-        found.items.push_back(read_scalar(place.type, address + i * size_of(place.type)));
+    for (size_t i = 0; i < capacity; ++i) {
+        found.items.push_back(read_value(element, address + i * stride_of(element), element.count));
     }
     return found;
 }
 
-value read_record(const record &layout, const char *address) {
+void *pointer_at(const char *address) {
+    void *pointer = nullptr;
+    memcpy(&pointer, address, sizeof(pointer));
+    return pointer;
+}
+
+bool is_shown(const field &member, bool written) {
+    return written ? is_output(member.direction) || member.direction == mark::value : is_input(member.direction);
+}
+
+value read_member(const record &layout, const field &member, const char *address, bool written) {
+    const shape place = shape_of(member, written);
+    const char *at = address + member.offset;
+    if (member.direction == mark::value) {
+        return read_value(place, at, place.count);
+    }
+    const void *pointer = pointer_at(at);
+    const bool has_extent = pointer != nullptr && place.what != shape::form::handle;
+    return read_value(place, pointer, has_extent ? extent_of(layout, member, address) : 0);
+}
+
+value read_record(const record &layout, const char *address, bool written) {
     value found;
     found.what = value::kind::record;
     for (uint32_t i = 0; i < layout.fields.size(); ++i) {
-        const field &member = layout.fields[i];
-        found.field_at.push_back(i);
-        found.items.push_back(read_value(shape_of(member), address + member.offset, member.count));
+        if (is_shown(layout.fields[i], written)) {
+            found.field_at.push_back(i);
+            found.items.push_back(read_member(layout, layout.fields[i], address, written));
+        }
     }
     return found;
 }
@@ -102,19 +129,37 @@ bool write_area(const value &content, char *address, size_t capacity) {
     return length == content.bytes.size();
 }
 
-bool write_list(const shape &place, const value &content, char *address) {
-    const size_t length = std::min(content.items.size(), place.count);
+bool write_list(const shape &place, const value &content, char *address, size_t capacity) {
+    const shape element = element_of(place);
+    const size_t length = std::min(content.items.size(), capacity);
+    bool whole = length == content.items.size();
     for (size_t i = 0; i < length; ++i) {
-        write_scalar(place.type, content.items[i], address + i * size_of(place.type));
+        whole &= write_value(element, content.items[i], address + i * stride_of(element), element.count);
     }
-    return length == content.items.size();
+    return whole;
 }
 
+bool write_member(const record &layout, const field &member, const value &content, char *address) {
+    const shape place = shape_of(member);
+    char *at = address + member.offset;
+    if (member.direction == mark::value) {
+        return write_value(place, content, at, place.count);
+    }
+    void *pointer = pointer_at(at);
+    const bool has_extent = pointer != nullptr && place.what != shape::form::handle;
+    return write_value(place, content, pointer, has_extent ? extent_of(layout, member, address) : 0);
+}
+
+// What is pointed to comes first: a length among the members says how far it reaches before that length is written.
 bool write_record(const record &layout, const value &content, char *address) {
     bool whole = true;
-    for (size_t i = 0; i < content.items.size(); ++i) {
-        const field &member = layout.fields[content.field_at[i]];
-        whole &= write_value(shape_of(member), content.items[i], address + member.offset, member.count);
+    for (const bool pointers : {true, false}) {
+        for (size_t i = 0; i < content.items.size(); ++i) {
+            const field &member = layout.fields[content.field_at[i]];
+            if ((member.direction != mark::value) == pointers) {
+                whole &= write_member(layout, member, content.items[i], address);
+            }
+        }
     }
     return whole;
 }
@@ -130,144 +175,41 @@ bool area_matches(const shape &place, const value &wanted, const value &found) {
     return wanted.what == value::kind::text ? found.bytes[wanted.bytes.size()] == '\0' : place.count != 0;
 }
 
+// A list in a record names its first elements, any other list all of them.
 bool list_matches(const shape &place, const value &wanted, const value &found) {
-    shape single = place;
-    single.what = shape::form::single;
-    return wanted.items.size() <= found.items.size() &&
-           std::equal(wanted.items.begin(), wanted.items.end(), found.items.begin(),
-                      [&](const value &w, const value &f) { return matches(single, w, f); });
+    const shape element = element_of(place);
+    const bool fits =
+        place.count != 0 ? wanted.items.size() <= found.items.size() : wanted.items.size() == found.items.size();
+    return fits && std::equal(wanted.items.begin(), wanted.items.end(), found.items.begin(),
+                              [&](const value &w, const value &f) { return matches(element, w, f); });
 }
 
 bool record_matches(const record &layout, const value &wanted, const value &found) {
     for (size_t i = 0; i < wanted.items.size(); ++i) {
         const uint32_t at = wanted.field_at[i];
-        if (!matches(shape_of(layout.fields[at]), wanted.items[i], found.items[at])) {
+        const auto named = std::find(found.field_at.begin(), found.field_at.end(), at);
+        if (named == found.field_at.end() ||
+            !matches(shape_of(layout.fields[at]), wanted.items[i],
+                     found.items[static_cast<size_t>(named - found.field_at.begin())])) {
             return false;
         }
     }
     return true;
 }
 
-std::string print_number(const shape &place, uint64_t number) {
-    const auto negative = static_cast<int64_t>(number) < 0 && is_signed(place.type);
-    if (negative) {
-        return std::to_string(static_cast<int64_t>(number));
-    }
-    if (!place.hex && number < decimal_limit) {
-        return std::to_string(number);
-    }
-    char digits[16];
-    const auto end = std::to_chars(digits, digits + sizeof(digits), number, 16).ptr;
-    return "0x" + std::string(digits, end);
-}
-
-std::string print_real(float real) {
-    char digits[64];
-    return {digits, std::to_chars(digits, digits + sizeof(digits), real).ptr};
-}
-
-std::string hex_byte(char byte) {
-    constexpr char digits[] = "0123456789abcdef";
-    const auto bits = static_cast<uint8_t>(byte);
-    return {digits[bits >> 4], digits[bits & 15]};
-}
-
-std::string print_bytes(const std::string &bytes) {
-    std::string text = "[";
-    for (const char byte : bytes) {
-        text += (text.size() > 1 ? " " : "") + hex_byte(byte);
-    }
-    return text + "]";
-}
-
-std::string print_list(const shape &place, const value &content) {
-    shape single = place;
-    single.what = shape::form::single;
-    std::string text = "[";
-    for (const value &item : content.items) {
-        text += (text.size() > 1 ? " " : "") + print_value(single, item);
-    }
-    return text + "]";
-}
-
-std::string print_record(const record &layout, const value &content) {
-    std::string text = "{";
-    for (size_t i = 0; i < content.items.size(); ++i) {
-        const field &member = layout.fields[content.field_at[i]];
-        text += (text.size() > 1 ? " " : "") + std::string(member.name) + "=";
-        text += print_value(shape_of(member), content.items[i]);
-    }
-    return text + "}";
-}
-
 } // namespace
 
-size_t size_of(scalar type) {
-    switch (type) {
-    case scalar::character:
-    case scalar::int8:
-    case scalar::uint8:
-        return 1;
-    case scalar::int16:
-    case scalar::uint16:
-        return 2;
-    case scalar::int64:
-    case scalar::uint64:
-        return 8;
-    case scalar::int32:
-    case scalar::uint32:
-    case scalar::float32:
-        break;
+size_t extent_of(const record &layout, const field &pointer, const char *record_address) {
+    if (pointer.direction == mark::in_text) {
+        return strlen(static_cast<const char *>(pointer_at(record_address + pointer.offset)));
     }
-    return 4;
-}
-
-// A plain char counts as unsigned, as it is on the board's processor.
-bool is_signed(scalar type) {
-    return type == scalar::int8 || type == scalar::int16 || type == scalar::int32 || type == scalar::int64;
-}
-
-uint64_t normalised(scalar type, uint64_t number) {
-    const auto unused = static_cast<unsigned>(64 - 8 * size_of(type));
-    const uint64_t high = number << unused;
-    return is_signed(type) ? static_cast<uint64_t>(static_cast<int64_t>(high) >> unused) : high >> unused;
-}
-
-shape shape_of(const parameter &described) {
-    shape place;
-    place.type = described.type;
-    place.layout = described.layout;
-    place.nullable = described.direction != mark::value;
-    place.hex = std::string_view(described.name) == "inst_id";
-    switch (described.direction) {
-    case mark::callback:
-    case mark::opaque:
-        place.what = shape::form::handle;
-        break;
-    case mark::in_text:
-    case mark::out_text:
-    case mark::inout_text:
-        place.text = true;
-        [[fallthrough]];
-    case mark::in_bytes:
-    case mark::out_bytes:
-        place.what = shape::form::area;
-        break;
-    default:
-        place.what = described.layout != nullptr ? shape::form::record : shape::form::single;
+    if (pointer.size.size_at < 0) {
+        return pointer.size.fixed_size;
     }
-    return place;
-}
-
-shape shape_of(const field &described) {
-    shape place;
-    place.type = described.type;
-    place.count = described.count;
-    place.text = described.type == scalar::character && described.count > 0;
-    if (described.count > 0) {
-        place.what = is_byte(described.type) ? shape::form::area : shape::form::array;
-    }
-    return place;
+    const field &size = layout.fields[static_cast<size_t>(pointer.size.size_at)];
+    const uint64_t count = read_scalar(size.type, record_address + size.offset).number;
+    const bool negative = is_signed(size.type) && static_cast<int64_t>(count) < 0;
+    return negative ? 0 : static_cast<size_t>(std::min<uint64_t>(count, longest_shown_area));
 }
 
 value read_value(const shape &place, const void *address, size_t capacity) {
@@ -281,9 +223,9 @@ value read_value(const shape &place, const void *address, size_t capacity) {
     case shape::form::area:
         return read_area(place, static_cast<const char *>(address), capacity);
     case shape::form::array:
-        return read_list(place, static_cast<const char *>(address));
+        return read_list(place, static_cast<const char *>(address), capacity);
     case shape::form::record:
-        return read_record(*place.layout, static_cast<const char *>(address));
+        return read_record(*place.layout, static_cast<const char *>(address), place.written);
     case shape::form::handle:
         found.what = value::kind::callback;
         break;
@@ -302,7 +244,7 @@ bool write_value(const shape &place, const value &content, void *address, size_t
     case shape::form::area:
         return write_area(content, static_cast<char *>(address), capacity);
     case shape::form::array:
-        return write_list(place, content, static_cast<char *>(address));
+        return write_list(place, content, static_cast<char *>(address), capacity);
     case shape::form::record:
         return write_record(*place.layout, content, static_cast<char *>(address));
     case shape::form::handle:
@@ -329,52 +271,6 @@ bool matches(const shape &place, const value &wanted, const value &found) {
         break;
     }
     return true;
-}
-
-std::string print_text(const std::string &text) {
-    std::string shown = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '\n':
-            shown += "\\n";
-            break;
-        case '\r':
-            shown += "\\r";
-            break;
-        case '\t':
-            shown += "\\t";
-            break;
-        case '"':
-        case '\\':
-            shown += std::string("\\") + c;
-            break;
-        default:
-            shown += c >= ' ' && c <= '~' ? std::string(1, c) : "\\x" + hex_byte(c);
-        }
-    }
-    return shown + "\"";
-}
-
-std::string print_value(const shape &place, const value &content) {
-    switch (content.what) {
-    case value::kind::null:
-        return "null";
-    case value::kind::callback:
-        return "callback";
-    case value::kind::number:
-        return print_number(place, content.number);
-    case value::kind::real:
-        return print_real(content.real);
-    case value::kind::bytes:
-        return print_bytes(content.bytes);
-    case value::kind::text:
-        return print_text(content.bytes);
-    case value::kind::list:
-        return print_list(place, content);
-    case value::kind::record:
-        break;
-    }
-    return print_record(*place.layout, content);
 }
 
 } // namespace kestro_probe

@@ -26,14 +26,17 @@ struct places {
     fs::path probe;
 };
 
-places find_places() {
+// A word with a slash is a path; one without is a program beside the launcher.
+places find_places(const std::string &program) {
     std::error_code error;
     const fs::path self = fs::read_symlink("/proc/self/exe", error);
     if (error) {
         throw launch_error("/proc/self/exe", error.message(), "/proc must be mounted");
     }
     const fs::path base = self.parent_path();
-    return {base / "kestro_test", base / "sim", base / "sim/libkestro_world.so", base / "probe/libkestro_probe.so"};
+    const bool is_path = program.find('/') != std::string::npos;
+    return {is_path ? fs::absolute(program) : base / program, base / "sim", base / "sim/libkestro_world.so",
+            base / "probe/libkestro_probe.so"};
 }
 
 fs::path absolute(const std::string &path) {
@@ -183,10 +186,14 @@ std::string time_at_start(const fs::path &state) {
 void check_product(const fs::path &product) {
     std::error_code none;
     if (!fs::is_regular_file(product, none)) {
-        throw launch_error(product.string(), "there is no such program", "kestro_test lies beside kestro_sim");
+        const bool usual = product.filename() == "kestro_test";
+        throw launch_error(product.string(), "there is no such program",
+                           usual ? "kestro_test lies beside kestro_sim"
+                                 : "--run takes a program beside kestro_sim, such as kestro_call, or a path");
     }
     if (access(product.c_str(), X_OK) != 0) {
-        throw launch_error(product.string(), strerror(errno), "kestro_test must be a program that can be run");
+        throw launch_error(product.string(), strerror(errno),
+                           product.filename().string() + " must be a program that can be run");
     }
 }
 
@@ -209,17 +216,17 @@ void check_product(const fs::path &product) {
     execv(program.c_str(), pointers.data());
     throw launch_error(program, strerror(errno),
                        emulated ? "KESTRO_EMULATOR takes the path of a program"
-                                : "kestro_test must be a program of this machine");
+                                : product.filename().string() + " must be a program of this machine");
 }
 
 } // namespace
 
 bool launch(const launch_options &options) {
-    const places parts = find_places();
+    const places parts = find_places(options.run);
     const board_choice board = choose_board(options.board, parts.sim / "chassis");
     const fs::path state = find_state(options, board.chassis);
     const refitting wanted{options.pull, options.plug};
-    const bool is_run = !options.words.empty() || !options.has_hand();
+    const bool is_run = !options.words.empty() || options.run != "kestro_test" || !options.has_hand();
     if (is_run) {
         check_product(parts.product);
     }

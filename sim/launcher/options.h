@@ -19,6 +19,7 @@ struct launch_error : std::runtime_error {
 };
 
 struct launch_options {
+    std::string run = "kestro_test"; // the program: a name beside the launcher, or a path
     std::string board = "mpu_master";
     std::string clock = "real";
     std::string state;      // empty: the chassis' own below the user's state directory

@@ -118,3 +118,9 @@ TEST(AnswerTest, ACallAndAllAfterItFail) {
     EXPECT_EQ(run_tiny({"num", "code", "num"}, {"KESTRO_PROBE_FAIL_CALL=2+"}).out,
               "num: 0x0 4\ncode: 0xdead 0x1 2 3 4\nnum: 0xdead 77\n");
 }
+
+TEST(AnswerTest, TheCallThatFailsIsCountedOverAllThreads) {
+    const process_result run = run_tiny({"num", "thread_num", "num"}, {"KESTRO_PROBE_FAIL_CALL=2"});
+    EXPECT_EQ(run.out, "num: 0x0 4\nnum: 0xdead 77\nnum: 0x0 4\n");
+    EXPECT_EQ(run.status, 3);
+}

@@ -51,10 +51,10 @@ std::set<std::string> exported_names() {
 
 } // namespace
 
-TEST(LinkageTest, TheProbeExportsEveryOperationAndDlsymAndNothingElse) {
+TEST(LinkageTest, TheProbeExportsEveryOperationAndItsTwoHooksAndNothingElse) {
     std::set<std::string> expected = declared_operations();
     EXPECT_GT(expected.size(), 100U);
-    expected.insert("dlsym");
+    expected.insert({"dlsym", "pthread_create"});
     EXPECT_EQ(exported_names(), expected);
 }
 
@@ -94,8 +94,39 @@ TEST(LinkageTest, TheGeneratorRefusesWhatItDoesNotUnderstand) {
                    "parameter 'DRV_OUT const uint32_t *value' is written and const at once");
     expect_refused("uint32_t op(uint32_t a, uint32_t a);", "two parameters have the same name");
     expect_refused("uint32_t op(uint32_t level, ...);", "a variadic operation ends in a DRV_IN_TEXT format");
-    expect_refused("struct odd {\n    void *pointer;\n};", "field 'void *pointer' is not understood");
+    expect_refused("struct odd {\n    char *pointer;\n};",
+                   "pointer field 'char *pointer' has no fitting direction mark");
+    expect_refused("struct odd {\n    long number;\n};", "field 'long number' is not understood");
+    expect_refused("struct odd {\n    struct other inner;\n};", "field 'struct other inner' is not understood");
+    expect_refused("struct odd {\n    char text[SIZE];\n};",
+                   "'SIZE' is neither a number nor a constant with a plain number");
+    expect_refused("struct odd {\n    char text[2][3][4];\n};",
+                   "field 'char text[2][3][4]' has more than two dimensions or an empty one");
+    expect_refused("struct odd {\n    DRV_OUT_BYTES(length) uint8_t *data;\n};",
+                   "size 'length' of 'data' names no field");
+    expect_refused("uint32_t op(DRV_OUT_ARRAY(4) uint8_t *data);",
+                   "parameter 'DRV_OUT_ARRAY(4) uint8_t *data' is an area of bytes; write DRV_OUT_BYTES");
+    expect_refused("uint32_t op(DRV_IN_ARRAY(n) const uint16_t *data, float n);",
+                   "size 'n' of 'data' is no number that is passed in");
+    expect_refused("uint32_t op(DRV_OUT_ARRAY(4, n) uint16_t *data, uint32_t n);",
+                   "size 'n' of 'data' is no number that is written");
+    expect_refused("enum { A = B };", "'B' is neither a number nor a constant with a plain number");
     expect_refused("uint32_t op(void)", "declaration without an end");
+}
+
+TEST(LinkageTest, ARecordWithPointersIsPassedBothWays) {
+    const std::string record = "struct one {\n    uint32_t n;\n    DRV_OUT_BYTES(n) uint8_t *data;\n};\n";
+    const auto says = [&](const std::string &operation) { return generate(record + operation).err; };
+    EXPECT_EQ(says("uint32_t op(DRV_INOUT struct one *request);"), "");
+    EXPECT_NE(says("uint32_t op(DRV_IN const struct one *request);")
+                  .find("wrong.h:5: what 'request' points to is written; write it DRV_INOUT"),
+              std::string::npos);
+    EXPECT_NE(says("uint32_t op(DRV_OUT struct one *request);")
+                  .find("wrong.h:5: 'request' holds pointers, so it is read as well; write it DRV_INOUT"),
+              std::string::npos);
+    EXPECT_NE(says("uint32_t op(struct one request);")
+                  .find("wrong.h:5: parameter 'struct one request' is a record that is passed by value"),
+              std::string::npos);
 }
 
 TEST(LinkageTest, ANewOperationNeedsOnlyItsDeclaration) {

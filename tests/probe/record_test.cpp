@@ -61,6 +61,7 @@ TEST(RecordTest, TextIsShownToItsEnd) {
 
 TEST(RecordTest, CallsOutOfACallbackAreComments) {
     expect_recorded({"in_out"}, "board 5 1: 8\nin_out: 0x0 8 0x1\n",
+                    "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"tiny\", flag=1) ...\n"
                     "# callback: drv_mac_get_num(inst_id=0xffffffff, type_id=5, reserved=0) = 0x0 num=8\n"
                     "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"tiny\", flag=1) = 0x0\n"
                     "drv_board_in_out_unreg(handler=null) = 0x1\n");
@@ -69,6 +70,68 @@ TEST(RecordTest, CallsOutOfACallbackAreComments) {
 TEST(RecordTest, ALibraryOpenedAtRunTimeIsRecorded) {
     expect_recorded({"late", "late_missing"}, "late: 0x0 41\nlate: not found\n",
                     "drv_smb_get_tx_err_count(inst_id=0xffffffff, slot_id=4) = 0x0 count=41\n");
+}
+
+TEST(RecordTest, CallsOutOfAThreadOfTheDriversAreComments) {
+    expect_recorded({"in_out_later", "num"}, "board 5 1: 8\nin_out: 0x0 8\nnum: 0x0 4\n",
+                    "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"tiny\", flag=2) ...\n"
+                    "# callback: drv_mac_get_num(inst_id=0xffffffff, type_id=5, reserved=0) = 0x0 num=8\n"
+                    "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"tiny\", flag=2) = 0x0\n"
+                    "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n");
+}
+
+TEST(RecordTest, OtherThreadsAreNumberedAsTheyCall) {
+    expect_recorded({"num", "thread_num9", "thread_num", "num9"},
+                    "num: 0x0 4\nnum: 0x811101a4 77\nnum: 0x0 4\nnum: 0x811101a4 77\n",
+                    "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n"
+                    "@2 drv_mac_get_num(inst_id=0xffffffff, type_id=9, reserved=0) = 0x811101a4\n"
+                    "@3 drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n"
+                    "drv_mac_get_num(inst_id=0xffffffff, type_id=9, reserved=0) = 0x811101a4\n");
+}
+
+TEST(RecordTest, ACallThatCrashesTheDriverIsTheLastThingInTheTrace) {
+    const recording made = record({"num", "crash", "num"});
+    EXPECT_EQ(made.run.status, 128 + 11);
+    EXPECT_EQ(made.trace, "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n"
+                          "drv_voltage_init(inst_id=0x7)");
+}
+
+TEST(RecordTest, ARunThatIsKilledInACallShowsIt) {
+    const std::string file = scratch_file("trace", "");
+    process_options options;
+    options.environment = {"KESTRO_PROBE_TRACE=" + file, "LD_PRELOAD=" + build_dir() + "/probe/libkestro_probe.so"};
+    options.kill_when = [&] { return read_file(file).find("drv_voltage_exit(inst_id=0x7)") != std::string::npos; };
+    const process_result run = run_process({build_dir() + "/tests/tiny/tiny_program", "num", "hang"}, options);
+    EXPECT_EQ(run.status, 128 + 9);
+    EXPECT_EQ(read_file(file), "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n"
+                               "drv_voltage_exit(inst_id=0x7)");
+}
+
+TEST(RecordTest, AChildThatCrashesDoesNotSpoilTheLinesOfItsParent) {
+    const recording made = record({"child_crash", "num"});
+    EXPECT_EQ(made.run.status, 3);
+    EXPECT_EQ(made.trace, "# child: drv_voltage_init(inst_id=0x7) ...\n"
+                          "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n");
+}
+
+TEST(RecordTest, AChildThatCallsDuringACallClosesItsLine) {
+    expect_recorded({"in_out_child"}, "board 5 1: 8\nin_out: 0x0 0\n",
+                    "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"tiny\", flag=3) ...\n"
+                    "# child: drv_mac_get_num(inst_id=0xffffffff, type_id=5, reserved=0) = 0x0 num=8\n"
+                    "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"tiny\", flag=3) = 0x0\n");
+}
+
+TEST(RecordTest, ATraceThatCannotBeWrittenIsSaidOnce) {
+    const process_result run = run_tiny({"num", "num9"}, {"KESTRO_PROBE_TRACE=/dev/full"});
+    EXPECT_EQ(run.out, "num: 0x0 4\nnum: 0x811101a4 77\n");
+    EXPECT_EQ(run.err, "/dev/full: No space left on device; the trace ends here, although the run went on\n");
+    EXPECT_EQ(run.status, 99);
+}
+
+TEST(RecordTest, ATraceThatTheProgramClosesIsSaid) {
+    const process_result run = run_tiny({"close_all", "num"}, {"KESTRO_PROBE_TRACE=" + new_scratch_dir() + "/trace"});
+    EXPECT_NE(run.err.find("/trace: Bad file descriptor; the trace ends here"), std::string::npos) << run.err;
+    EXPECT_EQ(run.status, 99);
 }
 
 TEST(RecordTest, AForkedChildIsAComment) {

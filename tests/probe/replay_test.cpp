@@ -83,6 +83,43 @@ TEST(ReplayTest, ADeviationDoesNotFloodTheScreen) {
     EXPECT_EQ(run.status, 99);
 }
 
+TEST(ReplayTest, EachThreadFollowsItsOwnLines) {
+    const recording made = record({"num", "thread_num9", "code", "thread_num"});
+    // The lines of the threads stand in another order here; each thread for itself makes the same calls.
+    const process_result run = replay({"num", "code", "thread_num9", "thread_num"}, made.file);
+    EXPECT_EQ(run.out, "num: 0x0 4\ncode: 0x0 0x811101a4 2031 12 30\nnum: 0x811101a4 77\nnum: 0x0 4\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, 3);
+}
+
+TEST(ReplayTest, AThreadThatDiffersIsNamed) {
+    const recording made = record({"num", "thread_num9"});
+    const process_result run = replay({"num", "thread_num", "thread_num"}, made.file);
+    EXPECT_EQ(run.err, made.file +
+                           ":2: call 2 differs from the recording\n"
+                           "  expected @2 drv_mac_get_num(inst_id=0xffffffff, type_id=9, reserved=0) = 0x811101a4\n"
+                           "  got      @2 drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0)\n" +
+                           made.file +
+                           ": call 3 is beyond the end of the recording: "
+                           "@3 drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0)\n");
+    EXPECT_EQ(run.status, 99);
+    const process_result less = replay({"num"}, made.file);
+    EXPECT_EQ(less.err, made.file +
+                            ":2: the run ended with 1 line of thread 2 of the recording left over\n  expected @2 "
+                            "drv_mac_get_num(inst_id=0xffffffff, type_id=9, reserved=0) = 0x811101a4\n");
+}
+
+TEST(ReplayTest, ARunThatEndedInACallSaysWhich) {
+    const recording made = record({"num", "crash"});
+    const process_result run = replay({"num", "crash"}, made.file);
+    EXPECT_EQ(run.err, made.file +
+                           ":2:1: this call never came back, the recorded run ended in it; write what it is to do "
+                           "behind it, as in = crash, or take the line out: drv_voltage_init(inst_id=0x7)\n");
+    EXPECT_EQ(run.status, 2);
+    write_file(made.file, made.trace + " = crash\n");
+    EXPECT_EQ(replay({"num", "crash"}, made.file).status, 128 + 11);
+}
+
 TEST(ReplayTest, ALineThatNeedsADriverIsRefused) {
     const std::string file = scratch_file("trace", "# by hand\ndrv_reset_get_code = pass\n");
     const process_result run = replay({"code"}, file);

@@ -79,7 +79,8 @@ TEST(ScriptFaultTest, ResultsAndCountsAreKnown) {
     const std::string right = " is no result; write a number such as 0 or 0xdead, pass, crash or hang";
     expect_fault("sample_stop() = fail", "17: 'fail'" + right);
     expect_fault("sample_stop() =", "16: the end of the line" + right);
-    expect_fault("sample_stop()", "14: the end of the line where '=' was expected; write op(name=value) = result");
+    expect_fault("sample_stop", "12: the end of the line where '=' was expected; write op(name=value) = result");
+    expect_fault("sample_stop()\n", "14: the end of the line where '=' was expected; write op(name=value) = result");
     expect_fault("sample_stop = 0x1ffffffff", "15: '0x1ffffffff' is too large; write a number of 32 bits");
     expect_fault("sample_stop = 0 x0", "17: 'x0' is no count; write x1, x2, ... for how often the rule serves");
     expect_fault("sample_stop = 0 x2y", "17: 'x2y' is no count; write x1, x2, ... for how often the rule serves");
@@ -95,6 +96,32 @@ TEST(ScriptFaultTest, EachWrongLineIsNamedAndTheOthersAreRead) {
     ASSERT_EQ(read.faults.size(), 2U);
     EXPECT_EQ(read.faults[0].substr(0, 15), "dir/rules:2:15:");
     EXPECT_EQ(read.faults[1], "dir/rules:4:1: no operation is called 'sample_top'; nearest: 'sample_stop'");
+}
+
+TEST(ScriptFaultTest, ThreadsAreNumberedFromOne) {
+    expect_fault("@0 sample_stop = 0", "1: '@0' is no thread; write @1, @2, ...");
+    expect_fault(" @two sample_stop = 0", "2: '@two' is no thread; write @1, @2, ...");
+}
+
+TEST(ScriptFaultTest, ACallThatNeverCameBackIsNamed) {
+    const std::string fault =
+        ":1: this call never came back, the recorded run ended in it; write what it is to do behind "
+        "it, as in = crash, or take the line out: ";
+    const script cut = parse_script("s", "sample_stop = 0\nsample_read(inst_id=0x1, length=4)");
+    EXPECT_EQ(cut.faults, std::vector<std::string>{"s:2" + fault + "sample_read(inst_id=0x1, length=4)"});
+    const script closed =
+        parse_script("s", "sample_read(length=4) ...\n@2 sample_read(length=4) = 0\nsample_stop() = 0\n");
+    EXPECT_EQ(closed.faults, std::vector<std::string>{"s:1" + fault + "sample_read(length=4)"});
+}
+
+TEST(ScriptFaultTest, ACallThatCameBackLaterStandsThereAsAWhole) {
+    const script read = parse_script("s", "sample_stop() ...\nsample_stop() ...\n# callback: sample_total() = 0\n"
+                                          "sample_stop() = 1\nsample_stop() = 2\n");
+    EXPECT_EQ(read.faults, std::vector<std::string>());
+    ASSERT_EQ(read.rules.size(), 2U);
+    EXPECT_EQ(read.rules[1].code, 2U);
+    const script once = parse_script("s", "sample_stop() ...\nsample_stop() ...\nsample_stop() = 1\n");
+    EXPECT_EQ(once.faults.size(), 1U);
 }
 
 TEST(NamesTest, DistanceCountsSingleCharacters) {

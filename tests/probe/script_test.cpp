@@ -41,6 +41,7 @@ TEST(ScriptTest, CanonicalLinesReadAndPrintTheSame) {
     expect_same("sample_state_set(state={small=-1 name=\"lpu\"}) = 0x0 old={total=0x100000000 steps=[1 65535]}");
     expect_same("sample_watch(handler=callback, context=null) = 0x0");
     expect_same("sample_read(inst_id=0x5, length=240) = 0x0 data=[] length=0");
+    expect_same("@3 sample_stop() = 0x0");
     expect_same("sample_print(level=2, text=\"100% of 5\") = 0x0");
 }
 

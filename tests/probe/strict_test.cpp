@@ -1,6 +1,7 @@
 // What a script did not foresee, and what it foresaw in vain, makes the exit status 99.
 #include "tests/probe/run_support.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace kestro_tests;
@@ -103,6 +104,43 @@ TEST(StrictTest, AScriptThatIsNotThereEndsTheRunBeforeItStarts) {
     const process_result run = run_tiny({"num"}, {"KESTRO_PROBE_SCRIPT=" + file});
     EXPECT_EQ(run.err, file + ": No such file or directory; name a file that can be read\n");
     EXPECT_EQ(run.status, 2);
+}
+
+TEST(StrictTest, AScriptWithoutAnEndEndsTheRunBeforeItStarts) {
+    const auto said = [](const std::string &file) {
+        const process_result run = run_tiny({"num"}, {"KESTRO_PROBE_SCRIPT=" + file});
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.status, 2);
+        return run.err;
+    };
+    EXPECT_EQ(said("/dev/zero"), "/dev/zero: this is a device; name a file that can be read\n");
+    EXPECT_EQ(said("/dev"), "/dev: Is a directory; name a file that can be read\n");
+    const std::string huge = scratch_file("huge", "");
+    std::filesystem::resize_file(huge, (size_t{64} << 20) + 1);
+    EXPECT_EQ(said(huge), huge + ": this is longer than 64 MiB; name a file that can be read\n");
+}
+
+TEST(StrictTest, AScriptMayComeOutOfAPipe) {
+    const process_result run =
+        run_process({"/bin/bash", "-c",
+                     "exec env KESTRO_PROBE_SCRIPT=/dev/fd/7 LD_PRELOAD=" + build_dir() +
+                         "/probe/libkestro_probe.so $KESTRO_EMULATOR " + build_dir() +
+                         "/tests/tiny/tiny_program num 7< <(sleep 0.2; echo 'drv_mac_get_num = 0 num=9')"});
+    EXPECT_EQ(run.out, "num: 0x0 9\n");
+    EXPECT_EQ(run.status, 3);
+}
+
+TEST(StrictTest, ARuleMayBeOfOneThread) {
+    expect_reported({"num", "thread_num"}, "@2 drv_mac_get_num = 0 num=2\ndrv_mac_get_num = 0 num=1\n",
+                    "num: 0x0 1\nnum: 0x0 2\n", "");
+}
+
+TEST(StrictTest, ReportsThatCannotBeWrittenStillCount) {
+    const process_result run = run_process({"/bin/sh", "-c",
+                                            "exec env KESTRO_PROBE_STRICT=1 LD_PRELOAD=" + build_dir() +
+                                                "/probe/libkestro_probe.so $KESTRO_EMULATOR " + build_dir() +
+                                                "/tests/tiny/tiny_program num 2>/dev/full"});
+    EXPECT_EQ(run.status, 99);
 }
 
 TEST(StrictTest, SettingsThatMakeNoSenseEndTheRunBeforeItStarts) {

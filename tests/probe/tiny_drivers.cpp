@@ -7,14 +7,20 @@
 #include "drv_basic/management/drv_reset.h"
 #include "drv_basic/service/drv_log.h"
 
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
+#ifndef TINY_BOARD
 extern "C" int tiny_marker() {
     return 1;
 }
+#endif
 
 // Fails with its outputs untouched for types it does not know.
 uint32_t drv_mac_get_num(uint32_t, uint32_t type_id, uint32_t *num, uint32_t) {
@@ -31,6 +37,14 @@ uint32_t drv_mac_get_addr_num(uint32_t inst_id, uint32_t type_id, uint32_t num, 
     drv_mac_get_num(inst_id, type_id, &base, 0);
     for (uint32_t i = 0; i < num * 6 && i < size; ++i) {
         buffer[i] = static_cast<uint8_t>(base * 16 + i);
+    }
+    return 0;
+}
+
+// Writes a byte too many.
+uint32_t drv_mac_get_addr(uint32_t, uint32_t, uint8_t *addr) {
+    for (uint8_t i = 0; i < 7; ++i) {
+        addr[i] = static_cast<uint8_t>(i + 1);
     }
     return 0;
 }
@@ -78,9 +92,33 @@ uint32_t drv_led_patch_func1(uint32_t, char *buffer, uint32_t size) {
     return known ? 0 : 7;
 }
 
-// Tells the program at once that a board has come.
-uint32_t drv_board_in_out_reg(drv_board_in_out_handler handler, void *user_data, const char *, uint32_t) {
-    return handler(5, 1, user_data);
+// Tells the program at once that a board has come: 1 out of the call, 2 out of a thread of its own, 3 out of a child.
+uint32_t drv_board_in_out_reg(drv_board_in_out_handler handler, void *user_data, const char *, uint32_t flag) {
+    if (flag == 2) {
+        std::thread([=] { handler(5, 1, user_data); }).join();
+        return 0;
+    }
+    const pid_t pid = flag == 3 ? fork() : 0;
+    if (pid > 0) {
+        return static_cast<uint32_t>(waitpid(pid, nullptr, 0) != pid);
+    }
+    const uint32_t ret = handler(5, 1, user_data);
+    if (flag == 3) {
+        fflush(nullptr);
+        _exit(0);
+    }
+    return ret;
+}
+
+uint32_t drv_voltage_init(uint32_t) {
+    raise(SIGSEGV);
+    return 0;
+}
+
+uint32_t drv_voltage_exit(uint32_t) {
+    for (;;) {
+        pause();
+    }
 }
 
 uint32_t drv_board_in_out_unreg(drv_board_in_out_handler handler) {

@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -111,6 +112,63 @@ void in_out() {
     printf("in_out: 0x%x %u 0x%x\n", registered, seen, unregistered);
 }
 
+// The same without unregistering; flag says out of where the driver calls back.
+void in_out_with(uint32_t flag) {
+    uint32_t seen = 0;
+    fflush(nullptr);
+    const uint32_t registered = drv_board_in_out_reg(on_board, &seen, "tiny", flag);
+    printf("in_out: 0x%x %u\n", registered, seen);
+}
+
+void in_out_later() {
+    in_out_with(2);
+}
+
+void in_out_child() {
+    in_out_with(3);
+}
+
+void crash() {
+    drv_voltage_init(7);
+}
+
+void hang() {
+    drv_voltage_exit(7);
+}
+
+void child_crash() {
+    fflush(nullptr);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        crash();
+    }
+    waitpid(pid, nullptr, 0);
+}
+
+void on_thread(void (*call)()) {
+    pthread_t thread;
+    const auto run = [](void *given) -> void * {
+        reinterpret_cast<void (*)()>(given)();
+        return nullptr;
+    };
+    pthread_create(&thread, nullptr, run, reinterpret_cast<void *>(call));
+    pthread_join(thread, nullptr);
+}
+
+void thread_num() {
+    on_thread(num1);
+}
+
+void thread_num9() {
+    on_thread(num9);
+}
+
+void close_all() {
+    for (int file = 3; file < 64; ++file) {
+        close(file);
+    }
+}
+
 void late_call(const char *library, const char *operation) {
     void *handle = dlopen(library, RTLD_NOW | RTLD_LOCAL);
     void *found = handle != nullptr ? dlsym(handle, operation) : nullptr;
@@ -175,16 +233,33 @@ struct word {
 };
 
 constexpr word words[] = {
-    {"num", num1},          {"num9", num9},
-    {"addrs", addrs},       {"set", set},
-    {"log", log},           {"code", code},
-    {"set_code", set_code}, {"cards", cards},
-    {"bios", bios},         {"no_area", no_area},
-    {"patch", patch},       {"in_out", in_out},
-    {"late", late},         {"late_missing", late_missing},
-    {"himem", himem},       {"next", next},
-    {"in_child", in_child}, {"environment", environment},
+    {"num", num1},
+    {"num9", num9},
+    {"addrs", addrs},
+    {"set", set},
+    {"log", log},
+    {"code", code},
+    {"set_code", set_code},
+    {"cards", cards},
+    {"bios", bios},
+    {"no_area", no_area},
+    {"patch", patch},
+    {"in_out", in_out},
+    {"late", late},
+    {"late_missing", late_missing},
+    {"himem", himem},
+    {"next", next},
+    {"in_child", in_child},
+    {"environment", environment},
     {"partial", partial},
+    {"in_out_later", in_out_later},
+    {"crash", crash},
+    {"in_out_child", in_out_child},
+    {"hang", hang},
+    {"child_crash", child_crash},
+    {"close_all", close_all},
+    {"thread_num", thread_num},
+    {"thread_num9", thread_num9},
 };
 
 } // namespace

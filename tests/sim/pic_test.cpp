@@ -5,23 +5,18 @@
 
 namespace kestro_tests {
 
-namespace {
-
-const std::string self = " 0xffffffff ";
-const std::string card5 = " 0xff000005 ";
-
-} // namespace
-
 TEST(Pic, LoadAndUnloadOfCards) {
-    EXPECT_EQ(calls_print(new_delivered("mpu_master"),
-                          {"pic_xml_load" + card5, "pic_xml_unload" + card5, "board_get_type" + card5,
-                           "pic_xml_load" + self, "pic_xml_unload" + self, "pic_xml_load 0xff000007",
-                           "pic_xml_load 0xff000006", "pic_xml_unload 0xff000011"}),
-              ok + ok + "0x0 36708865\n" + not_supported + not_supported + not_supported + no_such_instance +
+    EXPECT_EQ(answers(new_delivered("mpu_master"),
+                      {"drv_pic_xml_load(inst_id=0xff000005)", "drv_pic_xml_unload(inst_id=0xff000005)",
+                       "drv_board_get_type(inst_id=0xff000005)", "drv_pic_xml_load", "drv_pic_xml_unload",
+                       "drv_pic_xml_load(inst_id=0xff000007)", "drv_pic_xml_load(inst_id=0xff000006)",
+                       "drv_pic_xml_unload(inst_id=0xff000011)"}),
+              ok + ok + "0x0 type=0x2302201\n" + not_supported + not_supported + not_supported + no_such_instance +
                   no_such_instance);
-    EXPECT_EQ(calls_print(new_delivered("lpu"),
-                          {"pic_xml_load 0x0100ffff", "pic_xml_unload 0x0200ffff", "pic_xml_load 0x0300ffff"}),
-              ok + ok + no_such_instance);
+    EXPECT_EQ(
+        answers(new_delivered("lpu"), {"drv_pic_xml_load(inst_id=0x0100ffff)", "drv_pic_xml_unload(inst_id=0x0200ffff)",
+                                       "drv_pic_xml_load(inst_id=0x0300ffff)"}),
+        ok + ok + no_such_instance);
 }
 
 } // namespace kestro_tests

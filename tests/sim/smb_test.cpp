@@ -5,20 +5,15 @@
 
 namespace kestro_tests {
 
-namespace {
-
-const std::string self = " 0xffffffff ";
-const std::string card5 = " 0xff000005 ";
-
-} // namespace
-
 TEST(Smb, ErrorCounters) {
     const test_board board =
         new_altered("mpu_master", {{"self/sim_smb/link/7/tx_errors", "2"}, {"self/sim_smb/link/7/rx_errors", "5"}});
-    EXPECT_EQ(calls_print(board, {"smb_get_tx_err_count" + self + "7", "smb_get_tx_err_count" + self + "7",
-                                  "smb_get_rx_err_count" + self + "7", "smb_get_tx_err_count" + self + "0",
-                                  "smb_get_rx_err_count" + self + "17", "smb_get_tx_err_count" + card5 + "0"}),
-              "0x0 2\n0x0 2\n0x0 5\n0x0 0\n" + no_such_device + not_supported);
+    EXPECT_EQ(answers(board, {"drv_smb_get_tx_err_count(slot_id=7)", "drv_smb_get_tx_err_count(slot_id=7)",
+                              "drv_smb_get_rx_err_count(slot_id=7)", "drv_smb_get_tx_err_count(slot_id=0)",
+                              "drv_smb_get_rx_err_count(slot_id=17)",
+                              "drv_smb_get_tx_err_count(inst_id=0xff000005, slot_id=0)",
+                              "drv_smb_get_rx_err_count(slot_id=7, count=null)"}),
+              "0x0 count=2\n0x0 count=2\n0x0 count=5\n0x0 count=0\n" + no_such_device + not_supported + null_pointer);
 }
 
 } // namespace kestro_tests

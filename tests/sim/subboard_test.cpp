@@ -5,32 +5,26 @@
 
 namespace kestro_tests {
 
-namespace {
-
-const std::string self = " 0xffffffff ";
-const std::string card5 = " 0xff000005 ";
-
-} // namespace
-
 TEST(Subboard, IdentityAndPresence) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(calls_print(board, {"subboard_get_type" + self + "0", "subboard_get_pcb_ver" + self + "0",
-                                  "subboard_get_bom_ver" + self + "0", "subboard_get_bom_id" + self + "0",
-                                  "subboard_get_online_status" + self + "0",
-                                  "subboard_get_online_status_ex" + self + "0 128"}),
-              "0x0 33\n0x0 1\n0x0 2\n0x0 4\n0x0 0\n0x0 0 \"\"\n");
-    EXPECT_EQ(calls_print(board, {"subboard_get_type" + self + "2", "subboard_get_online_status" + self + "3",
-                                  "subboard_get_type" + self + "1", "subboard_get_online_status" + self + "1",
-                                  "subboard_get_type" + card5 + "0", "subboard_get_type 0xff000006 0"}),
-              not_supported + not_supported + no_such_device + no_such_device + not_supported + no_such_instance);
+    EXPECT_EQ(answers(board, {"drv_subboard_get_type(subboard_id=0)", "drv_subboard_get_pcb_ver(subboard_id=0)",
+                              "drv_subboard_get_bom_ver(subboard_id=0)", "drv_subboard_get_bom_id(subboard_id=0)",
+                              "drv_subboard_get_online_status(subboard_id=0)",
+                              "drv_subboard_get_online_status_ex(subboard_id=0)"}),
+              "0x0 type=33\n0x0 ver=1\n0x0 ver=2\n0x0 bom_id=4\n0x0 status=0\n0x0 status=0 dfx=\"\"\n");
+    EXPECT_EQ(
+        answers(board, {"drv_subboard_get_type(subboard_id=2)", "drv_subboard_get_online_status(subboard_id=3)",
+                        "drv_subboard_get_type(subboard_id=1)", "drv_subboard_get_online_status(subboard_id=1)",
+                        "drv_subboard_get_type(inst_id=0xff000005)", "drv_subboard_get_type(inst_id=0xff000006)"}),
+        not_supported + not_supported + no_such_device + no_such_device + not_supported + no_such_instance);
 }
 
 TEST(Subboard, AnAbsentOneOnlySaysSo) {
     EXPECT_EQ(
-        calls_print(new_altered("lpu", {{"self/sim_subboard/subboard/30/absent", "1"}}),
-                    {"subboard_get_online_status" + self + "30", "subboard_get_online_status_ex" + self + "30 128",
-                     "subboard_get_type" + self + "30", "subboard_get_online_status_ex" + self + "30 5"}),
-        "0x0 1\n0x0 1 \"sub-board 30 is absent\"\n" + no_such_instance + too_small);
+        answers(new_altered("lpu", {{"self/sim_subboard/subboard/30/absent", "1"}}),
+                {"drv_subboard_get_online_status(subboard_id=30)", "drv_subboard_get_online_status_ex(subboard_id=30)",
+                 "drv_subboard_get_type(subboard_id=30)", "drv_subboard_get_online_status_ex(subboard_id=30, size=5)"}),
+        "0x0 status=1\n0x0 status=1 dfx=\"sub-board 30 is absent\"\n" + no_such_instance + too_small);
 }
 
 } // namespace kestro_tests

@@ -3,6 +3,7 @@
 
 #include "sim/core/prepare.h"
 #include "sim/core/store_error.h"
+#include "tests/support/driver_calls.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -160,6 +161,10 @@ std::string calls_print(const test_board &board, const std::vector<std::string> 
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     return result.out;
+}
+
+std::string answers(const test_board &board, const std::vector<std::string> &lines) {
+    return answers_of({"--board", board.word, "--state", board.state}, lines);
 }
 
 std::string prepare_says(const std::string &word, const std::string &state, bool reset) {

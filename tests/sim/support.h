@@ -71,6 +71,9 @@ test_board new_altered(const std::string &name, std::initializer_list<altered> a
 process_result call_drivers(const test_board &board, const std::vector<std::string> &calls);
 std::string calls_print(const test_board &board, const std::vector<std::string> &calls);
 
+// The same by kestro_call: lines as "drv_slot_get_type(slot_id=1)", answers as "0x0 type=7".
+std::string answers(const test_board &board, const std::vector<std::string> &lines);
+
 // What prepare_board says; empty when the board is ready.
 std::string prepare_says(const std::string &word, const std::string &state, bool reset = false);
 
