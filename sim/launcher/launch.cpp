@@ -24,13 +24,16 @@ struct places {
     fs::path probe;
 };
 
-places find_places() {
+fs::path own_directory() {
     std::error_code error;
     const fs::path self = fs::read_symlink("/proc/self/exe", error);
     if (error) {
         throw launch_error("/proc/self/exe", error.message(), "/proc must be mounted");
     }
-    const fs::path base = self.parent_path();
+    return self.parent_path();
+}
+
+places places_in(const fs::path &base) {
     return {base / "kestro_test", base / "sim", base / "sim/libkestro_world.so", base / "probe/libkestro_probe.so"};
 }
 
@@ -232,8 +235,8 @@ void check_product(const fs::path &product) {
 
 } // namespace
 
-void launch(const launch_options &options) {
-    const places parts = find_places();
+fs::path make_ready(const launch_options &options, const fs::path &base) {
+    const places parts = places_in(base);
     check_product(parts.product);
     const fs::path board = find_board(options.board, parts.sim / "boards");
     const fs::path state = find_state(options, board);
@@ -249,7 +252,11 @@ void launch(const launch_options &options) {
     set("KESTRO_SIM_ROOT", root.string());
     set("KESTRO_SIM_CLOCK", options.clock);
     set_if_given("KESTRO_SIM_FAIL_ALLOC", options.fail_alloc);
-    become(parts.product, options.words);
+    return parts.product;
+}
+
+void launch(const launch_options &options) {
+    become(make_ready(options, own_directory()), options.words);
 }
 
 } // namespace kestro_sim

@@ -37,15 +37,6 @@ std::vector<std::string> split_words(const std::string &line) {
     return words;
 }
 
-process_result run_sim(const std::vector<std::string> &options, const std::vector<std::string> &words,
-                       const process_options &process) {
-    std::vector<std::string> argv = {build_dir() + "/kestro_sim"};
-    argv.insert(argv.end(), options.begin(), options.end());
-    argv.emplace_back("--");
-    argv.insert(argv.end(), words.begin(), words.end());
-    return run_process(argv, process);
-}
-
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status) {
     SCOPED_TRACE("kestro_test " + line);
     static const std::string state = new_scratch_dir();

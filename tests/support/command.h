@@ -8,16 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/process.h"
+#include "tests/support/simulator.h"
 
 namespace kestro_tests {
 
 // The words of a command line, split at blanks; a word in single quotes may hold blanks or be empty.
 std::vector<std::string> split_words(const std::string &line);
-
-// Runs the launcher of this build with these options, then "--" and the words.
-process_result run_sim(const std::vector<std::string> &options, const std::vector<std::string> &words,
-                       const process_options &process = {});
 
 // Expects exactly this output and exit status, nothing on standard error.
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status);
