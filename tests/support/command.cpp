@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/test_lines.h"
+
 namespace kestro_tests {
 
 const char *const timing_lines = "cmd_exec used second:0\r\ncmd_exec used millisecond:0\r\n";
@@ -38,6 +40,10 @@ std::vector<std::string> split_words(const std::string &line) {
 }
 
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status) {
+    if (lists_lines()) {
+        list_line(line, script);
+        return;
+    }
     SCOPED_TRACE("kestro_test " + line);
     static const std::string state = new_scratch_dir();
     static const std::string script_file = new_scratch_dir() + "/script";

@@ -13,8 +13,11 @@ struct sub_command {
 
 std::vector<std::string> all_modules();
 
-// Throws when a help line leads to no sub-command, so that a new module cannot be left out by accident.
-std::vector<sub_command> sub_commands_of(const std::string &module);
-std::vector<sub_command> all_sub_commands();
+// Made once for a build of the program. Throws when a help line leads to no sub-command, so that a new module cannot be
+// left out by accident.
+const std::vector<sub_command> &all_sub_commands();
+
+// How many sub-commands a module has.
+size_t rows_of(const std::string &module);
 
 } // namespace kestro_tests

@@ -2,6 +2,7 @@
 
 #include "sim/launcher/launch.h"
 #include "tests/support/fork_server/client.h"
+#include "tests/support/test_lines.h"
 
 #include <array>
 #include <cstdint>
@@ -135,6 +136,9 @@ process_result run_launcher(const texts &options, const texts &words, const proc
 }
 
 process_result run_sim(const texts &options, const texts &words, const process_options &process) {
+    if (lists_lines()) {
+        return {};
+    }
     const std::optional<launch_options> plain = plain_options(options);
     if (all_are_started() || is_in_sample(words) || !process.directory.empty() || !plain) {
         return run_launcher(options, words, process);
