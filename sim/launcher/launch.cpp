@@ -2,6 +2,7 @@
 #include "sim/launcher/launch.h"
 
 #include "sim/core/prepare.h"
+#include "sim/launcher/discard.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -248,8 +249,9 @@ fs::path make_ready(const launch_options &options, const fs::path &base) {
         throw launch_error(*problem);
     }
     set("KESTRO_SIM_BOARD", board.string());
-    set("KESTRO_SIM_STATE", state.string());
-    set("KESTRO_SIM_ROOT", root.string());
+    const fs::path used = options.discard ? copy_to_discard(state) : state;
+    set("KESTRO_SIM_STATE", used.string());
+    set("KESTRO_SIM_ROOT", (options.root.empty() ? used / "root" : root).string());
     set("KESTRO_SIM_CLOCK", options.clock);
     set_if_given("KESTRO_SIM_FAIL_ALLOC", options.fail_alloc);
     return parts.product;

@@ -27,6 +27,7 @@ void describe_options(CLI::App &app, launch_options &options) {
         ->type_name("N[+][=CODE]");
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
     app.add_flag("--reset", options.reset, "make the board new first");
+    app.add_flag("--discard", options.discard, "run on a copy of the state, which is thrown away afterwards");
 }
 
 struct split_line {

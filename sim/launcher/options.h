@@ -28,6 +28,7 @@ struct launch_options {
     std::string fail_alloc; // world
     bool strict = false;    // probe
     bool reset = false;
+    bool discard = false;
     std::vector<std::string> words; // kestro_test's own
 };
 
