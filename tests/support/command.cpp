@@ -9,6 +9,31 @@ namespace kestro_tests {
 const char *const timing_lines = "cmd_exec used second:0\r\ncmd_exec used millisecond:0\r\n";
 const char *const result_end = "\r\n----kestro_test std result print end----\n";
 
+std::string printed(const std::string &lines, const std::string &items) {
+    return lines + items + result_end;
+}
+
+namespace {
+
+std::string banner(banners width, const std::string &text) {
+    return width == banners::wide ? "\n\n*********   " + text + ":  ********\n\n\n"
+                                  : "\n*********   " + text + ":  ********\n";
+}
+
+} // namespace
+
+std::string begin_banner(banners width, const std::string &test) {
+    return banner(width, test + " test begin");
+}
+
+std::string framed(banners width, const std::string &test, const std::string &lines) {
+    return begin_banner(width, test) + lines + banner(width, test + " test   end");
+}
+
+std::string framed(banners width, const std::string &test, const std::string &lines, const std::string &items) {
+    return framed(width, test, printed(lines, items));
+}
+
 std::string operate_fail(const std::string &name) {
     return "kestro_test operate " + name + " fail! \n";
 }

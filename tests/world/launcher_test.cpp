@@ -216,7 +216,8 @@ TEST_F(Launcher, DiscardRemovesTheCopyWhicheverWayTheRunEnds) {
 TEST_F(Launcher, DiscardNeedsAPlaceForTheCopy) {
     run({"--state", "here"});
     expect_refused(run({"--state", "here", "--discard"}, {"TMPDIR=" + path("none")}),
-                   path("none") + ": Not a directory; --discard needs room for a copy of the state; TMPDIR says where");
+                   path("none") +
+                       ": No such file or directory; --discard needs room for a copy of the state; TMPDIR says where");
 }
 
 TEST_F(Launcher, HandsEachOptionOnAsAVariable) {
