@@ -135,6 +135,10 @@ process_result run_launcher(const texts &options, const texts &words, const proc
     return run_process(argv, process);
 }
 
+process_result run_forked_always(const texts &options, const texts &words, const process_options &process) {
+    return run_from_server(plain_options(options).value(), words, process);
+}
+
 process_result run_sim(const texts &options, const texts &words, const process_options &process) {
     if (lists_lines()) {
         return {};

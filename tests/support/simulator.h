@@ -21,4 +21,8 @@ process_result run_sim(const std::vector<std::string> &options, const std::vecto
 process_result run_launcher(const std::vector<std::string> &options, const std::vector<std::string> &words,
                             const process_options &process = {});
 
+// The same, always forked; throws for options that the launcher has to judge.
+process_result run_forked_always(const std::vector<std::string> &options, const std::vector<std::string> &words,
+                                 const process_options &process = {});
+
 } // namespace kestro_tests
