@@ -99,6 +99,10 @@ std::string find_sub_commands() {
 
 } // namespace
 
+void PrintTo(const sub_command &command, std::ostream *out) {
+    *out << command.module << " " << command.name;
+}
+
 const std::vector<sub_command> &all_sub_commands() {
     static const std::vector<sub_command> commands = [] {
         std::istringstream list(cached("commands", build_dir() + "/kestro_test", find_sub_commands));

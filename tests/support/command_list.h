@@ -1,6 +1,7 @@
 // Every sub-command of the program, as its own usage listings tell: what the sweeps run over and what must have tests.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,9 @@ struct sub_command {
     std::string module;
     std::string name;
 };
+
+// What a failed check of the test framework calls it.
+void PrintTo(const sub_command &command, std::ostream *out);
 
 std::vector<std::string> all_modules();
 
