@@ -4,6 +4,7 @@
 #include "sim/core/prepare.h"
 #include "sim/core/state_check.h"
 #include "sim/core/time.h"
+#include "sim/launcher/discard.h"
 #include "sim/launcher/hand.h"
 
 #include <cerrno>
@@ -26,14 +27,17 @@ struct places {
     fs::path probe;
 };
 
-// A word with a slash is a path; one without is a program beside the launcher.
-places find_places(const std::string &program) {
+fs::path own_directory() {
     std::error_code error;
     const fs::path self = fs::read_symlink("/proc/self/exe", error);
     if (error) {
         throw launch_error("/proc/self/exe", error.message(), "/proc must be mounted");
     }
-    const fs::path base = self.parent_path();
+    return self.parent_path();
+}
+
+// A word with a slash is a path; one without is a program beside the launcher.
+places places_in(const fs::path &base, const std::string &program) {
     const bool is_path = program.find('/') != std::string::npos;
     return {is_path ? fs::absolute(program) : base / program, base / "sim", base / "sim/libkestro_world.so",
             base / "probe/libkestro_probe.so"};
@@ -221,39 +225,45 @@ void check_product(const fs::path &product) {
 
 } // namespace
 
-bool launch(const launch_options &options) {
-    const places parts = find_places(options.run);
+std::optional<fs::path> make_ready(const launch_options &options, const fs::path &base) {
+    const places parts = places_in(base, options.run);
     const board_choice board = choose_board(options.board, parts.sim / "chassis");
-    const fs::path state = find_state(options, board.chassis);
-    const refitting wanted{options.pull, options.plug};
+    const fs::path kept = find_state(options, board.chassis);
     const bool is_run = !options.words.empty() || options.run != "kestro_test" || !options.has_hand();
     if (is_run) {
         check_product(parts.product);
     }
-    const fs::path root = find_root(options, state, board.seat);
+    find_root(options, kept, board.seat);
     clear_environment();
     set_probe_environment(options);
     set_loader_environment(options, parts);
-    const fs::path merged = prepare_board(board, state, options.reset);
-    if (!options.pull.empty() || !options.plug.empty()) {
-        refit(merged, state, wanted);
-    }
+    const fs::path merged = prepare_board(board, kept, options.reset);
+    const fs::path state = options.discard ? copy_to_discard(kept) : kept;
     if (options.accept_images) {
         accept_images(state);
     }
+    if (!options.pull.empty() || !options.plug.empty()) {
+        refit(merged, state, {options.pull, options.plug});
+    }
     act_by_hand(options, merged, state);
     if (!is_run) {
-        return true;
+        return std::nullopt;
     }
     require_fitted(state, board.seat);
     set("KESTRO_SIM_BOARD", merged.string());
     set("KESTRO_SIM_SEAT", board.seat);
     set("KESTRO_SIM_STATE", state.string());
-    set("KESTRO_SIM_ROOT", root.string());
+    set("KESTRO_SIM_ROOT", find_root(options, state, board.seat).string());
     set("KESTRO_SIM_CLOCK", options.clock);
     set_if_given("KESTRO_SIM_TIME", options.clock == "virtual" ? time_at_start(state) : "");
     set_if_given("KESTRO_SIM_FAIL_ALLOC", options.fail_alloc);
-    become(parts.product, options.words);
+    return parts.product;
+}
+
+void launch(const launch_options &options) {
+    if (const std::optional<fs::path> program = make_ready(options, own_directory())) {
+        become(*program, options.words);
+    }
 }
 
 } // namespace kestro_sim

@@ -41,6 +41,7 @@ void describe_options(CLI::App &app, launch_options &options) {
     app.add_option("--get", "print the value of a register")->type_name("PATH");
     app.add_option("--set", "set a register; may be repeated")->type_name("PATH=VALUE");
     app.add_option("--run", options.run, "another program than kestro_test, such as kestro_call")->type_name("PROGRAM");
+    app.add_flag("--discard", options.discard, "run on a copy of the state, which is thrown away afterwards");
 }
 
 struct split_line {

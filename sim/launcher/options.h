@@ -31,6 +31,7 @@ struct launch_options {
     std::string fail_alloc; // world
     bool strict = false;    // probe
     bool reset = false;
+    bool discard = false;
     bool accept_images = false;
     std::vector<std::string> pull; // places
     std::vector<std::string> plug;

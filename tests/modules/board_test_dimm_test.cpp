@@ -7,10 +7,6 @@ using namespace kestro_tests;
 
 namespace {
 
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
 // What the driver reads of a module: bytes 320 to 381 of its SPD, and one byte that is not shown any more.
 const char *const module_bytes = "[81 a2 01 20 15 12 34 ab cd "
                                  "50 4e 2d 30 31 32 33 34 35 36 37 38 39 2d 41 42 43 20 20 20 "

@@ -5,14 +5,6 @@
 
 using namespace kestro_tests;
 
-namespace {
-
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
-} // namespace
-
 TEST(BoardIdentityTest, Init) {
     expect_success("board_test board_init", "drv_board_init(inst_id=0xffffffff) = 0", printed("", "para[0]=0x0 "));
     expect_success("board_test board_init 0xff000005", "drv_board_init(inst_id=0xff000005) = 0",

@@ -6,14 +6,6 @@
 
 using namespace kestro_tests;
 
-namespace {
-
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
-} // namespace
-
 TEST(BoardLogicTest, GetCpldVer) {
     expect_success("board_test board_get_cpld_ver 1",
                    "drv_board_get_cpld_ver(inst_id=0xffffffff, cpld_id=1) = 0 ver=0x102",

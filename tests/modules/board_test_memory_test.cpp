@@ -5,14 +5,6 @@
 
 using namespace kestro_tests;
 
-namespace {
-
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
-} // namespace
-
 TEST(BoardMemoryTest, GetBootromSize) {
     expect_success("board_test board_get_bootrom_size", "drv_board_get_bootrom_size(inst_id=0xffffffff) = 0 size=16",
                    printed("bootrom_size 16M-0G\r\n", "para[0]=0x0 para[1]=0x10 "));

@@ -5,14 +5,6 @@
 
 using namespace kestro_tests;
 
-namespace {
-
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
-} // namespace
-
 TEST(BoardPowerTest, SetPowerOn) {
     expect_success("board_test board_set_power_on 34", "drv_board_set_power_on(inst_id=0xffffffff, type=34) = 0",
                    printed("", "para[0]=0x0 "));

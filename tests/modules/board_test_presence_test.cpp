@@ -5,14 +5,6 @@
 
 using namespace kestro_tests;
 
-namespace {
-
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
-} // namespace
-
 TEST(BoardPresenceTest, GetOnlineStatusTakesOneAloneForAbsent) {
     expect_success("board_test board_get_online_status 3", "drv_board_get_online_status(inst_id=3) = 0 status=0",
                    printed("success, online_status: present\r\n", "para[0]=0x0 para[1]=0x0 "));

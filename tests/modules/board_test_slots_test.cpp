@@ -5,14 +5,6 @@
 
 using namespace kestro_tests;
 
-namespace {
-
-std::string printed(const std::string &lines, const std::string &items) {
-    return lines + items + result_end;
-}
-
-} // namespace
-
 TEST(BoardSlotsTest, GetSelfSlotid) {
     expect_success("board_test board_get_self_slotid", "drv_board_get_self_slotid() = 0 slot_id=17",
                    printed("success, self slot_id:17\r\n", "para[0]=0x0 para[1]=0x11 "));

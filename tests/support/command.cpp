@@ -2,10 +2,37 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/test_lines.h"
+
 namespace kestro_tests {
 
 const char *const timing_lines = "cmd_exec used second:0\r\ncmd_exec used millisecond:0\r\n";
 const char *const result_end = "\r\n----kestro_test std result print end----\n";
+
+std::string printed(const std::string &lines, const std::string &items) {
+    return lines + items + result_end;
+}
+
+namespace {
+
+std::string banner(banners width, const std::string &text) {
+    return width == banners::wide ? "\n\n*********   " + text + ":  ********\n\n\n"
+                                  : "\n*********   " + text + ":  ********\n";
+}
+
+} // namespace
+
+std::string begin_banner(banners width, const std::string &test) {
+    return banner(width, test + " test begin");
+}
+
+std::string framed(banners width, const std::string &test, const std::string &lines) {
+    return begin_banner(width, test) + lines + banner(width, test + " test   end");
+}
+
+std::string framed(banners width, const std::string &test, const std::string &lines, const std::string &items) {
+    return framed(width, test, printed(lines, items));
+}
 
 std::string operate_fail(const std::string &name) {
     return "kestro_test operate " + name + " fail! \n";
@@ -37,16 +64,11 @@ std::vector<std::string> split_words(const std::string &line) {
     return words;
 }
 
-process_result run_sim(const std::vector<std::string> &options, const std::vector<std::string> &words,
-                       const process_options &process) {
-    std::vector<std::string> argv = {build_dir() + "/kestro_sim"};
-    argv.insert(argv.end(), options.begin(), options.end());
-    argv.emplace_back("--");
-    argv.insert(argv.end(), words.begin(), words.end());
-    return run_process(argv, process);
-}
-
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status) {
+    if (lists_lines()) {
+        list_line(line, script);
+        return;
+    }
     SCOPED_TRACE("kestro_test " + line);
     static const std::string state = new_scratch_dir();
     static const std::string script_file = new_scratch_dir() + "/script";

@@ -8,16 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/process.h"
+#include "tests/support/simulator.h"
 
 namespace kestro_tests {
 
 // The words of a command line, split at blanks; a word in single quotes may hold blanks or be empty.
 std::vector<std::string> split_words(const std::string &line);
-
-// Runs the launcher of this build with these options, then "--" and the words.
-process_result run_sim(const std::vector<std::string> &options, const std::vector<std::string> &words,
-                       const process_options &process = {});
 
 // Expects exactly this output and exit status, nothing on standard error.
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status);
@@ -33,6 +29,15 @@ extern const char *const timing_lines;
 
 // The end line of the standard result print.
 extern const char *const result_end;
+
+// What a sub-command with a result print prints: its own lines, the items of the result print, and its end line.
+std::string printed(const std::string &lines, const std::string &items);
+
+// The banners around a test come in two widths: with one line end in front and behind, or more.
+enum class banners { narrow, wide };
+std::string begin_banner(banners width, const std::string &test);
+std::string framed(banners width, const std::string &test, const std::string &lines);
+std::string framed(banners width, const std::string &test, const std::string &lines, const std::string &items);
 
 // "kestro_test operate <name> fail! " with its line end.
 std::string operate_fail(const std::string &name);

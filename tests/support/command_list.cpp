@@ -4,6 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "tests/support/cached.h"
 #include "tests/support/command.h"
 
 namespace kestro_tests {
@@ -70,9 +71,7 @@ std::string name_in_help(const std::string &module, const std::string &help) {
     throw std::runtime_error("the help text '" + help + "' of " + module + " leads to no sub-command");
 }
 
-} // namespace
-
-std::vector<std::string> all_modules() {
+std::vector<std::string> find_modules() {
     std::vector<std::string> modules;
     for (const std::string &help : help_texts({})) {
         const std::string module = words_of(help).at(1);
@@ -87,21 +86,49 @@ std::vector<std::string> all_modules() {
     return modules;
 }
 
-std::vector<sub_command> sub_commands_of(const std::string &module) {
-    std::vector<sub_command> commands;
-    for (const std::string &help : help_texts({module})) {
-        commands.push_back({module, name_in_help(module, help)});
+// A line for each sub-command: the module and the name.
+std::string find_sub_commands() {
+    std::string list;
+    for (const std::string &module : find_modules()) {
+        for (const std::string &help : help_texts({module})) {
+            list += module + " " + name_in_help(module, help) + "\n";
+        }
     }
+    return list;
+}
+
+} // namespace
+
+void PrintTo(const sub_command &command, std::ostream *out) {
+    *out << command.module << " " << command.name;
+}
+
+const std::vector<sub_command> &all_sub_commands() {
+    static const std::vector<sub_command> commands = [] {
+        std::istringstream list(cached("commands", build_dir() + "/kestro_test", find_sub_commands));
+        std::vector<sub_command> read;
+        for (sub_command command; list >> command.module >> command.name;) {
+            read.push_back(command);
+        }
+        return read;
+    }();
     return commands;
 }
 
-std::vector<sub_command> all_sub_commands() {
-    std::vector<sub_command> commands;
-    for (const std::string &module : all_modules()) {
-        const std::vector<sub_command> of_module = sub_commands_of(module);
-        commands.insert(commands.end(), of_module.begin(), of_module.end());
+std::vector<std::string> all_modules() {
+    std::vector<std::string> modules;
+    for (const sub_command &command : all_sub_commands()) {
+        if (modules.empty() || modules.back() != command.module) {
+            modules.push_back(command.module);
+        }
     }
-    return commands;
+    return modules;
+}
+
+size_t rows_of(const std::string &module) {
+    const std::vector<sub_command> &all = all_sub_commands();
+    return static_cast<size_t>(
+        std::count_if(all.begin(), all.end(), [&](const sub_command &command) { return command.module == module; }));
 }
 
 } // namespace kestro_tests

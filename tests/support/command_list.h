@@ -1,6 +1,7 @@
 // Every sub-command of the program, as its own usage listings tell: what the sweeps run over and what must have tests.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -11,10 +12,16 @@ struct sub_command {
     std::string name;
 };
 
+// What a failed check of the test framework calls it.
+void PrintTo(const sub_command &command, std::ostream *out);
+
 std::vector<std::string> all_modules();
 
-// Throws when a help line leads to no sub-command, so that a new module cannot be left out by accident.
-std::vector<sub_command> sub_commands_of(const std::string &module);
-std::vector<sub_command> all_sub_commands();
+// Made once for a build of the program. Throws when a help line leads to no sub-command, so that a new module cannot be
+// left out by accident.
+const std::vector<sub_command> &all_sub_commands();
+
+// How many sub-commands a module has.
+size_t rows_of(const std::string &module);
 
 } // namespace kestro_tests

@@ -11,7 +11,9 @@
 #include <fstream>
 #include <iterator>
 #include <poll.h>
+#include <set>
 #include <stdexcept>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -28,22 +30,6 @@ std::string emulator() {
     return name != nullptr ? name : "";
 }
 
-std::vector<std::string> merged_environment(const std::vector<std::string> &changes) {
-    std::vector<std::string> merged;
-    for (char **entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        const std::string name = text.substr(0, text.find('='));
-        const bool changed = std::any_of(changes.begin(), changes.end(),
-                                         [&](const std::string &c) { return c.substr(0, c.find('=')) == name; });
-        if (!changed) {
-            merged.push_back(text);
-        }
-    }
-    std::copy_if(changes.begin(), changes.end(), std::back_inserter(merged),
-                 [](const std::string &c) { return c.find('=') != std::string::npos; });
-    return merged;
-}
-
 std::vector<char *> pointers_to(std::vector<std::string> &texts) {
     std::vector<char *> pointers;
     for (std::string &text : texts) {
@@ -53,42 +39,10 @@ std::vector<char *> pointers_to(std::vector<std::string> &texts) {
     return pointers;
 }
 
-struct child {
-    pid_t pid = -1;
-    int out = -1;
-    int err = -1;
+struct reading_ends {
+    int out;
+    int err;
 };
-
-child start(std::vector<std::string> argv, const process_options &options) {
-    if (!emulator().empty() && argv[0].rfind(build_dir(), 0) == 0) {
-        argv.insert(argv.begin(), emulator());
-    }
-    std::vector<std::string> environment = merged_environment(options.environment);
-    const std::vector<char *> argv_pointers = pointers_to(argv);
-    const std::vector<char *> environment_pointers = pointers_to(environment);
-    std::array<int, 2> out{};
-    std::array<int, 2> err{};
-    if (pipe2(out.data(), O_CLOEXEC) != 0 || pipe2(err.data(), O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
-    }
-    const pid_t pid = fork();
-    if (pid == 0) {
-        // Crashes are part of the tests; nobody wants their cores.
-        const rlimit no_core = {0, 0};
-        setrlimit(RLIMIT_CORE, &no_core);
-        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-        dup2(out[1], STDOUT_FILENO);
-        dup2(err[1], STDERR_FILENO);
-        if (!options.directory.empty() && chdir(options.directory.c_str()) != 0) {
-            _exit(126);
-        }
-        execvpe(argv_pointers[0], argv_pointers.data(), environment_pointers.data());
-        _exit(127);
-    }
-    close(out[1]);
-    close(err[1]);
-    return {pid, out[0], err[0]};
-}
 
 // Whether the child is to be killed now.
 bool is_due(const process_options &options, long elapsed_ms, process_result &result) {
@@ -113,7 +67,7 @@ void drain(pollfd &pipe, std::string &text) {
 }
 
 // Reads both pipes until they close; kills the child when its time is over.
-void collect(const child &running, const process_options &options, process_result &result) {
+void collect(pid_t run, const reading_ends &running, const process_options &options, process_result &result) {
     const auto begin = steady::now();
     std::array<pollfd, 2> pipes{{{running.out, POLLIN, 0}, {running.err, POLLIN, 0}}};
     bool killed = false;
@@ -121,7 +75,7 @@ void collect(const child &running, const process_options &options, process_resul
         poll(pipes.data(), pipes.size(), options.kill_when ? 2 : 20);
         const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(steady::now() - begin).count();
         if (!killed && is_due(options, static_cast<long>(elapsed), result)) {
-            kill(running.pid, SIGKILL);
+            kill(run, SIGKILL);
             killed = true;
         }
         for (size_t i = 0; i < pipes.size(); ++i) {
@@ -153,15 +107,76 @@ struct scratch_root {
 
 } // namespace
 
-process_result run_process(const std::vector<std::string> &argv, const process_options &options) {
-    process_result result;
-    const child running = start(argv, options);
-    collect(running, options, result);
-    int status = 0;
-    while (waitpid(running.pid, &status, 0) < 0 && errno == EINTR) {
+std::vector<std::string> merged_environment(const std::vector<std::string> &changes) {
+    std::set<std::string_view> changed;
+    for (const std::string_view change : changes) {
+        changed.insert(change.substr(0, change.find('=')));
     }
+    std::vector<std::string> merged;
+    for (char **entry = environ; *entry != nullptr; ++entry) {
+        const std::string_view variable = *entry;
+        if (!changed.contains(variable.substr(0, variable.find('=')))) {
+            merged.emplace_back(variable);
+        }
+    }
+    std::copy_if(changes.begin(), changes.end(), std::back_inserter(merged),
+                 [](const std::string &c) { return c.find('=') != std::string::npos; });
+    return merged;
+}
+
+pid_t spawn(std::vector<std::string> argv, std::vector<std::string> environment, const std::string &directory,
+            const output_pair &output) {
+    if (!emulator().empty() && argv.at(0).starts_with(build_dir())) {
+        argv.insert(argv.begin(), emulator());
+    }
+    const std::vector<char *> argv_pointers = pointers_to(argv);
+    const std::vector<char *> environment_pointers = pointers_to(environment);
+    const pid_t pid = fork();
+    if (pid != 0) {
+        return pid;
+    }
+    // Crashes are part of the tests; nobody wants their cores.
+    const rlimit no_core = {0, 0};
+    setrlimit(RLIMIT_CORE, &no_core);
+    dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+    dup2(output.out, STDOUT_FILENO);
+    dup2(output.err, STDERR_FILENO);
+    if (!directory.empty() && chdir(directory.c_str()) != 0) {
+        _exit(126);
+    }
+    execvpe(argv_pointers[0], argv_pointers.data(), environment_pointers.data());
+    _exit(127);
+}
+
+process_result run_to_end(const started_program &program, const process_options &options) {
+    std::array<int, 2> out{};
+    std::array<int, 2> err{};
+    if (pipe2(out.data(), O_CLOEXEC) != 0 || pipe2(err.data(), O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipe");
+    }
+    const pid_t run = program.start({out[1], err[1]});
+    close(out[1]);
+    close(err[1]);
+    process_result result;
+    collect(run, {out[0], err[0]}, options, result);
+    const int status = program.end(run);
     result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     return result;
+}
+
+process_result run_process(const std::vector<std::string> &argv, const process_options &options) {
+    const started_program program = {
+        [&](const output_pair &output) {
+            return spawn(argv, merged_environment(options.environment), options.directory, output);
+        },
+        [](pid_t run) {
+            int status = 0;
+            while (waitpid(run, &status, 0) < 0 && errno == EINTR) {
+            }
+            return status;
+        },
+    };
+    return run_to_end(program, options);
 }
 
 std::string build_dir() {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace kestro_tests {
@@ -21,6 +22,27 @@ struct process_options {
     int kill_after_ms = -1;               // sends SIGKILL after that long; -1 never
     std::function<bool()> kill_when;      // sends SIGKILL as soon as this tells so
 };
+
+// Where a run's standard output and standard error go: descriptors.
+struct output_pair {
+    int out;
+    int err;
+};
+
+// How a run comes about, and how its end is learnt: a status as waitpid gives it.
+struct started_program {
+    std::function<pid_t(const output_pair &)> start;
+    std::function<int(pid_t)> end;
+};
+
+process_result run_to_end(const started_program &program, const process_options &options);
+
+// The test's own environment with these changes, NAME=VALUE or NAME alone.
+std::vector<std::string> merged_environment(const std::vector<std::string> &changes);
+
+// A new process, through the emulator of this build where the program needs it.
+pid_t spawn(std::vector<std::string> argv, std::vector<std::string> environment, const std::string &directory,
+            const output_pair &output);
 
 // argv[0] is a path. A program built for the board is started through the emulator of this build, if there is one.
 process_result run_process(const std::vector<std::string> &argv, const process_options &options = {});

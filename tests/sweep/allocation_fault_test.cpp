@@ -7,12 +7,13 @@ using namespace kestro_tests;
 
 namespace {
 
-class AllocationSweep : public testing::TestWithParam<std::string> {};
+class ModuleAllocations : public testing::TestWithParam<std::string> {};
+class CommandAllocations : public testing::TestWithParam<sub_command> {};
 
-// On a new board each time: an identity test that is cut short leaves its test values behind.
-process_result run_failing(size_t allocation, const std::vector<std::string> &line) {
-    process_result result = run_with({"--reset", "--fail-alloc", std::to_string(allocation)}, line);
-    expect_clean_end(result, joined(line) + " failing allocation " + std::to_string(allocation));
+process_result run_failing(size_t allocation, const test_line &line) {
+    process_result result =
+        run_with({"--script", script_file(line.script), "--fail-alloc", std::to_string(allocation)}, line.words);
+    expect_clean_end(result, joined(line.words) + " failing allocation " + std::to_string(allocation));
     return result;
 }
 
@@ -22,14 +23,13 @@ size_t allocations_of_table(size_t rows) {
 }
 
 // Behind the last allocation of a run, failing one changes nothing any more.
-void sweep_handler(const std::vector<std::string> &line, size_t first) {
+void sweep_handler(const good_run &reference, size_t first) {
     constexpr int unaffected_runs = 3;
-    const process_result reference = run_with({"--reset"}, line);
     int unaffected = 0;
     for (size_t n = first; unaffected < unaffected_runs; ++n) {
-        ASSERT_LT(n, first + 200) << "no end of allocations in " << joined(line);
-        const process_result result = run_failing(n, line);
-        const bool same = result.out == reference.out && result.status == reference.status;
+        ASSERT_LT(n, first + 200) << "no end of allocations in " << joined(reference.line.words);
+        const process_result result = run_failing(n, reference.line);
+        const bool same = result.out == reference.output && result.status == reference.status;
         unaffected = same ? unaffected + 1 : 0;
     }
 }
@@ -38,39 +38,38 @@ void sweep_handler(const std::vector<std::string> &line, size_t first) {
 
 TEST(RootAllocationSweep, ATableThatCannotBeHadEndsTheRun) {
     const size_t modules = all_modules().size();
-    EXPECT_EQ(run_failing(1, {}).out, "malloc for root cmd failure\r\n");
+    EXPECT_EQ(run_failing(1, {{}, ""}).out, "malloc for root cmd failure\r\n");
     for (size_t n = 2; n <= allocations_of_table(modules); ++n) {
-        const process_result result = run_failing(n, {"-h"});
+        const process_result result = run_failing(n, {{"-h"}, ""});
         EXPECT_EQ(result.out, "kestro_test: strdup failed\nroot cmd regist failure\r\n");
         EXPECT_EQ(result.status, 1);
     }
 }
 
-TEST_P(AllocationSweep, AModuleTableThatCannotBeHadFailsTheModule) {
+TEST_P(ModuleAllocations, AModuleTableThatCannotBeHadFailsTheModule) {
     const size_t first = allocations_of_table(all_modules().size()) + 1;
-    const process_result result = run_failing(first, {GetParam()});
+    const process_result result = run_failing(first, {{GetParam()}, ""});
     EXPECT_EQ(result.out, operate_fail(GetParam()));
     EXPECT_EQ(result.status, 255);
 }
 
-TEST_P(AllocationSweep, ARowThatCannotBeRegisteredLeavesTheOthers) {
-    const size_t rows = sub_commands_of(GetParam()).size();
+TEST_P(ModuleAllocations, ARowThatCannotBeRegisteredLeavesTheOthers) {
+    const size_t rows = rows_of(GetParam());
     const size_t first = allocations_of_table(all_modules().size()) + 2;
     for (size_t n = first; n < first + 2 * rows; ++n) {
-        const process_result result = run_failing(n, {GetParam()});
+        const process_result result = run_failing(n, {{GetParam()}, ""});
         EXPECT_EQ(result.out.substr(0, 27), "kestro_test: strdup failed\n") << n;
         EXPECT_NE(result.out.find("List the functionalities"), std::string::npos);
         EXPECT_EQ(result.status, 0);
     }
 }
 
-TEST_P(AllocationSweep, AHandlersAllocationsFailInTurn) {
-    const std::vector<sub_command> commands = sub_commands_of(GetParam());
-    const size_t first = allocations_of_table(all_modules().size()) + allocations_of_table(commands.size()) + 1;
-    for (const sub_command &command : commands) {
-        sweep_handler(most_calling_line(command), first);
-    }
+TEST_P(CommandAllocations, FailInTurn) {
+    const size_t rows = rows_of(GetParam().module);
+    const size_t first = allocations_of_table(all_modules().size()) + allocations_of_table(rows) + 1;
+    sweep_handler(swept_runs(GetParam()).front(), first);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllModules, AllocationSweep, testing::ValuesIn(all_modules()),
+INSTANTIATE_TEST_SUITE_P(All, ModuleAllocations, testing::ValuesIn(all_modules()),
                          [](const auto &module) { return module.param; });
+INSTANTIATE_TEST_SUITE_P(All, CommandAllocations, testing::ValuesIn(all_sub_commands()), name_of_command);

@@ -1,5 +1,5 @@
-// Every sub-command of every module with each of its driver calls failing, crashing or hanging in turn. The modules
-// and sub-commands are those of the usage listings: a new one is swept without anybody remembering.
+// Every sub-command of every module with its driver calls failing, crashing or hanging in turn. The modules and
+// sub-commands are those of the usage listings: a new one is swept without anybody remembering.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,94 +10,81 @@ using namespace kestro_tests;
 
 namespace {
 
-class ModuleSweep : public testing::TestWithParam<std::string> {};
+class CommandSweep : public testing::TestWithParam<sub_command> {};
 
 // Whether the emulator speaks on standard error when the program it runs is ended by a signal.
 bool is_emulated() {
     return getenv("KESTRO_EMULATOR") != nullptr;
 }
 
-const std::string &fault_script(const std::string &text) {
-    static const std::string path = new_scratch_dir() + "/fault";
-    write_file(path, text);
-    return path;
+void expect_failing_calls_are_data(const good_run &run) {
+    for (const size_t n : faulted_calls(run)) {
+        for (const char *from_then_on : {"", "+"}) {
+            const std::string fault = std::to_string(n) + from_then_on;
+            expect_clean_end(run_with({"--script", script_file(run.line.script), "--fail-call", fault}, run.line.words),
+                             joined(run.line.words) + " failing call " + fault + " of\n" + run.line.script);
+        }
+    }
 }
 
-// Every run is on a new board: an identity test that is cut short leaves its test values behind.
-void expect_crash_loses_nothing(const std::vector<std::string> &line, const std::string &script) {
-    const std::string what = joined(line) + " with " + script;
-    const std::string &path = fault_script(script);
-    process_options unbuffered;
-    unbuffered.environment = {"LD_PRELOAD=" UNBUFFERED_LIBRARY};
-    const process_result reference = run_with({"--reset", "--script", path}, line, unbuffered);
-    const process_result result = run_with({"--reset", "--script", path}, line);
-    EXPECT_EQ(result.status, 128 + SIGSEGV) << what;
-    EXPECT_EQ(result.out, reference.out) << what;
+// A recording of the run up to the n-th call, which ends so.
+std::string recording_until(const good_run &run, size_t n, const std::string &end) {
+    std::string recording;
+    for (size_t i = 0; i + 1 < n; ++i) {
+        recording += run.calls[i].made + run.calls[i].answered + "\n";
+    }
+    return recording + run.calls[n - 1].made + " = " + end;
+}
+
+void expect_crash_loses_nothing(const good_run &run, size_t n, const std::string &printed) {
+    const std::string recording = recording_until(run, n, "crash");
+    const process_result result = run_with({"--replay", script_file(recording)}, run.line.words);
+    EXPECT_EQ(result.status, 128 + SIGSEGV) << joined(run.line.words) << "\n" << recording;
+    EXPECT_EQ(result.out, printed) << joined(run.line.words) << "\n" << recording;
     if (!is_emulated()) {
-        EXPECT_EQ(result.err, "") << what;
+        EXPECT_EQ(result.err, "") << joined(run.line.words) << "\n" << recording;
     }
 }
 
 // The trace line of the call that hangs is written before it hangs; then the run is ended.
-process_result run_into_hang(const std::vector<std::string> &line, const std::string &script_file, size_t call,
-                             process_options process) {
-    const std::string trace = scratch_file("trace", "");
-    process.kill_when = [&] {
+void expect_hang_loses_nothing(const good_run &run, size_t n, const std::string &printed) {
+    static const std::string trace = new_scratch_dir() + "/trace";
+    write_file(trace, "");
+    const std::string recording = recording_until(run, n, "hang");
+    process_options until_hang;
+    until_hang.kill_when = [&] {
         const std::string text = read_file(trace);
-        return static_cast<size_t>(std::count(text.begin(), text.end(), '\n')) >= call;
+        return static_cast<size_t>(std::count(text.begin(), text.end(), '\n')) >= n;
     };
-    return run_with({"--reset", "--script", script_file, "--trace", trace}, line, process);
-}
-
-void expect_hang_loses_nothing(const std::vector<std::string> &line, const std::vector<std::string> &calls, size_t n) {
-    const std::string script = fault_at(calls, n, "hang");
-    const std::string what = joined(line) + " with " + script;
-    const std::string &path = fault_script(script);
-    process_options unbuffered;
-    unbuffered.environment = {"LD_PRELOAD=" UNBUFFERED_LIBRARY};
-    const process_result reference = run_into_hang(line, path, n, unbuffered);
-    const process_result result = run_into_hang(line, path, n, {});
-    EXPECT_EQ(result.status, 128 + SIGKILL) << what;
-    EXPECT_FALSE(result.timed_out) << what;
-    EXPECT_EQ(result.out, reference.out) << what;
+    const process_result result =
+        run_with({"--replay", script_file(recording), "--trace", trace}, run.line.words, until_hang);
+    EXPECT_EQ(result.status, 128 + SIGKILL) << joined(run.line.words) << "\n" << recording;
+    EXPECT_FALSE(result.timed_out) << joined(run.line.words) << "\n" << recording;
+    EXPECT_EQ(result.out, printed) << joined(run.line.words) << "\n" << recording;
 }
 
 } // namespace
 
-TEST_P(ModuleSweep, FailingDriverCallsAreData) {
-    for (const sub_command &command : sub_commands_of(GetParam())) {
-        for (const std::vector<std::string> &line : differing_lines(command)) {
-            const size_t calls = good_run_of(line).calls.size();
-            for (size_t n = 1; n <= calls; ++n) {
-                for (const char *from_then_on : {"", "+"}) {
-                    const std::string fault = std::to_string(n) + from_then_on;
-                    expect_clean_end(run_with({"--reset", "--fail-call", fault}, line),
-                                     joined(line) + " failing call " + fault);
-                }
-            }
+TEST_P(CommandSweep, FailingDriverCallsAreData) {
+    for (const good_run &run : swept_runs(GetParam())) {
+        expect_failing_calls_are_data(run);
+    }
+}
+
+TEST_P(CommandSweep, ADriverThatNeverReturnsLosesNothingPrintedBefore) {
+    for (const good_run &run : swept_runs(GetParam())) {
+        const std::vector<std::string> printed = printed_before_calls(run);
+        for (const size_t n : faulted_calls(run)) {
+            expect_crash_loses_nothing(run, n, printed.at(n - 1));
+            expect_hang_loses_nothing(run, n, printed.at(n - 1));
         }
     }
 }
 
-TEST_P(ModuleSweep, ACrashingDriverLosesNothingPrintedBefore) {
-    for (const sub_command &command : sub_commands_of(GetParam())) {
-        const std::vector<std::string> line = most_calling_line(command);
-        const std::vector<std::string> &calls = good_run_of(line).calls;
-        for (size_t n = 1; n <= calls.size(); ++n) {
-            expect_crash_loses_nothing(line, fault_at(calls, n, "crash"));
-        }
-    }
+// The simulated chassis alone: it has a state, and its answers behind a failed call are those of drivers.
+TEST_P(CommandSweep, FailingDriverCallsAreDataOnASimulatedBoard) {
+    const good_run run = run_well({swept_runs(GetParam()).front().line.words, ""});
+    expect_failing_calls_are_data(run);
 }
 
-TEST_P(ModuleSweep, AHangingDriverLosesNothingPrintedBefore) {
-    for (const sub_command &command : sub_commands_of(GetParam())) {
-        const std::vector<std::string> line = most_calling_line(command);
-        const std::vector<std::string> &calls = good_run_of(line).calls;
-        for (size_t n = 1; n <= calls.size(); ++n) {
-            expect_hang_loses_nothing(line, calls, n);
-        }
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(AllModules, ModuleSweep, testing::ValuesIn(all_modules()),
-                         [](const auto &module) { return module.param; });
+INSTANTIATE_TEST_SUITE_P(All, CommandSweep, testing::ValuesIn(all_sub_commands()), name_of_command);

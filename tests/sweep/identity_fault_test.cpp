@@ -13,9 +13,9 @@ namespace {
 
 const std::vector<std::string> self_test = {"board_test", "board_onekey_test"};
 
-std::map<std::string, std::string> identity() {
+std::map<std::string, std::string> identity(const std::string &state) {
     std::map<std::string, std::string> found;
-    for (const auto &entry : std::filesystem::directory_iterator(sweep_state() + "/images")) {
+    for (const auto &entry : std::filesystem::directory_iterator(state + "/images")) {
         if (entry.path().filename().string().rfind("eeprom", 0) == 0) {
             found[entry.path().filename().string()] = read_file(entry.path().string());
         }
@@ -36,13 +36,12 @@ bool is_cut_short(const std::string &output) {
 }
 
 std::string expect_identity_kept(const std::vector<std::string> &options, const std::string &what) {
-    run_with({"--reset"}, {"-h"});
-    const auto before = identity();
+    static const auto before = identity(new_board());
     EXPECT_FALSE(before.empty());
     const process_result result = run_with(options, self_test);
     expect_clean_end(result, what);
     if (!is_cut_short(result.out)) {
-        EXPECT_TRUE(identity() == before) << what << "\n" << result.out;
+        EXPECT_TRUE(identity(board_used()) == before) << what << "\n" << result.out;
     }
     return result.out;
 }
@@ -50,9 +49,9 @@ std::string expect_identity_kept(const std::vector<std::string> &options, const 
 } // namespace
 
 TEST(IdentitySweep, EachFailingDriverCallLeavesTheIdentity) {
-    const size_t calls = good_run_of(self_test).calls.size();
-    ASSERT_GT(calls, 50U);
-    for (size_t n = 1; n <= calls; ++n) {
+    const good_run reference = run_well({self_test, ""});
+    ASSERT_GT(reference.calls.size(), 50U);
+    for (const size_t n : faulted_calls(reference)) {
         for (const char *from_then_on : {"", "+"}) {
             const std::string fault = std::to_string(n) + from_then_on;
             expect_identity_kept({"--fail-call", fault}, "failing call " + fault);
@@ -63,8 +62,8 @@ TEST(IdentitySweep, EachFailingDriverCallLeavesTheIdentity) {
 TEST(IdentitySweep, EachFailingAllocationLeavesTheIdentity) {
     constexpr int unaffected_runs = 3;
     // Two tables, and a copy of name and help for each of their rows; then come those of the self-test.
-    const size_t first = 2 + 2 * (all_modules().size() + sub_commands_of("board_test").size()) + 1;
-    const std::string reference = run_with({"--reset"}, self_test).out;
+    const size_t first = 2 + 2 * (all_modules().size() + rows_of("board_test")) + 1;
+    const std::string reference = run_with({}, self_test).out;
     int unaffected = 0;
     std::string outputs;
     size_t n = first;

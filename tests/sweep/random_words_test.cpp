@@ -75,7 +75,7 @@ std::vector<std::string> random_line(std::mt19937 &random, const std::vector<sub
 } // namespace
 
 TEST_P(RandomWords, EndByThemselves) {
-    const std::vector<sub_command> commands = all_sub_commands();
+    const std::vector<sub_command> &commands = all_sub_commands();
     std::mt19937 random(static_cast<unsigned>(GetParam()));
     for (int i = 0; i < RANDOM_LINES / slices;) {
         const std::vector<std::string> line = random_line(random, commands);

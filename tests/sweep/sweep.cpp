@@ -1,88 +1,184 @@
 #include "tests/sweep/sweep.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
+#include <cctype>
 #include <map>
 #include <set>
 #include <sstream>
 
+#include "tests/support/board_copy.h"
+
 namespace kestro_tests {
 
-const std::vector<std::vector<std::string>> word_sets = {
-    {}, {"0xffffffff"}, {"0xffffffff", "0"}, {"0xffffffff", "0", "2"}, {"1", "2", "3", "4", "5", "6"},
-};
+namespace {
 
-std::vector<std::string> command_line(const sub_command &command, const std::vector<std::string> &words) {
-    std::vector<std::string> line = {command.module, command.name};
-    line.insert(line.end(), words.begin(), words.end());
-    return line;
+bool is_comment(const std::string &trace_line) {
+    return trace_line.starts_with("#");
 }
 
-const std::string &sweep_state() {
-    static const std::string state = new_scratch_dir();
+driver_call call_of(const std::string &trace_line) {
+    const size_t end = trace_line.find(") = ");
+    return {trace_line.substr(0, end + 1), trace_line.substr(end + 1)};
+}
+
+std::vector<driver_call> calls_in(const std::string &trace) {
+    std::vector<driver_call> calls;
+    std::istringstream lines(trace);
+    for (std::string line; std::getline(lines, line);) {
+        if (!is_comment(line)) {
+            calls.push_back(call_of(line));
+        }
+    }
+    return calls;
+}
+
+// A script that crashes or hangs by itself leaves no run to compare with.
+bool ends_well(const test_line &line) {
+    return line.script.find("= crash") == std::string::npos && line.script.find("= hang") == std::string::npos;
+}
+
+// The operations in their order, each of a row of the same ones once.
+std::vector<std::string> steps_of(const good_run &run) {
+    std::vector<std::string> steps;
+    for (const driver_call &call : run.calls) {
+        const std::string operation = operation_of(call.made);
+        if (steps.empty() || steps.back() != operation) {
+            steps.push_back(operation);
+        }
+    }
+    return steps;
+}
+
+bool begins_with(const std::vector<std::string> &steps, const std::vector<std::string> &first) {
+    return first.size() <= steps.size() && std::equal(first.begin(), first.end(), steps.begin());
+}
+
+std::vector<good_run> differing_runs(std::vector<good_run> runs) {
+    std::vector<good_run> kept;
+    std::vector<std::vector<std::string>> known;
+    for (good_run &run : runs) {
+        const std::vector<std::string> steps = steps_of(run);
+        const bool adds = std::none_of(known.begin(), known.end(), [&](const std::vector<std::string> &other) {
+            return begins_with(other, steps);
+        });
+        if (adds) {
+            known.push_back(steps);
+            kept.push_back(std::move(run));
+        }
+    }
+    return kept;
+}
+
+std::vector<good_run> find_swept_runs(const sub_command &command) {
+    std::vector<good_run> runs;
+    for (const test_line &line : test_lines_of(command)) {
+        if (ends_well(line)) {
+            runs.push_back(run_well(line));
+        }
+    }
+    if (runs.empty()) {
+        runs.push_back(run_well({{command.module, command.name}, ""}));
+    }
+    std::stable_sort(runs.begin(), runs.end(),
+                     [](const good_run &a, const good_run &b) { return a.calls.size() > b.calls.size(); });
+    return sweeps_all() ? runs : differing_runs(std::move(runs));
+}
+
+// Output and trace of a run without buffer, in one text as they came.
+std::string interleaved(const good_run &run) {
+    process_options unbuffered;
+    unbuffered.environment = {"LD_PRELOAD=" UNBUFFERED_LIBRARY};
+    const process_result result =
+        run_with({"--script", script_file(run.line.script), "--trace", "/proc/self/fd/1"}, run.line.words, unbuffered);
+    return result.out;
+}
+
+} // namespace
+
+bool sweeps_all() {
+    static const char *const asked = getenv("KESTRO_TESTS_FULL");
+    return asked != nullptr && std::string(asked) == "1";
+}
+
+const std::string &new_board() {
+    static const board_copy board(board_used());
+    return board.restored();
+}
+
+const std::string &board_used() {
+    static const std::string state = [] {
+        std::string made = new_scratch_dir();
+        run_launcher({"--state", made}, {"-h"});
+        return made;
+    }();
     return state;
 }
 
-process_result run_with(std::vector<std::string> options, const std::vector<std::string> &line,
+process_result run_with(std::vector<std::string> options, const std::vector<std::string> &words,
                         const process_options &process) {
-    options.insert(options.end(), {"--state", sweep_state(), "--clock", "virtual"});
-    return run_sim(options, line, process);
+    options.insert(options.end(), {"--state", new_board(), "--clock", "virtual"});
+    return run_sim(options, words, process);
 }
 
-const good_run &good_run_of(const std::vector<std::string> &line) {
-    static std::map<std::string, good_run> runs;
+const std::string &script_file(const std::string &text) {
+    static const std::string path = new_scratch_dir() + "/script";
+    write_file(path, text + "\n");
+    return path;
+}
+
+good_run run_well(const test_line &line) {
     static const std::string trace = new_scratch_dir() + "/trace";
-    const auto [entry, is_new] = runs.try_emplace(joined(line));
-    good_run &run = entry->second;
-    if (!is_new) {
-        return run;
-    }
-    const process_result result = run_with({"--reset", "--trace", trace}, line);
-    expect_clean_end(result, joined(line));
-    run.output = result.out;
-    run.trace = read_file(trace);
-    std::istringstream lines(run.trace);
-    for (std::string call; std::getline(lines, call);) {
-        run.calls.push_back(call.substr(0, call.find('(')));
-    }
-    return run;
+    write_file(trace, "");
+    const process_result result = run_with({"--script", script_file(line.script), "--trace", trace}, line.words);
+    expect_clean_end(result, joined(line.words));
+    return {line, calls_in(read_file(trace)), result.out, result.status};
 }
 
-std::vector<std::string> most_calling_line(const sub_command &command) {
-    std::vector<std::string> best = command_line(command, {});
-    size_t most = 0;
-    for (const std::vector<std::string> &words : word_sets) {
-        const std::vector<std::string> line = command_line(command, words);
-        const size_t calls = good_run_of(line).calls.size();
-        if (calls > most) {
-            most = calls;
-            best = line;
-        }
+const std::vector<good_run> &swept_runs(const sub_command &command) {
+    static std::map<std::string, std::vector<good_run>> found;
+    const auto [entry, is_new] = found.try_emplace(command.module + " " + command.name);
+    if (is_new) {
+        entry->second = find_swept_runs(command);
     }
-    return best;
+    return entry->second;
 }
 
-std::vector<std::vector<std::string>> differing_lines(const sub_command &command) {
+std::vector<size_t> faulted_calls(const good_run &run) {
+    std::vector<size_t> faulted;
     std::set<std::string> seen;
-    std::vector<std::vector<std::string>> lines;
-    for (const std::vector<std::string> &words : word_sets) {
-        const std::vector<std::string> line = command_line(command, words);
-        const good_run &run = good_run_of(line);
-        if (seen.insert(run.trace + run.output).second) {
-            lines.push_back(line);
+    for (size_t n = 1; n <= run.calls.size(); ++n) {
+        if (seen.insert(run.calls[n - 1].made).second || sweeps_all()) {
+            faulted.push_back(n);
         }
     }
-    return lines;
+    return faulted;
 }
 
-std::string fault_at(const std::vector<std::string> &calls, size_t n, const std::string &fault) {
-    const std::string &operation = calls.at(n - 1);
-    const auto before = std::count(calls.begin(), calls.begin() + static_cast<std::ptrdiff_t>(n) - 1, operation);
-    std::string script;
-    if (before > 0) {
-        script = operation + " = pass x" + std::to_string(before) + "\n";
+std::vector<std::string> printed_before_calls(const good_run &run) {
+    const std::string all = interleaved(run);
+    std::vector<std::string> printed;
+    std::string so_far;
+    size_t at = 0;
+    const auto pass = [&](const std::string &part) {
+        const size_t found = all.find(part, at);
+        if (found == std::string::npos) {
+            ADD_FAILURE() << joined(run.line.words) << ": a call is missing without a buffer: " << part << "\n" << all;
+            return;
+        }
+        so_far += all.substr(at, found - at);
+        at = found + part.size();
+    };
+    for (const driver_call &call : run.calls) {
+        pass(call.made);
+        printed.push_back(so_far);
+        pass(call.answered + "\n");
     }
-    return script + operation + " = " + fault + "\n";
+    EXPECT_EQ(so_far + all.substr(std::min(at, all.size())), run.output) << joined(run.line.words);
+    return printed;
+}
+
+std::string operation_of(const std::string &line) {
+    return line.substr(0, line.find_first_of("( ="));
 }
 
 void expect_clean_end(const process_result &result, const std::string &what) {
@@ -97,6 +193,14 @@ std::string joined(const std::vector<std::string> &words) {
         text += (text.empty() ? "" : " ") + word;
     }
     return text;
+}
+
+// Its place in the list keeps names apart that differ in other signs than letters and digits.
+std::string name_of_command(const testing::TestParamInfo<sub_command> &named) {
+    std::string name = named.param.module + "_" + named.param.name + "_" + std::to_string(named.index);
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char sign) { return isalnum(sign) == 0; }, '_');
+    return name;
 }
 
 } // namespace kestro_tests

@@ -1,49 +1,73 @@
 // Runs for the sweeps: one command line, one fault.
+//
+// Every sub-command is swept with the lines of its own command tests and with their scripts: such a line is known to
+// reach its driver calls behind names, files and eight words, whether or not the simulated chassis has the device. The
+// simulated chassis answers what a script does not foresee, which is what comes after a fault; and it answers one line
+// of each sub-command all alone, so that a fault meets drivers with a state, too.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 #include "tests/support/command.h"
 #include "tests/support/command_list.h"
+#include "tests/support/test_lines.h"
 
 namespace kestro_tests {
 
-// Words for a sub-command: none, too few, fitting, and too many for most.
-extern const std::vector<std::vector<std::string>> word_sets;
+// Whether every occurrence of everything is swept, and not only what differs: scripts/test --full.
+bool sweeps_all();
 
-std::vector<std::string> command_line(const sub_command &command, const std::vector<std::string> &words);
+// The state of a board that nothing has been written to. The runs of this test program have it one after the other.
+const std::string &new_board();
 
-// The state directory of this test program.
-const std::string &sweep_state();
+// The same state as the last run left it.
+const std::string &board_used();
 
-process_result run_with(std::vector<std::string> options, const std::vector<std::string> &line,
+// On a new board: an identity test that is cut short leaves its test values behind.
+process_result run_with(std::vector<std::string> options, const std::vector<std::string> &words,
                         const process_options &process = {});
 
-// A run on a new board without any fault.
-struct good_run {
-    std::vector<std::string> calls; // the operations called, in order
-    std::string trace;              // the same with inputs and outputs
-    std::string output;
+// A file of this test program with this text, until the next one.
+const std::string &script_file(const std::string &text);
+
+struct driver_call {
+    std::string made;     // operation and inputs, as a trace shows them
+    std::string answered; // what a trace shows behind that
 };
 
-// Made once for each command line.
-const good_run &good_run_of(const std::vector<std::string> &line);
+// A run without any fault.
+struct good_run {
+    test_line line;
+    std::vector<driver_call> calls;
+    std::string output;
+    int status = 0;
+};
 
-// The sub-command with those of the word sets that lead it to the most driver calls.
-std::vector<std::string> most_calling_line(const sub_command &command);
+good_run run_well(const test_line &line);
 
-// The sub-command with each word set that makes it do something else than those before: words that are ignored, or
-// missing in the same way, need no sweep of their own.
-std::vector<std::vector<std::string>> differing_lines(const sub_command &command);
+// The runs that a sub-command is swept with, the one with most calls first: of the lines that lead to the same
+// operations in the same order one, and none whose operations another's begin with. All lines when all is swept.
+const std::vector<good_run> &swept_runs(const sub_command &command);
 
-// A script that lets the calls before the n-th (from 1) pass and answers that one so.
-std::string fault_at(const std::vector<std::string> &calls, size_t n, const std::string &fault);
+// The calls of a run that are faulted, counted from 1: the first of those that are the same in operation and inputs, or
+// all of them.
+std::vector<size_t> faulted_calls(const good_run &run);
+
+// What the run had printed when it made each of its calls. Needs a run more, whose output is not buffered.
+std::vector<std::string> printed_before_calls(const good_run &run);
+
+// The name of the operation that a trace line or a line of a script begins with.
+std::string operation_of(const std::string &line);
 
 // What must hold of every run, whatever the fault: it ends by itself with one of the program's exit statuses and
 // reports nothing on standard error.
 void expect_clean_end(const process_result &result, const std::string &what);
 
 std::string joined(const std::vector<std::string> &words);
+
+// What a sub-command's tests are called.
+std::string name_of_command(const testing::TestParamInfo<sub_command> &named);
 
 } // namespace kestro_tests

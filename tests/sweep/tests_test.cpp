@@ -1,7 +1,8 @@
-// The tests of the tests: no row of any table without a command test.
+// The tests of the tests: no row of any table without a command test, and no driver call that only those reach.
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <set>
+#include <sstream>
 
 #include "tests/sweep/sweep.h"
 
@@ -9,40 +10,56 @@ using namespace kestro_tests;
 
 namespace {
 
-std::string all_command_tests() {
-    std::string text;
-    for (const auto &entry : std::filesystem::directory_iterator(source_dir() + "/tests/modules")) {
-        if (entry.path().extension() == ".cpp") {
-            text += read_file(entry.path().string());
+class CommandTests : public testing::TestWithParam<sub_command> {};
+
+// The operations that a script answers.
+std::set<std::string> operations_in(const std::string &script) {
+    std::set<std::string> operations;
+    std::istringstream lines(script);
+    for (std::string line; std::getline(lines, line);) {
+        line.erase(0, line.find_first_not_of(' '));
+        if (!line.empty() && line[0] != '#') {
+            operations.insert(operation_of(line));
         }
     }
-    return text;
+    return operations;
 }
 
-// Tests name a command line as one text: the module, the sub-command and what follows.
-bool has_command_test(const std::string &tests, const sub_command &command) {
-    const std::string start = "\"" + command.module + " " + command.name;
-    for (size_t at = tests.find(start); at != std::string::npos; at = tests.find(start, at + 1)) {
-        const char next = tests.at(at + start.size());
-        if (next == ' ' || next == '"') {
-            return true;
+// What the command tests answer and none of the runs calls.
+std::set<std::string> unreached(const std::vector<test_line> &lines, const std::vector<good_run> &runs) {
+    std::set<std::string> operations;
+    for (const test_line &line : lines) {
+        operations.merge(operations_in(line.script));
+    }
+    for (const good_run &run : runs) {
+        for (const driver_call &call : run.calls) {
+            operations.erase(operation_of(call.made));
         }
     }
-    return false;
+    return operations;
 }
 
 } // namespace
 
-TEST(CommandTests, CoverEveryRowOfEveryTable) {
-    const std::string tests = all_command_tests();
-    for (const sub_command &command : all_sub_commands()) {
-        EXPECT_TRUE(has_command_test(tests, command)) << command.module << " " << command.name;
+TEST_P(CommandTests, CoverTheSubCommand) {
+    EXPECT_FALSE(test_lines_of(GetParam()).empty()) << "no command test has a line with this sub-command";
+}
+
+TEST_P(CommandTests, HaveNoDriverCallThatNoSweepReaches) {
+    for (const std::string &operation : unreached(test_lines_of(GetParam()), swept_runs(GetParam()))) {
+        ADD_FAILURE() << operation;
     }
 }
 
-TEST(CommandTests, AMissingTestWouldShow) {
-    const std::string tests = "expect_run(\"mac_test drv_mac_get_num 1\", ...)";
-    EXPECT_TRUE(has_command_test(tests, {"mac_test", "drv_mac_get_num"}));
-    EXPECT_FALSE(has_command_test(tests, {"mac_test", "drv_mac_get"}));
-    EXPECT_FALSE(has_command_test(tests, {"mac_test", "drv_mac_init"}));
+INSTANTIATE_TEST_SUITE_P(All, CommandTests, testing::ValuesIn(all_sub_commands()), name_of_command);
+
+TEST(TestLines, AMissingTestWouldShow) {
+    EXPECT_TRUE(test_lines_of({"mac_test", "drv_mac_get"}).empty());
+    EXPECT_FALSE(test_lines_of({"mac_test", "drv_mac_get_num"}).empty());
+}
+
+TEST(TestLines, AnOperationThatNoSweepReachesWouldShow) {
+    const std::vector<test_line> lines = {{{"a", "b"}, "drv_one(id=1) = 0\n# drv_no\ndrv_two = 5 x3\n"}};
+    const std::vector<good_run> runs = {{lines[0], {{"drv_one(id=1)", " = 0x0"}}, "", 0}};
+    EXPECT_EQ(unreached(lines, runs), std::set<std::string>{"drv_two"});
 }

@@ -5,6 +5,21 @@
 #include <cstdlib>
 #include <cstring>
 #include <initializer_list>
+#include <sys/wait.h>
+
+// Prints what a file of the state holds, and writes over it.
+static void show_and_change(const char *name) {
+    char path[4096];
+    char text[64] = "";
+    snprintf(path, sizeof(path), "%s/%s", getenv("KESTRO_SIM_STATE"), name);
+    FILE *file = fopen(path, "r+");
+    if (file != nullptr) {
+        printf("file=%s\n", fgets(text, sizeof(text), file));
+        rewind(file);
+        fputs("changed", file);
+        fclose(file);
+    }
+}
 
 int main(int count, char **arguments) {
     for (int i = 0; i < count; ++i) {
@@ -16,6 +31,12 @@ int main(int count, char **arguments) {
           "KESTRO_PROBE_TRACE", "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
         const char *value = getenv(name);
         printf("%s=%s\n", name, value != nullptr ? value : "(none)");
+    }
+    if (count == 3 && strcmp(arguments[1], "keep") == 0) {
+        show_and_change(arguments[2]);
+    }
+    if (count == 2 && strcmp(arguments[1], "children") == 0) {
+        printf("children=%s\n", wait(nullptr) < 0 ? "none" : "some");
     }
     fflush(stdout);
     if (count == 3 && strcmp(arguments[1], "exit") == 0) {

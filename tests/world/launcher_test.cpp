@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 namespace fs = std::filesystem;
 using kestro_tests::process_result;
@@ -91,6 +93,14 @@ class Launcher : public testing::Test {
         EXPECT_EQ(result.status, 2);
     }
 
+    // A process of its own removes the copy a moment after the run has ended.
+    void expect_removed(const std::string &copy) const {
+        for (int tries = 0; fs::exists(copy) && tries < 10000; ++tries) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        EXPECT_FALSE(fs::exists(copy)) << copy;
+    }
+
     // One line of what kestro_test was given.
     std::string given(const process_result &result, const std::string &name) const {
         EXPECT_EQ(result.err, "");
@@ -134,7 +144,7 @@ TEST_F(Launcher, HelpNamesEveryOption) {
     const process_result result = run({"--help"});
     for (const char *option : {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual",
                                "--script FILE", "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]",
-                               "--fail-alloc N", "--reset", "--accept-images"}) {
+                               "--fail-alloc N", "--reset", "--accept-images", "--discard"}) {
         EXPECT_NE(result.out.find(std::string("  ") + option + " "), std::string::npos) << option << result.out;
     }
     EXPECT_EQ(result.err, "");
@@ -179,7 +189,7 @@ TEST_F(Launcher, ResetMakesTheBoardNew) {
 
 TEST_F(Launcher, AcceptsImagesOfAStateThatIsReady) {
     run({"--accept-images", "--state", "here"});
-    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/boards/mpu_master.xml") + "\nkept\naccepted\n");
+    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/chassis/mpu_master.seat") + "\nkept\naccepted\n");
     write("here/odd image", "");
     expect_refused(run({"--accept-images", "--state", "here"}),
                    path("here/odd image") + ": is no file of 8 bytes; put one of that size there");
@@ -193,6 +203,38 @@ TEST_F(Launcher, SaysThatItsDirectoryIsGone) {
         {}, tree_.string());
     expect_refused(result, "here: the directory that kestro_sim was started in is gone (No such file or directory); "
                            "start it in another, or give the whole path");
+}
+
+TEST_F(Launcher, DiscardRunsOnACopyOfTheState) {
+    run({"--state", "here"});
+    write("here/kept", "as it was");
+    const process_result result = run({"--state", "here", "--discard", "keep", "kept"});
+    const std::string copy = given(result, "KESTRO_SIM_STATE");
+    EXPECT_NE(copy, path("here"));
+    EXPECT_EQ(given(result, "KESTRO_SIM_ROOT"), copy + "/root/seat_of_mpu_master");
+    EXPECT_EQ(given(result, "file"), "as it was");
+    EXPECT_EQ(kestro_tests::read_file(path("here/kept")), "as it was");
+    expect_removed(copy);
+    const std::string elsewhere = path("home");
+    EXPECT_EQ(given(run({"--state", "here", "--discard"}, {"TMPDIR=" + elsewhere}), "KESTRO_SIM_STATE")
+                  .substr(0, elsewhere.size() + 12),
+              elsewhere + "/kestro_sim-");
+    EXPECT_EQ(given(run({"--state", "here", "--discard", "--root", "board_files"}), "KESTRO_SIM_ROOT"),
+              path("board_files"));
+}
+
+TEST_F(Launcher, DiscardRemovesTheCopyWhicheverWayTheRunEnds) {
+    expect_removed(given(run({"--state", "here", "--discard", "exit", "7"}), "KESTRO_SIM_STATE"));
+    expect_removed(given(run({"--state", "here", "--discard", "crash"}), "KESTRO_SIM_STATE"));
+    // No child of the launcher's is left for the program to wait for.
+    EXPECT_EQ(given(run({"--state", "here", "--discard", "children"}), "children"), "none");
+}
+
+TEST_F(Launcher, DiscardNeedsAPlaceForTheCopy) {
+    run({"--state", "here"});
+    expect_refused(run({"--state", "here", "--discard"}, {"TMPDIR=" + path("none")}),
+                   path("none") +
+                       ": No such file or directory; --discard needs room for a copy of the state; TMPDIR says where");
 }
 
 TEST_F(Launcher, HandsEachOptionOnAsAVariable) {

@@ -1,0 +1,142 @@
+#include "tests/support/fork_server/client.h"
+
+#include "tests/support/fork_server/request.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <map>
+#include <memory>
+#include <numeric>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace kestro_tests {
+
+namespace {
+
+using texts = std::vector<std::string>;
+
+// What the loader, the C library and the sanitizers read when a process starts.
+bool is_read_at_start(const std::string &variable) {
+    const std::string name = variable.substr(0, variable.find('='));
+    return name.starts_with("LD_") || name.starts_with("MALLOC_") || name == "GLIBC_TUNABLES" ||
+           name.ends_with("SAN_OPTIONS");
+}
+
+std::string joined(const texts &parts) {
+    return std::accumulate(parts.begin(), parts.end(), std::string(),
+                           [](std::string all, const std::string &part) { return std::move(all) + part + '\0'; });
+}
+
+class server {
+  public:
+    server(const std::string &program, texts environment) {
+        std::array<int, 2> ends{};
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
+            throw std::runtime_error("no socket for the fork server");
+        }
+        environment.push_back(std::string(server_variable) + "=" + std::to_string(ends[1]));
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        fcntl(ends[1], F_SETFD, 0);
+        process_ = spawn({program}, environment, "", {nowhere, STDERR_FILENO});
+        close(nowhere);
+        close(ends[1]);
+        socket_ = ends[0];
+    }
+    server(const server &) = delete;
+    server &operator=(const server &) = delete;
+    ~server() {
+        close(socket_);
+        waitpid(process_, nullptr, 0);
+    }
+
+    pid_t start(const std::string &row, const run_request &head, const output_pair &output) const {
+        send_head(head, output);
+        for (size_t sent = 0; sent < row.size();) {
+            const ssize_t part = send(socket_, row.data() + sent, row.size() - sent, MSG_NOSIGNAL);
+            if (part < 0 && errno != EINTR) {
+                throw std::runtime_error("the fork server has ended");
+            }
+            sent += part > 0 ? static_cast<size_t>(part) : 0;
+        }
+        return receive_number();
+    }
+
+    int32_t receive_number() const {
+        int32_t number = 0;
+        if (recv(socket_, &number, sizeof(number), MSG_WAITALL) != sizeof(number)) {
+            throw std::runtime_error("the fork server has ended");
+        }
+        return number;
+    }
+
+  private:
+    void send_head(run_request head, const output_pair &output) const {
+        const std::array<int, descriptors_of_run> passed = {output.out, output.err};
+        alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(passed))> control{};
+        iovec part{&head, sizeof(head)};
+        msghdr message{};
+        message.msg_iov = &part;
+        message.msg_iovlen = 1;
+        message.msg_control = control.data();
+        message.msg_controllen = control.size();
+        cmsghdr *rights = CMSG_FIRSTHDR(&message);
+        rights->cmsg_level = SOL_SOCKET;
+        rights->cmsg_type = SCM_RIGHTS;
+        rights->cmsg_len = CMSG_LEN(sizeof(passed));
+        memcpy(CMSG_DATA(rights), passed.data(), sizeof(passed));
+        if (sendmsg(socket_, &message, MSG_NOSIGNAL) != sizeof(head)) {
+            throw std::runtime_error("the fork server has ended");
+        }
+    }
+
+    pid_t process_ = -1;
+    int socket_ = -1;
+};
+
+// The server's library goes last, behind all that reads the environment of a run.
+texts environment_of_server(const texts &environment) {
+    texts changed;
+    std::string preload;
+    for (const std::string &variable : environment) {
+        if (variable.starts_with("LD_PRELOAD=")) {
+            preload = variable.substr(variable.find('=') + 1) + ":";
+        } else {
+            changed.push_back(variable);
+        }
+    }
+    changed.push_back("LD_PRELOAD=" + preload + build_dir() + "/tests/libfork_server.so");
+    return changed;
+}
+
+const server &server_for(const std::string &program, const texts &environment) {
+    static std::map<std::string, std::unique_ptr<server>> servers;
+    texts key = {program};
+    std::copy_if(environment.begin(), environment.end(), std::back_inserter(key), is_read_at_start);
+    std::unique_ptr<server> &kept = servers[joined(key)];
+    if (!kept) {
+        kept = std::make_unique<server>(program, environment_of_server(environment));
+    }
+    return *kept;
+}
+
+} // namespace
+
+process_result run_forked(const texts &argv, const texts &environment, const process_options &options) {
+    const server &source = server_for(argv.at(0), environment);
+    const std::string row = options.directory + '\0' + joined(argv) + joined(environment);
+    const run_request head = {static_cast<uint32_t>(row.size()), static_cast<uint32_t>(argv.size()),
+                              static_cast<uint32_t>(environment.size())};
+    const started_program program = {
+        [&](const output_pair &output) { return source.start(row, head, output); },
+        [&](pid_t) { return source.receive_number(); },
+    };
+    return run_to_end(program, options);
+}
+
+} // namespace kestro_tests
