@@ -112,22 +112,22 @@ TEST(MacTest, GetAddrShowsTheAddressAndItsBytesAsText) {
 
 TEST(MacTest, AddressesAreShownInLowerCase) {
     const std::string shown_address = "mac[ab-cd-ef-0a-fb-c0] ret:0x0\n";
-    expect_success("mac_test drv_mac_get_addr 1",
-                   "drv_mac_get_addr(inst_id=0xffffffff, type_id=1) = 0 addr=[ab cd ef 0a fb c0]",
-                   framed("test_mac_get_addr", "drv_mac_get_addr::inst_id:0xffffffff type:1 " + shown_address,
-                          "para[0]=0x0 para[1]=\xab\xcd\xef\n\xfb\xc0 "));
     expect_success(
-        "mac_test drv_mac_set_addr 1 0xABCDEF0AFBC0",
-        "drv_mac_set_addr(inst_id=0xffffffff, type_id=1, addr=[ab cd ef 0a fb c0]) = 0",
-        framed("test_mac_set_addr", "drv_mac_set_addr::inst_id:0xffffffff type:1 " + shown_address, "para[0]=0x0 "));
+        "mac_test drv_mac_get_addr 1", "drv_mac_get_addr(inst_id=0xffffffff, type_id=1) = 0 addr=[ab cd ef 0a fb c0]",
+        framed(banners::narrow, "test_mac_get_addr", "drv_mac_get_addr::inst_id:0xffffffff type:1 " + shown_address,
+               "para[0]=0x0 para[1]=\xab\xcd\xef\n\xfb\xc0 "));
+    expect_success("mac_test drv_mac_set_addr 1 0xABCDEF0AFBC0",
+                   "drv_mac_set_addr(inst_id=0xffffffff, type_id=1, addr=[ab cd ef 0a fb c0]) = 0",
+                   framed(banners::narrow, "test_mac_set_addr",
+                          "drv_mac_set_addr::inst_id:0xffffffff type:1 " + shown_address, "para[0]=0x0 "));
     expect_success("mac_test drv_mac_set_addr_num 1 2 0xABCDEF0AFBC0",
                    "drv_mac_set_addr_num(inst_id=0xffffffff, type_id=1, num=2, addr=[ab cd ef 0a fb c0]) = 0",
-                   framed("test_mac_set_addr_num",
+                   framed(banners::narrow, "test_mac_set_addr_num",
                           "drv_mac_set_addr_num::inst_id:0xffffffff type:1 num:2 " + shown_address, "para[0]=0x0 "));
     expect_success("mac_test drv_mac_get_addr_num 1 1",
                    "drv_mac_get_addr_num(inst_id=0xffffffff, type_id=1, num=1, size=240) = 0 "
                    "buffer=[ab cd ef 0a fb c0]",
-                   framed("test_mac_get_addr_num",
+                   framed(banners::narrow, "test_mac_get_addr_num",
                           "drv_mac_get_addr_num::inst_id:0xffffffff type:1 num:1 ret:0x0\n"
                           "mac[ 0] : mac[ab-cd-ef-0a-fb-c0]\n",
                           "para[0]=0x0 para[1]=\xab\xcd\xef\n\xfb\xc0 "));

@@ -50,12 +50,12 @@ void require_fitted(const fs::path &, const std::string &seat) {
     }
 }
 
-std::optional<std::string> accept_images(const std::filesystem::path &state_dir) {
-    if (std::filesystem::exists(state_dir / "odd image")) {
-        return (state_dir / "odd image").string() + ": is no file of 8 bytes; put one of that size there";
+void accept_images(const fs::path &state_dir) {
+    if (fs::exists(state_dir / "odd image")) {
+        throw description_error((state_dir / "odd image").string() +
+                                ": is no file of 8 bytes; put one of that size there");
     }
     std::ofstream(state_dir / "prepared", std::ios::app) << "accepted\n";
-    return std::nullopt;
 }
 
 // Two and a half seconds in the life of this board.

@@ -189,7 +189,8 @@ TEST_F(Launcher, ResetMakesTheBoardNew) {
 
 TEST_F(Launcher, AcceptsImagesOfAStateThatIsReady) {
     run({"--accept-images", "--state", "here"});
-    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")), path("sim/chassis/mpu_master.seat") + "\nkept\naccepted\n");
+    EXPECT_EQ(kestro_tests::read_file(path("here/prepared")),
+              path("sim/chassis/mpu_master.seat") + "\nkept\naccepted\n");
     write("here/odd image", "");
     expect_refused(run({"--accept-images", "--state", "here"}),
                    path("here/odd image") + ": is no file of 8 bytes; put one of that size there");
