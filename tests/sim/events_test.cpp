@@ -13,7 +13,9 @@ process_result play(const test_board &board, const std::vector<std::string> &wor
     std::vector<std::string> line{build_dir() + "/tests/event_scenes"};
     line.insert(line.end(), words.begin(), words.end());
     process_options options;
-    options.environment = {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE=" + board.state,
+    options.environment = {"KESTRO_SIM_BOARD=" + board.description,
+                           "KESTRO_SIM_SEAT=" + board.seat,
+                           "KESTRO_SIM_STATE=" + board.state,
                            "KESTRO_SIM_CLOCK=" + clock,
                            "KESTRO_SIM_TIME=" + std::to_string(kestro_sim::board_time_at_start(board.state)),
                            "LD_PRELOAD=" + build_dir() + "/sim/libkestro_world.so"};
@@ -127,7 +129,7 @@ TEST(BoardTime, IsNotLostWithAKilledRun) {
 TEST(BoardTime, StartsAnewWithTheBoard) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(time_shown(board, {"7000"}), "0 to 7000\n");
-    EXPECT_EQ(prepare_says(board.description, board.state, true), "");
+    EXPECT_EQ(prepare_says(board.word, board.state, true), "");
     EXPECT_EQ(time_shown(board, {"1000"}), "0 to 1000\n");
 }
 
