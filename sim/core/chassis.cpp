@@ -1,11 +1,11 @@
 // Puts the chassis together: what sits where, then each board from its kind, then what a user's own board changes.
 #include "sim/core/chassis.h"
 
+#include "sim/core/chassis_form.h"
 #include "sim/core/merge.h"
 #include "sim/core/validate.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace kestro_sim {
 
@@ -13,42 +13,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uint64_t slot_max = 0xFFFF;
 constexpr uint64_t card_max = 255;
 constexpr int include_depth_max = 8;
-
-std::string in_quotes(std::string_view text) {
-    return "'" + std::string(text) + "'";
-}
-
-bool is_tag(pugi::xml_node item, std::string_view tag) {
-    return tag == item.name();
-}
-
-uint64_t require_number(const source_set &sources, pugi::xml_node item, const char *attribute, uint64_t max) {
-    const auto number = parse_number(item.attribute(attribute).value());
-    if (!number || *number > max) {
-        sources.fail(item, std::string("a ") + item.name() + " without a " + attribute,
-                     std::string("give it ") + attribute + "=\"a number up to " + std::to_string(max) + "\"");
-    }
-    return *number;
-}
-
-void require_tag(const source_set &sources, pugi::xml_node item, std::string_view tag) {
-    if (!is_tag(item, tag)) {
-        sources.fail(item, std::string("<") + item.name() + "> stands here", "here <" + std::string(tag) + "> is due");
-    }
-}
-
-void require_name(const source_set &sources, pugi::xml_node item) {
-    const std::string_view name = item.attribute("name").value();
-    if (name.empty()) {
-        sources.fail(item, std::string("a ") + item.name() + " without a name", "give it name=\"...\"");
-    }
-    if (name.find_first_of("/ \t\r\n") != std::string_view::npos || name == "." || name == "..") {
-        sources.fail(item, "name " + in_quotes(name) + " holds a blank or a slash", "use letters, digits, _, - and @");
-    }
-}
 
 // Everything that stands on an element but what the form itself asks for.
 variable_map variables_of(pugi::xml_node item, std::initializer_list<std::string_view> own) {
@@ -352,77 +318,7 @@ class chassis_maker {
     std::map<std::string, variable_map> variables_;
 };
 
-std::string seats_of(pugi::xml_node chassis) {
-    std::string all;
-    for (const pugi::xml_node slot : chassis.children("slot")) {
-        if (const pugi::xml_attribute seat = slot.attribute("seat")) {
-            all += (all.empty() ? "" : ", ") + std::string(seat.value());
-        }
-    }
-    return all;
-}
-
-// The place of a seat by name, or of the first when none is asked for.
-std::optional<std::string> place_of_seat(pugi::xml_node chassis, std::string_view name) {
-    for (const pugi::xml_node slot : chassis.children("slot")) {
-        const pugi::xml_attribute seat = slot.attribute("seat");
-        if (seat && (name.empty() || name == seat.value())) {
-            return slot_place(static_cast<uint32_t>(parse_number(slot.attribute("number").value()).value_or(0)));
-        }
-    }
-    return std::nullopt;
-}
-
-board_choice choose_chassis(board_choice choice, const source_set &sources, pugi::xml_node root) {
-    const auto seat = place_of_seat(root, root.attribute("seat").value());
-    if (!seat) {
-        sources.fail(root, "the chassis has no such seat",
-                     "a slot has seat=\"name\", and the chassis names one of: " + seats_of(root));
-    }
-    choice.seat = *seat;
-    return choice;
-}
-
-board_choice choose_file(board_choice choice, const fs::path &file) {
-    source_set sources;
-    const pugi::xml_node root = sources.read(file);
-    if (is_tag(root, "chassis")) {
-        choice.chassis_file = file;
-        choice.chassis = root.attribute("name").value();
-        return choose_chassis(std::move(choice), sources, root);
-    }
-    if (!is_tag(root, "board")) {
-        sources.fail(root, std::string("<") + root.name() + "> stands here", "here <board> or <chassis> is due");
-    }
-    choice.board_file = file;
-    choice.seat = slot_place(static_cast<uint32_t>(require_number(sources, root, "slot", slot_max)));
-    return choice;
-}
-
 } // namespace
-
-board_choice choose_board(const std::string &word, const fs::path &delivered) {
-    source_set sources;
-    board_choice choice{delivered, delivered / "chassis.xml", {}, {}, {}};
-    const pugi::xml_node root = sources.read(choice.chassis_file);
-    choice.chassis = root.attribute("name").value();
-    const bool is_path = word.find('/') != std::string::npos;
-    if (const auto seat = is_path ? std::nullopt : place_of_seat(root, word)) {
-        choice.seat = *seat;
-        return choice;
-    }
-    const fs::path file = fs::absolute(word).lexically_normal();
-    std::error_code none;
-    if (fs::exists(file, none) && !fs::is_directory(file, none)) {
-        return choose_file(std::move(choice), file);
-    }
-    if (is_path) {
-        throw description_error(file.string() + ": there is no such file; --board takes the file of a board or " +
-                                "chassis, or a name: " + seats_of(root));
-    }
-    throw description_error("--board: there is no board '" + word +
-                            "'; right are the file of a board or chassis and the names " + seats_of(root));
-}
 
 std::unique_ptr<description> read_chassis(const board_choice &choice) {
     return chassis_maker(choice).make();
