@@ -30,6 +30,18 @@ enum class need : uint8_t {
     reset, // a device that does not say otherwise has the reset value
 };
 
+// Where a register is declared; two of one name in two families differ by it. Addresses would tell them apart as well,
+// but under a sanitizer the compiler does not compare addresses while it compiles.
+struct declared_at {
+    uint64_t place;
+
+    constexpr declared_at(const char *file = __builtin_FILE(), unsigned line = __builtin_LINE()) : place(line) {
+        for (; *file != '\0'; ++file) {
+            place = *file == '/' ? line : (place ^ static_cast<unsigned char>(*file)) * 0x100000001B3U;
+        }
+    }
+};
+
 // Numbers are kept as 64 bits; below 0 as the two's complement.
 struct reg {
     const char *name = nullptr;
@@ -44,9 +56,12 @@ struct reg {
     const char *unit = "";
     const char *meaning = "";
     const char *const *choices = nullptr; // names of the values from 0 to most
+    uint64_t place = 0;                   // where it is declared
 
-    static constexpr reg number(const char *name, int64_t least, int64_t most, const char *unit, const char *meaning) {
+    static constexpr reg number(const char *name, int64_t least, int64_t most, const char *unit, const char *meaning,
+                                declared_at where = {__builtin_FILE(), __builtin_LINE()}) {
         reg made;
+        made.place = where.place;
         made.name = name;
         made.least = least;
         made.most = most;
@@ -56,28 +71,32 @@ struct reg {
     }
 
     // A mask, a version, a register of an unknown chip: all 32 bits.
-    static constexpr reg bits(const char *name, int64_t most, const char *meaning) {
-        reg made = number(name, 0, most, "", meaning);
+    static constexpr reg bits(const char *name, int64_t most, const char *meaning,
+                              declared_at where = {__builtin_FILE(), __builtin_LINE()}) {
+        reg made = number(name, 0, most, "", meaning, where);
         made.is_hexadecimal = true;
         return made;
     }
 
-    static constexpr reg flag(const char *name, const char *meaning) {
-        reg made = number(name, 0, 1, "", meaning);
+    static constexpr reg flag(const char *name, const char *meaning,
+                              declared_at where = {__builtin_FILE(), __builtin_LINE()}) {
+        reg made = number(name, 0, 1, "", meaning, where);
         made.type = reg_type::flag;
         return made;
     }
 
     template <size_t N>
-    static constexpr reg choice(const char *name, const char *const (&names)[N], const char *meaning) {
-        reg made = number(name, 0, static_cast<int64_t>(N) - 1, "", meaning);
+    static constexpr reg choice(const char *name, const char *const (&names)[N], const char *meaning,
+                                declared_at where = {__builtin_FILE(), __builtin_LINE()}) {
+        reg made = number(name, 0, static_cast<int64_t>(N) - 1, "", meaning, where);
         made.type = reg_type::choice;
         made.choices = names;
         return made;
     }
 
-    static constexpr reg text(const char *name, size_t max, const char *meaning) {
-        reg made = number(name, 0, 0, "", meaning);
+    static constexpr reg text(const char *name, size_t max, const char *meaning,
+                              declared_at where = {__builtin_FILE(), __builtin_LINE()}) {
+        reg made = number(name, 0, 0, "", meaning, where);
         made.type = reg_type::text;
         made.text_max = max;
         return made;
@@ -104,6 +123,9 @@ struct reg {
         return made;
     }
 
+    constexpr bool is_same_as(const reg &other) const {
+        return place == other.place && std::string_view(name) == other.name;
+    }
     constexpr bool is_text() const {
         return type == reg_type::text;
     }
@@ -121,7 +143,7 @@ struct reg {
 
 inline constexpr int64_t any_u32 = UINT32_MAX;
 
-// Registers are told apart by where they stand: a family holds the ones of its own namespace, not copies.
+// A family holds the registers of its own namespace, not copies.
 class reg_ref {
   public:
     constexpr reg_ref() = default;
@@ -171,7 +193,7 @@ struct device_family {
 
     constexpr bool has(const reg &which) const {
         for (size_t i = 0; i < count; ++i) {
-            if (&*list[i] == &which) {
+            if ((*list[i]).is_same_as(which)) {
                 return true;
             }
         }
