@@ -294,48 +294,4 @@ TEST(Log, OldLinesMakeRoom) {
     EXPECT_EQ(read_file(board.state + "/log/slot9/5.old"), std::string(65536, 'o'));
 }
 
-TEST(Drivers, NullPointersAreRefused) {
-    const std::string entry = "module=\"i2c\", node=\"i2c_dev\", entry=\"entry0\"";
-    const std::vector<std::string> calls{
-        "drv_elabel_read(len=1200, area=null)",
-        "drv_elabel_write(len=1200, area=null)",
-        "drv_barcode_read(len=128, area=null)",
-        "drv_barcode_write(len=128, area=null)",
-        "drv_mac_set_addr(type_id=1, addr=null)",
-        "drv_mac_get_addr(type_id=1, addr=null)",
-        "drv_mac_get_num(type_id=1, num=null)",
-        "drv_mac_set_addr_num(type_id=1, num=1, addr=null)",
-        "drv_mac_get_addr_num(type_id=1, num=1, size=6, buffer=null)",
-        "drv_eeprom_read_data(len=1, buffer=null)",
-        "drv_eeprom_write_data(len=1, buffer=null)",
-        "drv_msc_get_state(state=null)",
-        "nb_gpio_read(pin=5, level=null)",
-        "nb_get_himem_info(start=null)",
-        "nb_get_himem_info(length=null)",
-        "get_card_id(inst_id=0xff000005, card_id=null)",
-        "find_section_info_by_section(device_id=null)",
-        "find_section_info_by_section(offset=null)",
-        "find_section_info_by_section(size=null)",
-        "xml_get_entry_num(node=\"i2c_dev\")",
-        "xml_get_entry_num(module=\"i2c\")",
-        "xml_get_entry_num(module=\"i2c\", node=\"i2c_dev\", count=null)",
-        "xml_get_node_num()",
-        "xml_get_node_num(module=\"i2c\", count=null)",
-        "xml_get_specified_node_num(module=\"i2c\", node=\"i2c_dev\", count=null)",
-        "xml_get_element_string(" + entry + ", element=\"chip_id\", size=8, text=null)",
-        "xml_get_element_string(" + entry + ", size=8)",
-        "xml_get_element_value_u32(module=\"i2c\", node=\"i2c_dev\", element=\"chip_id\")",
-        "xml_get_element_value_u32(" + entry + ", element=\"chip_id\", value=null)",
-        "xml_get_element_value_u64(" + entry + ", element=\"chip_id\", value=null)",
-        "xml_is_module_exist(module=\"i2c\", flag=null)",
-        "xml_is_node_exist(node=\"i2c_dev\")",
-        "xml_is_entry_exist(module=\"i2c\", node=\"i2c_dev\")",
-        "xml_is_element_exist(" + entry + ", element=\"chip_id\", flag=null)"};
-    std::string refused;
-    for (size_t i = 0; i < calls.size(); ++i) {
-        refused += null_pointer;
-    }
-    EXPECT_EQ(answers(new_master(), calls), refused);
-}
-
 } // namespace kestro_tests

@@ -38,10 +38,13 @@ constexpr register_space long_space{"longs", &logic_chip::family, 32, 0x20, unde
 
 class RegisterSpace : public testing::Test {
   protected:
+    // As an operation of a driver begins: what other processes wrote meanwhile is taken in.
     uint32_t read(const register_space &space, uint32_t address) {
+        EXPECT_TRUE(board_.begin_operation());
         return read_space(board_, space, chip_, address);
     }
     void write(const register_space &space, uint32_t address, uint32_t value) {
+        EXPECT_TRUE(board_.begin_operation());
         write_space(board_, space, chip_, address, value);
     }
     error refused(const register_space &space, uint32_t address) {
