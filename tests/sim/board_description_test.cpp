@@ -9,8 +9,6 @@ namespace kestro_tests {
 
 namespace {
 
-const std::string self = " 0xffffffff ";
-
 // The entries of a node of the board, whatever its module.
 std::vector<pugi::xml_node> entries_of(const kestro_sim::description &chassis, const std::string &seat,
                                        const std::string &node) {
@@ -40,14 +38,17 @@ std::vector<std::string> described(const std::string &board, const std::string &
     return values;
 }
 
+// The same call for each device of a node, in one process.
 void expect_all(const std::string &board, const std::string &node, const std::string &element, const std::string &call,
-                const std::string &rest, const std::string &answer) {
-    const test_board desk = new_delivered(board);
-    const std::vector<std::string> ids = described(board, node, element);
-    EXPECT_FALSE(ids.empty()) << board << ' ' << node;
-    for (const std::string &id : ids) {
-        EXPECT_EQ(calls_print(desk, {call + self + id + rest}), answer) << board << ' ' << call << ' ' << id;
+                const std::string &input, const std::string &answer) {
+    std::vector<std::string> calls;
+    std::string expected;
+    for (const std::string &id : described(board, node, element)) {
+        calls.push_back(call + "(" + input + "=" + id + ")");
+        expected += answer;
     }
+    EXPECT_FALSE(calls.empty()) << board << ' ' << node;
+    EXPECT_EQ(answers(new_delivered(board), calls), expected) << board << ' ' << call;
 }
 
 void expect_said(const altered &change, const std::string &text) {
@@ -66,17 +67,18 @@ class DeliveredBoard : public testing::TestWithParam<const char *> {};
 
 TEST_P(DeliveredBoard, HasTheDevicesItNames) {
     const std::string board = GetParam();
-    expect_all(board, "weld_map", "chip_id", "board_check_four_corner_status", " 128", "0x0 0 \"\"\n");
-    expect_all(board, "board_epld_power", "power_type", "board_get_power_status", "", "0x0 1\n");
-    expect_all(board, "dimm_info", "chip_id", "board_check_dimm_bus_status", " 128", "0x0 0 \"\"\n");
-    expect_all(board, "board_epld", "smb_tx_err_id", "smb_get_tx_err_count", "", "0x0 0\n");
-    expect_all(board, "board_epld", "smb_rx_err_id", "smb_get_rx_err_count", "", "0x0 0\n");
+    expect_all(board, "weld_map", "chip_id", "drv_board_check_four_corner_status", "chip_id",
+               "0x0 status=0 dfx=\"\"\n");
+    expect_all(board, "board_epld_power", "power_type", "drv_board_get_power_status", "type", "0x0 status=1\n");
+    expect_all(board, "dimm_info", "chip_id", "drv_board_check_dimm_bus_status", "dimm_no", "0x0 status=0 dfx=\"\"\n");
+    expect_all(board, "board_epld", "smb_tx_err_id", "drv_smb_get_tx_err_count", "slot_id", "0x0 count=0\n");
+    expect_all(board, "board_epld", "smb_rx_err_id", "drv_smb_get_rx_err_count", "slot_id", "0x0 count=0\n");
 }
 
 TEST_P(DeliveredBoard, CountsItsLogicChips) {
     const std::string board = GetParam();
     const size_t chips = described(board, "cpld_cfg", "chip_id").size();
-    EXPECT_EQ(calls_print(new_delivered(board), {"board_get_cpld_num" + self}), "0x0 " + std::to_string(chips) + "\n");
+    EXPECT_EQ(answers(new_delivered(board), {"drv_board_get_cpld_num()"}), "0x0 num=" + std::to_string(chips) + "\n");
 }
 
 TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
@@ -87,11 +89,11 @@ TEST_P(DeliveredBoard, HasTheSubboardsItNames) {
     EXPECT_FALSE(entries.empty());
     for (const pugi::xml_node entry : entries) {
         const auto value = [&](const char *name) { return value_of(entry, name); };
-        for (const auto &[element, call] : {std::pair{"type_cfg", "subboard_get_type"},
-                                            {"pcb_cfg", "subboard_get_pcb_ver"},
-                                            {"bom_ver_cfg", "subboard_get_bom_ver"},
-                                            {"online_cfg", "subboard_get_online_status"}}) {
-            const std::string answer = calls_print(desk, {call + self + value("subboard_id")});
+        for (const auto &[element, call] : {std::pair{"type_cfg", "drv_subboard_get_type"},
+                                            {"pcb_cfg", "drv_subboard_get_pcb_ver"},
+                                            {"bom_ver_cfg", "drv_subboard_get_bom_ver"},
+                                            {"online_cfg", "drv_subboard_get_online_status"}}) {
+            const std::string answer = answers(desk, {call + ("(subboard_id=" + value("subboard_id") + ")")});
             EXPECT_EQ(answer.substr(0, 4) == "0x0 ", value(element) != "255") << call << value("subboard_id");
         }
     }
@@ -106,8 +108,9 @@ TEST_P(DeliveredBoard, HasTheInterruptsItNames) {
     EXPECT_FALSE(lines.empty());
     for (const pugi::xml_node line : lines) {
         const auto value = [&](const char *name) { return value_of(line, name); };
-        EXPECT_EQ(calls_print(desk, {"board_check_int_status " + value("index_id") + " " + value("type") + " 128"}),
-                  "0x0 0 \"\"\n")
+        EXPECT_EQ(answers(desk, {"drv_board_check_int_status(index_id=" + value("index_id") +
+                                 ", type=" + value("type") + ")"}),
+                  "0x0 result=0 dfx=\"\"\n")
             << value("index_id");
     }
 }

@@ -16,9 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const std::string self = " 0xffffffff ";
-const std::string card5 = " 0xff000005 ";
-
 // Modules and nodes of more than this many lines are worth a part of their own.
 constexpr long lines_that_may_repeat = 6;
 
@@ -94,60 +91,73 @@ TEST(Chassis, ProductionDataStandsInTheChassisAlone) {
 TEST(Chassis, BoardsOfAKindDifferByTheirSlots) {
     const test_board master = new_delivered("mpu_master");
     const test_board slave = seen_from(master, "mpu_slave");
-    EXPECT_EQ(calls_print(master, {"barcode_read" + self + "1 128", "mac_get_addr" + self + "1",
-                                   "string" + self + "sim_board unit 0 peer_slot 8"}),
-              "0x0 \"KT-MPU-1251104008001\"\n0x0 [02 a0 c0 09 00 20]\n0x0 \"10\"\n");
-    EXPECT_EQ(calls_print(slave, {"barcode_read" + self + "1 128", "mac_get_addr" + self + "1",
-                                  "string" + self + "sim_board unit 0 peer_slot 8"}),
-              "0x0 \"KT-MPU-1251104008101\"\n0x0 [02 a0 c0 0a 00 20]\n0x0 \"9\"\n");
+    EXPECT_EQ(answers(master, {"drv_barcode_read(barcode_id=1, len=128)", "drv_mac_get_addr(type_id=1)",
+                               "xml_get_element_string(module=\"sim_board\", node=\"unit\", entry=\"0\", "
+                               "element=\"peer_slot\", size=8)"}),
+              "0x0 area=" + bytes("KT-MPU-1251104008001", 128) + "\n0x0 addr=[02 a0 c0 09 00 20]\n0x0 text=\"10\"\n");
+    EXPECT_EQ(answers(slave, {"drv_barcode_read(barcode_id=1, len=128)", "drv_mac_get_addr(type_id=1)",
+                              "xml_get_element_string(module=\"sim_board\", node=\"unit\", entry=\"0\", "
+                              "element=\"peer_slot\", size=8)"}),
+              "0x0 area=" + bytes("KT-MPU-1251104008101", 128) + "\n0x0 addr=[02 a0 c0 0a 00 20]\n0x0 text=\"9\"\n");
 }
 
 TEST(Chassis, ListsNameTheDevicesThereAre) {
     const test_board board = new_delivered("lpu");
-    EXPECT_EQ(calls_print(board, {"entry_num" + self + "mac_mng mac_storage_main",
-                                  "u32" + self + "mac_mng mac_storage_spare entry1 id",
-                                  "u32" + self + "irq_combiner irq_combiner@0 hwirq_cfg1 type"}),
-              "0x0 3\n0x0 3\n0x0 12\n");
+    EXPECT_EQ(answers(board, {"xml_get_entry_num(module=\"mac_mng\", node=\"mac_storage_main\")",
+                              "xml_get_element_value_u32(module=\"mac_mng\", node=\"mac_storage_spare\", "
+                              "entry=\"entry1\", element=\"id\")",
+                              "xml_get_element_value_u32(module=\"irq_combiner\", node=\"irq_combiner@0\", "
+                              "entry=\"hwirq_cfg1\", element=\"type\")"}),
+              "0x0 count=3\n0x0 value=3\n0x0 value=12\n");
 }
 
 TEST(Seat, APeerSeesWhatTheOtherDid) {
     const test_board master = new_delivered("mpu_master");
     const test_board slave = seen_from(master, "mpu_slave");
-    EXPECT_EQ(calls_print(master, {"board_set_self_bootstep" + self + "3", "elabel_write 0xff00000a 0 4 ABCD"}),
+    EXPECT_EQ(answers(master, {"drv_board_set_self_bootstep(step=3)",
+                               "drv_elabel_write(inst_id=0xff00000a, elabel_id=0, area=\"ABCD\", len=4)"}),
               ok + ok);
-    EXPECT_EQ(calls_print(slave, {"board_get_peer_bootstep" + self, "elabel_read" + self + "0 4",
-                                  "elabel_read 0xff00000a 0 4", "elabel_read 0xff000009 0 4"}),
-              "0x0 3\n0x0 \"ABCD\"\n0x0 \"ABCD\"\n0x0 \"[boa\"\n");
+    EXPECT_EQ(answers(slave, {"drv_board_get_peer_bootstep()", "drv_elabel_read(elabel_id=0, len=4)",
+                              "drv_elabel_read(inst_id=0xff00000a, elabel_id=0, len=4)",
+                              "drv_elabel_read(inst_id=0xff000009, elabel_id=0, len=4)"}),
+              "0x0 step=3\n0x0 area=" + bytes("ABCD") + "\n0x0 area=" + bytes("ABCD") + "\n0x0 area=" + bytes("[boa") +
+                  "\n");
 }
 
 TEST(Seat, APeerResetShowsAtThePeer) {
     const test_board master = new_delivered("mpu_master");
     const test_board slave = seen_from(master, "mpu_slave");
-    EXPECT_EQ(calls_print(slave, {"reset_get_reason" + self + "0"}), "0x0 1\n");
-    EXPECT_EQ(calls_print(master, {"reset_peer_board"}), ok);
-    EXPECT_EQ(calls_print(slave, {"reset_get_reason" + self + "0", "reset_get_reason 0xff000009 0"}), "0x0 4\n0x0 1\n");
+    EXPECT_EQ(answers(slave, {"drv_reset_get_reason(index=0)"}), "0x0 reason=1\n");
+    EXPECT_EQ(answers(master, {"drv_reset_peer_board()"}), ok);
+    EXPECT_EQ(answers(slave, {"drv_reset_get_reason(index=0)", "drv_reset_get_reason(inst_id=0xff000009, index=0)"}),
+              "0x0 reason=4\n0x0 reason=1\n");
 }
 
 TEST(Seat, CardsAreSeenByTheMaster) {
     const test_board master = new_delivered("mpu_master");
     const test_board slave = seen_from(master, "mpu_slave");
-    const std::vector<std::string> calls{"msc_get_state" + self + "0", "board_get_online_status" + card5,
-                                         "elabel_read" + card5 + "0 4", "find_section" + card5 + "6"};
-    const std::string sees = "0x0 0\n0x0 0\n0x0 \"[boa\"\n0x0 2 0 16\n";
-    const std::string does_not = "0x0 1\n0x0 1\n" + no_such_instance + no_such_instance;
-    EXPECT_EQ(calls_print(master, calls), sees);
-    EXPECT_EQ(calls_print(slave, calls), does_not);
+    const std::vector<std::string> calls{"drv_msc_get_state(sw_mode=0)",
+                                         "drv_board_get_online_status(inst_id=0xff000005)",
+                                         "drv_elabel_read(inst_id=0xff000005, elabel_id=0, len=4)",
+                                         "find_section_info_by_section(inst_id=0xff000005, section_id=6)"};
+    const std::string sees =
+        "0x0 state=0\n0x0 status=0\n0x0 area=" + bytes("[boa") + "\n0x0 device_id=2 offset=0 size=16\n";
+    const std::string does_not = "0x0 state=1\n0x0 status=1\n" + no_such_instance + no_such_instance;
+    EXPECT_EQ(answers(master, calls), sees);
+    EXPECT_EQ(answers(slave, calls), does_not);
     hand_over_to(master, 10);
-    EXPECT_EQ(calls_print(master, calls), does_not);
-    EXPECT_EQ(calls_print(slave, calls), sees);
-    EXPECT_EQ(calls_print(slave, {"msc_get_state" + self + "1", "msc_get_state" + self + "2"}), "0x0 0\n0x0 0\n");
+    EXPECT_EQ(answers(master, calls), does_not);
+    EXPECT_EQ(answers(slave, calls), sees);
+    EXPECT_EQ(answers(slave, {"drv_msc_get_state(sw_mode=1)", "drv_msc_get_state(sw_mode=2)"}),
+              "0x0 state=0\n0x0 state=0\n");
 }
 
 TEST(Seat, ALineCardReachesItselfAndItsCards) {
     const test_board lpu = new_delivered("lpu");
-    EXPECT_EQ(calls_print(lpu, {"board_get_type 0xff000007", "board_get_type 0x0100ffff", "board_get_type 0xff000009",
-                                "board_get_type" + card5, "board_get_online_status 0xff000009"}),
-              "0x0 36709153\n0x0 36708865\n" + no_such_instance + no_such_instance + "0x0 1\n");
+    EXPECT_EQ(answers(lpu, {"drv_board_get_type(inst_id=0xff000007)", "drv_board_get_type(inst_id=0x0100ffff)",
+                            "drv_board_get_type(inst_id=0xff000009)", "drv_board_get_type(inst_id=0xff000005)",
+                            "drv_board_get_online_status(inst_id=0xff000009)"}),
+              "0x0 type=0x2302321\n0x0 type=0x2302201\n" + no_such_instance + no_such_instance + "0x0 status=1\n");
 }
 
 TEST(OwnBoard, IsTheHealthyOneWithOneFault) {
@@ -162,19 +172,20 @@ TEST(OwnBoard, IsTheHealthyOneWithOneFault) {
                                        "</board>\n");
     EXPECT_EQ(board.seat, "slot9");
     EXPECT_EQ(
-        calls_print(board, {"board_get_four_corner_status" + self + "0", "board_get_four_corner_status" + self + "1",
-                            "module_exist" + self + "pci", "module_exist" + self + "smi", "board_get_bom_id" + card5,
-                            "barcode_read" + self + "0 128"}),
-        "0x0 0\n0x0 4\n0x0 0\n0x0 1\n0x0 75\n0x0 \"KT-MPU-1251104008000\"\n");
+        answers(board, {"drv_board_get_four_corner_status(chip_id=0)", "drv_board_get_four_corner_status(chip_id=1)",
+                        "xml_is_module_exist(module=\"pci\")", "xml_is_module_exist(module=\"smi\")",
+                        "drv_board_get_bom_id(inst_id=0xff000005)", "drv_barcode_read(barcode_id=0, len=128)"}),
+        "0x0 status=0\n0x0 status=4\n0x0 flag=0\n0x0 flag=1\n0x0 bom_id=75\n0x0 area=" +
+            bytes("KT-MPU-1251104008000", 128) + "\n");
 }
 
 TEST(OwnBoard, TakesAnEmptySlot) {
     const test_board board = own_board("<board name=\"second\" like=\"lpu\" slot=\"8\" serial=\"77\" mac_base=\"8\" "
                                        "dimm_serial=\"1\"/>");
     EXPECT_EQ(board.seat, "slot8");
-    EXPECT_EQ(calls_print(board, {"board_get_self_slotid", "barcode_read" + self + "0 128"}),
-              "0x0 8\n0x0 \"KT-LPU-17700\"\n");
-    EXPECT_EQ(calls_print(seen_from(board, "mpu_master"), {"board_get_power 0xff000008"}), "0x0 240\n");
+    EXPECT_EQ(answers(board, {"drv_board_get_self_slotid()", "drv_barcode_read(barcode_id=0, len=128)"}),
+              "0x0 slot_id=8\n0x0 area=" + bytes("KT-LPU-17700", 128) + "\n");
+    EXPECT_EQ(answers(seen_from(board, "mpu_master"), {"drv_board_get_power(inst_id=0xff000008)"}), "0x0 power=240\n");
 }
 
 TEST(OwnBoard, MistakesAreNamedWhereTheyStand) {
@@ -217,9 +228,10 @@ TEST(OwnChassis, IsSeenFromItsOwnSeat) {
                                             "<slot number=\"3\" type=\"2\" board=\"lpu\" seat=\"only\" serial=\"1\" "
                                             "mac_base=\"2\" dimm_serial=\"3\"/>\n</chassis>\n"));
     EXPECT_EQ(board.seat, "slot3");
-    EXPECT_EQ(calls_print(board, {"slot_get_range", "slot_get_list 2", "board_get_self_slotid", "card_id 0x0200ffff",
-                                  "board_get_online_status 0x0200ffff"}),
-              "0x0 3 3\n0x0 1: 3\n0x0 3\n0x0 2\n0x0 1\n");
+    EXPECT_EQ(answers(board, {"drv_slot_get_range()", "drv_slot_get_list(type=2)", "drv_board_get_self_slotid()",
+                              "get_card_id(inst_id=0x0200ffff)", "drv_board_get_online_status(inst_id=0x0200ffff)"}),
+              "0x0 slot_min=3 slot_max=3\n0x0 list={num=1 slot_id=" + bytes({3}, 128) + "}" +
+                  "\n0x0 slot_id=3\n0x0 card_id=2\n0x0 status=1\n");
 }
 
 TEST(OwnChassis, MistakesAreNamed) {
@@ -238,31 +250,36 @@ TEST(OwnChassis, MistakesAreNamed) {
 TEST(Fitting, APulledCardIsGoneForEverybody) {
     const test_board master = new_delivered("mpu_master");
     const test_board lpu = seen_from(master, "lpu");
-    calls_print(master, {"elabel_write" + card5 + "0 4 KEEP", "reset_board" + card5});
+    answers(master, {"drv_elabel_write(inst_id=0xff000005, elabel_id=0, area=\"KEEP\", len=4)",
+                     "drv_reset_board(inst_id=0xff000005)"});
     refit(master, {{"slot5", "slot7/card1"}, {}});
-    EXPECT_EQ(calls_print(master, {"board_get_online_status" + card5, "elabel_read" + card5 + "0 4",
-                                   "board_get_card_ok" + self + "5"}),
-              "0x0 1\n" + no_such_instance + "0x0 1\n");
-    EXPECT_EQ(calls_print(lpu, {"board_get_online_status 0x0100ffff", "board_get_online_status 0x0200ffff"}),
-              "0x0 1\n0x0 0\n");
+    EXPECT_EQ(answers(master,
+                      {"drv_board_get_online_status(inst_id=0xff000005)",
+                       "drv_elabel_read(inst_id=0xff000005, elabel_id=0, len=4)", "drv_board_get_card_ok(slot_id=5)"}),
+              "0x0 status=1\n" + no_such_instance + "0x0 ok=1\n");
+    EXPECT_EQ(answers(lpu, {"drv_board_get_online_status(inst_id=0x0100ffff)",
+                            "drv_board_get_online_status(inst_id=0x0200ffff)"}),
+              "0x0 status=1\n0x0 status=0\n");
     refit(master, {{}, {"slot5"}});
-    EXPECT_EQ(calls_print(master, {"board_get_online_status" + card5, "elabel_read" + card5 + "0 4",
-                                   "reset_get_reason" + card5 + "0", "reset_get_reason" + card5 + "1"}),
-              "0x0 0\n0x0 \"KEEP\"\n0x0 1\n0x0 4\n");
+    EXPECT_EQ(answers(master, {"drv_board_get_online_status(inst_id=0xff000005)",
+                               "drv_elabel_read(inst_id=0xff000005, elabel_id=0, len=4)",
+                               "drv_reset_get_reason(inst_id=0xff000005, index=0)",
+                               "drv_reset_get_reason(inst_id=0xff000005, index=1)"}),
+              "0x0 status=0\n0x0 area=" + bytes("KEEP") + "\n0x0 reason=1\n0x0 reason=4\n");
 }
 
 TEST(Fitting, APulledBoardTakesItsCardsAlong) {
     const test_board master = new_delivered("mpu_master");
     refit(master, {{"slot7", "slot10"}, {}});
-    EXPECT_EQ(calls_print(master, {"board_get_online_status 0xff000007", "board_get_peer_online_status",
-                                   "reset_peer_board", "board_get_peer_slotid"}),
-              "0x0 1\n0x0 1\n" + no_such_instance + "0x0 10\n");
+    EXPECT_EQ(answers(master, {"drv_board_get_online_status(inst_id=0xff000007)", "drv_board_get_peer_online_status()",
+                               "drv_reset_peer_board()", "drv_board_get_peer_slotid()"}),
+              "0x0 status=1\n0x0 status=1\n" + no_such_instance + "0x0 slot_id=10\n");
     EXPECT_THROW(kestro_sim::require_fitted(master.state, "slot7"), std::runtime_error);
     refit(master, {{}, {"slot7", "slot10"}});
     EXPECT_NO_THROW(kestro_sim::require_fitted(master.state, "slot7"));
-    EXPECT_EQ(
-        calls_print(seen_from(master, "lpu"), {"board_get_online_status 0x0100ffff", "reset_get_reason" + self + "0"}),
-        "0x0 0\n0x0 1\n");
+    EXPECT_EQ(answers(seen_from(master, "lpu"),
+                      {"drv_board_get_online_status(inst_id=0x0100ffff)", "drv_reset_get_reason(index=0)"}),
+              "0x0 status=0\n0x0 reason=1\n");
 }
 
 TEST(Fitting, ChangesAreCountedAndRepetitionsAreNot) {
@@ -283,7 +300,7 @@ TEST(Fitting, AnUnknownPlaceHasANearestOne) {
     } catch (const std::exception &problem) {
         EXPECT_STREQ(problem.what(), "--pull: nothing belongs to place 'slt7/card2'; nearest: 'slot7/card2'");
     }
-    EXPECT_EQ(calls_print(master, {"board_get_online_status 0xff000002"}), "0x0 0\n");
+    EXPECT_EQ(answers(master, {"drv_board_get_online_status(inst_id=0xff000002)"}), "0x0 status=0\n");
 }
 
 } // namespace kestro_tests

@@ -13,8 +13,6 @@ namespace kestro_tests {
 
 namespace {
 
-const std::string self = " 0xffffffff ";
-
 test_board new_master() {
     return new_delivered("mpu_master");
 }
@@ -34,7 +32,7 @@ void expect_whole_mac(const std::string &image) {
 
 void expect_whole_identity(const test_board &board) {
     // A driver call comes first: it finishes what a killed process had begun.
-    EXPECT_EQ(calls_print(board, {"elabel_init" + self}), "0x0\n");
+    EXPECT_EQ(answers(board, {"drv_elabel_init()"}), "0x0\n");
     // The checksums have kept pace with the bytes.
     EXPECT_NO_THROW(kestro_sim::store(board.state).read("eeprom-slot9.bin", 0, 8192));
     const std::string image = read_file(board.state + "/images/eeprom-slot9.bin");
@@ -45,12 +43,14 @@ void expect_whole_identity(const test_board &board) {
     expect_whole_mac(image);
 }
 
-void run_all(const test_board &board, const std::vector<std::vector<std::string>> &processes, int expected_status,
-             const std::string &expected_output) {
+using way_to_call = process_result (*)(const test_board &, const std::vector<std::string> &);
+
+void run_all(way_to_call make, const test_board &board, const std::vector<std::vector<std::string>> &processes,
+             int expected_status, const std::string &expected_output) {
     std::vector<process_result> results(processes.size());
     std::vector<std::thread> runners;
     for (size_t i = 0; i < processes.size(); ++i) {
-        runners.emplace_back([&, i] { results[i] = call_drivers(board, processes[i]); });
+        runners.emplace_back([&, i] { results[i] = make(board, processes[i]); });
     }
     for (std::thread &runner : runners) {
         runner.join();
@@ -63,7 +63,7 @@ void run_all(const test_board &board, const std::vector<std::vector<std::string>
 }
 
 std::vector<std::string> fill_once(const std::string &byte) {
-    return {"elabel_fill" + self + byte + " 1", "barcode_fill" + self + byte + " 1", "mac_fill" + self + byte + " 1"};
+    return {"fill_label", byte, "1", "fill_barcode", byte, "1", "fill_mac", byte, "1"};
 }
 
 } // namespace
@@ -72,23 +72,23 @@ TEST(Concurrency, ManyWritersLeaveOneValueEntirely) {
     const test_board board = new_master();
     std::vector<std::vector<std::string>> writers;
     for (const std::string byte : {"0x41", "0x51", "0x61", "0x71", "0x31", "0x21"}) {
-        writers.push_back({"elabel_fill" + self + byte + " 60", "barcode_fill" + self + byte + " 60",
-                           "mac_fill" + self + byte + " 60"});
+        writers.push_back({"fill_label", byte, "60", "fill_barcode", byte, "60", "fill_mac", byte, "60"});
     }
-    run_all(board, writers, 0, "0x0\n0x0\n0x0\n");
+    run_all(odd_calls, board, writers, 0, ok + ok + ok);
     expect_whole_identity(board);
 }
 
 TEST(Concurrency, ReadersSeeOneValueEntirely) {
     const test_board board = new_master();
-    calls_print(board, fill_once("0x41"));
-    std::thread writer([&] { calls_print(board, {"elabel_fill" + self + "0x42 400"}); });
-    const std::vector<std::string> reads(100, "elabel_read" + self + "0 1200");
-    const std::string seen = calls_print(board, reads);
+    EXPECT_EQ(odd_calls(board, fill_once("0x41")).out, ok + ok + ok);
+    std::thread writer([&] { EXPECT_EQ(odd_calls(board, {"fill_label", "0x42", "400"}).out, ok); });
+    const std::vector<std::string> reads(100, "drv_elabel_read(len=1200)");
+    const std::string seen = answers(board, reads);
     writer.join();
     size_t labels = 0;
-    for (size_t at = seen.find('"'); at != std::string::npos; at = seen.find('"', at + 1202)) {
-        EXPECT_TRUE(is_uniform(seen.substr(at + 1, 1200)));
+    for (size_t at = seen.find('['); at != std::string::npos; at = seen.find('[', at + 1)) {
+        const auto byte = static_cast<char>(std::stoi(seen.substr(at + 1, 2), nullptr, 16));
+        EXPECT_EQ(seen.substr(at, 3 * 1200 + 1), bytes(std::string(1200, byte)));
         ++labels;
     }
     EXPECT_EQ(labels, 100U);
@@ -99,11 +99,11 @@ TEST(Concurrency, RegistersOfManyWritersAreAllKept) {
     std::vector<std::vector<std::string>> writers;
     for (const std::string pin : {"5", "16"}) {
         for (int i = 0; i < 3; ++i) {
-            writers.push_back({"gpio_write " + pin + " 0", "gpio_write " + pin + " 1"});
+            writers.push_back({"nb_gpio_write(level=0, pin=" + pin + ")", "nb_gpio_write(level=1, pin=" + pin + ")"});
         }
     }
-    run_all(board, writers, 0, "0x0\n0x0\n");
-    EXPECT_EQ(calls_print(board, {"gpio_write 17 0", "gpio_read 17"}), "0x0\n0x0 0\n");
+    run_all(call_drivers, board, writers, 0, ok + ok);
+    EXPECT_EQ(answers(board, {"nb_gpio_write(pin=17, level=0)", "nb_gpio_read(pin=17)"}), "0x0\n0x0 level=0\n");
 }
 
 TEST(Concurrency, ManyLaunchersMakeOneBoard) {
@@ -120,20 +120,20 @@ TEST(Concurrency, ManyLaunchersMakeOneBoard) {
     test_board board = new_delivered("mpu_master");
     board.description = state + "/chassis/" + std::filesystem::path(board.description).filename().string();
     board.state = state;
-    EXPECT_EQ(calls_print(board, {"elabel_read" + self + "0 7"}), "0x0 \"[board]\"\n");
+    EXPECT_EQ(answers(board, {"drv_elabel_read(elabel_id=0, len=7)"}), "0x0 area=" + bytes("[board]") + "\n");
 }
 
 TEST(Concurrency, KilledWritersLeaveEverythingWhole) {
     const test_board board = new_master();
-    calls_print(board, fill_once("0x41"));
+    EXPECT_EQ(odd_calls(board, fill_once("0x41")).out, ok + ok + ok);
     std::mt19937 random(20260115);
     std::uniform_int_distribution<int> instant(0, 4000);
     for (int round = 0; round < 40 && !HasFailure(); ++round) {
         std::vector<std::vector<std::string>> victims;
-        for (const std::string call : {"elabel_fill", "barcode_fill", "mac_fill"}) {
-            victims.push_back({"kill_after_us " + std::to_string(instant(random)), call + self + "0x51 100000000"});
+        for (const std::string call : {"fill_label", "fill_barcode", "fill_mac"}) {
+            victims.push_back({"kill_after_us", std::to_string(instant(random)), call, "0x51", "100000000"});
         }
-        run_all(board, victims, 128 + 9, "");
+        run_all(odd_calls, board, victims, 128 + 9, "");
         expect_whole_identity(board);
     }
 }

@@ -17,7 +17,7 @@ using kestro_sim::store_error;
 
 namespace {
 
-const std::string self = " 0xffffffff ";
+const std::string read_label = "drv_elabel_read(len=4)";
 const std::string damaged = "0x81110109\n";
 const std::string remedy = "; --accept-images takes the images as they now are, --reset makes the chassis new";
 
@@ -69,35 +69,36 @@ size_t place_of_register(const test_board &board, const std::string &key) {
 
 TEST(Damage, RegisterIsNamed) {
     const test_board board = master();
-    EXPECT_EQ(calls_print(board, {"gpio_write 5 1", "gpio_write 16 1"}), "0x0\n0x0\n");
+    EXPECT_EQ(answers(board, {"nb_gpio_write(pin=5, level=1)", "nb_gpio_write(pin=16, level=1)"}), "0x0\n0x0\n");
     // The value stands 16 bytes in front of the name.
     flip(board.state + "/store", place_of_register(board, "slot9/sim_gpio/pin/5/level") - 16);
     const std::string line = board.state + "/store: register slot9/sim_gpio/pin/5/level is damaged; make the chassis "
                                            "new with --reset";
     EXPECT_EQ(prepare_says(board.word, board.state), line);
-    const process_result result = call_drivers(board, {"gpio_read 5", "gpio_read 5", "gpio_read 16", "gpio_read 17"});
-    EXPECT_EQ(result.out, damaged + damaged + "0x0 1\n0x0 1\n");
+    const process_result result = call_drivers(
+        board, {"nb_gpio_read(pin=5)", "nb_gpio_read(pin=5)", "nb_gpio_read(pin=16)", "nb_gpio_read(pin=17)"});
+    EXPECT_EQ(result.out, damaged + damaged + "0x0 level=1\n0x0 level=1\n");
     EXPECT_EQ(result.err, "kestro_sim: " + line + "\n");
 }
 
 TEST(Damage, RegisterThatIsWrittenAnewIsSound) {
     const test_board board = master();
-    calls_print(board, {"gpio_write 5 1"});
+    answers(board, {"nb_gpio_write(pin=5, level=1)"});
     flip(board.state + "/store", place_of_register(board, "slot9/sim_gpio/pin/5/level") - 16);
-    EXPECT_EQ(calls_print(board, {"gpio_write 5 1", "gpio_read 5"}), "0x0\n0x0 1\n");
+    EXPECT_EQ(answers(board, {"nb_gpio_write(pin=5, level=1)", "nb_gpio_read(pin=5)"}), "0x0\n0x0 level=1\n");
     EXPECT_EQ(prepare_says(board.word, board.state), "");
 }
 
 // Nobody knows then which register it was: none that seems never to have been written is answered for.
 TEST(Damage, RegisterWithADamagedNameIsNamedByItsPlace) {
     const test_board board = master();
-    calls_print(board, {"gpio_write 5 1", "gpio_write 16 1"});
+    answers(board, {"nb_gpio_write(pin=5, level=1)", "nb_gpio_write(pin=16, level=1)"});
     const size_t name = place_of_register(board, "slot9/sim_gpio/pin/5/level");
     flip(board.state + "/store", name + 18);
     const std::string line = board.state + "/store: the register at byte " + std::to_string(name - 16) +
                              " is damaged, its name too; make the chassis new with --reset";
     EXPECT_EQ(prepare_says(board.word, board.state), line);
-    const process_result result = call_drivers(board, {"gpio_read 5", "gpio_read 16"});
+    const process_result result = call_drivers(board, {"nb_gpio_read(pin=5)", "nb_gpio_read(pin=16)"});
     // Whether the board is pulled out cannot be told either: that register may be the damaged one.
     EXPECT_EQ(result.out, damaged + damaged);
     EXPECT_EQ(result.err, "kestro_sim: " + line + "\n");
@@ -105,11 +106,12 @@ TEST(Damage, RegisterWithADamagedNameIsNamedByItsPlace) {
 
 TEST(Damage, EachDamagedPartIsSaidOnce) {
     const test_board board = master();
-    calls_print(board, {"gpio_write 5 1", "gpio_write 16 1"});
+    answers(board, {"nb_gpio_write(pin=5, level=1)", "nb_gpio_write(pin=16, level=1)"});
     for (const std::string pin : {"5", "16"}) {
         flip(board.state + "/store", place_of_register(board, "slot9/sim_gpio/pin/" + pin + "/level") - 16);
     }
-    const process_result result = call_drivers(board, {"gpio_read 5", "gpio_read 16", "gpio_read 5", "gpio_read 16"});
+    const process_result result = call_drivers(
+        board, {"nb_gpio_read(pin=5)", "nb_gpio_read(pin=16)", "nb_gpio_read(pin=5)", "nb_gpio_read(pin=16)"});
     EXPECT_EQ(result.out, damaged + damaged + damaged + damaged);
     for (const std::string pin : {"5", "16"}) {
         const std::string line = "register slot9/sim_gpio/pin/" + pin + "/level is damaged";
@@ -121,7 +123,7 @@ TEST(Damage, EachDamagedPartIsSaidOnce) {
 // Whatever byte of the store is wrong: what is read is right, or it is said that it cannot be told.
 TEST(Damage, NoByteOfTheStoreGoesUnnoticed) {
     const test_board board = master();
-    calls_print(board, {"gpio_write 5 1"});
+    answers(board, {"nb_gpio_write(pin=5, level=1)"});
     const std::string good = read_file(board.state + "/store");
     const size_t used_end = place_of_register(board, "slot9/sim_gpio/pin/5/level") + 112;
     size_t noticed = 0;
@@ -141,11 +143,11 @@ TEST(Damage, NoByteOfTheStoreGoesUnnoticed) {
 
 TEST(Damage, StoreThatEndsEarlyIsNamed) {
     const test_board board = master();
-    calls_print(board, {"gpio_write 5 1"});
+    answers(board, {"nb_gpio_write(pin=5, level=1)"});
     fs::resize_file(board.state + "/store", place_of_register(board, "slot9/sim_gpio/pin/5/level"));
     const std::string line = board.state + "/store: ends early; make the chassis new with --reset";
     EXPECT_EQ(prepare_says(board.word, board.state), line);
-    const process_result result = call_drivers(board, {"gpio_read 5"});
+    const process_result result = call_drivers(board, {"nb_gpio_read(pin=5)"});
     EXPECT_EQ(result.out, damaged);
     EXPECT_EQ(result.err, "kestro_sim: " + line + "\n");
 }
@@ -155,9 +157,9 @@ TEST(Damage, ImageIsNamedWhereItIsTouched) {
     flip(image_of(board), 3072 + 5);
     EXPECT_EQ(prepare_says(board.word, board.state), "");
     const process_result result =
-        call_drivers(board, {"elabel_read" + self + "0 4", "barcode_read" + self + "0 4",
-                             "barcode_write" + self + "0 4 x", "barcode_read" + self + "0 4"});
-    EXPECT_EQ(result.out, "0x0 \"[boa\"\n" + damaged + damaged + damaged);
+        call_drivers(board, {read_label, "drv_barcode_read(len=4)", "drv_barcode_write(len=4, area=\"x\")",
+                             "drv_barcode_read(len=4)"});
+    EXPECT_EQ(result.out, "0x0 area=" + bytes("[boa") + "\n" + damaged + damaged + damaged);
     EXPECT_EQ(result.err, "kestro_sim: " + image_of(board) + ": is damaged in bytes 3072 to 4095" + remedy + "\n");
 }
 
@@ -182,8 +184,7 @@ TEST(Damage, ImageOfAnotherSizeIsNamed) {
                                                "chassis new with --reset";
     EXPECT_EQ(prepare_says(board.word, board.state), line);
     EXPECT_EQ(accept_says(board), line);
-    const std::string read = "elabel_read" + self + "0 4";
-    const process_result result = call_drivers(board, {read, read});
+    const process_result result = call_drivers(board, {read_label, read_label});
     EXPECT_EQ(result.out, damaged + damaged);
     EXPECT_EQ(result.err,
               "kestro_sim: " + image_of(board) + ": ends early or cannot be read; make the chassis new with --reset\n");
@@ -194,11 +195,12 @@ TEST(AcceptedImages, AreAnsweredFrom) {
     std::string content = read_file(image_of(board));
     content.replace(16, 4, "mine");
     write_file(image_of(board), content);
-    EXPECT_EQ(call_drivers(board, {"elabel_read" + self + "0 4"}).out, damaged);
+    EXPECT_EQ(call_drivers(board, {read_label}).out, damaged);
     EXPECT_EQ(accept_says(board), "");
-    EXPECT_EQ(calls_print(board, {"elabel_read" + self + "0 4", "elabel_write" + self + "0 4 next",
-                                  "elabel_read" + self + "0 4"}),
-              "0x0 \"mine\"\n0x0\n0x0 \"next\"\n");
+    EXPECT_EQ(
+        answers(board, {"drv_elabel_read(elabel_id=0, len=4)", "drv_elabel_write(elabel_id=0, area=\"next\", len=4)",
+                        "drv_elabel_read(elabel_id=0, len=4)"}),
+        "0x0 area=" + bytes("mine") + "\n0x0\n0x0 area=" + bytes("next") + "\n");
 }
 
 TEST(AcceptedImages, MustBeThere) {

@@ -38,12 +38,13 @@ constexpr register_space long_space{"longs", &logic_chip::family, 32, 0x20, unde
 
 class RegisterSpace : public testing::Test {
   protected:
+    // As an operation of a driver begins: what other processes wrote meanwhile is taken in.
     uint32_t read(const register_space &space, uint32_t address) {
-        board_.begin_operation();
+        EXPECT_TRUE(board_.begin_operation());
         return read_space(board_, space, chip_, address);
     }
     void write(const register_space &space, uint32_t address, uint32_t value) {
-        board_.begin_operation();
+        EXPECT_TRUE(board_.begin_operation());
         write_space(board_, space, chip_, address, value);
     }
     error refused(const register_space &space, uint32_t address) {
@@ -118,12 +119,13 @@ TEST_F(RegisterSpace, ImageOutlastsTheProcess) {
 TEST_F(RegisterSpace, CpldIsTheLampsOtherFace) {
     const register_space *cpld = find_space("cpld", chip_);
     ASSERT_NE(cpld, nullptr);
-    EXPECT_EQ(calls_print(made_, {"led_set_color 0xffffffff 0 3 20"}), ok);
+    EXPECT_EQ(answers(made_, {"drv_led_set_color(led_type=0, color=3, freq=20)"}), ok);
     EXPECT_EQ(read(*cpld, 0x20), 0x83U);
     EXPECT_EQ(read(*cpld, 0x21), 20U);
     write(*cpld, 0x20, 0x02);
     write(*cpld, 0x21, 7);
-    EXPECT_EQ(calls_print(made_, {"led_get_color 0xffffffff 0", "led_get_mode 0xffffffff 0"}), "0x0 2 7\n0x0 1\n");
+    EXPECT_EQ(answers(made_, {"drv_led_get_color(led_type=0)", "drv_led_get_mode(led_type=0)"}),
+              "0x0 color=2 freq=7\n0x0 mode=1\n");
 }
 
 TEST_F(RegisterSpace, FieldKeepsWhatItsDeviceDoesNotTake) {
@@ -131,10 +133,10 @@ TEST_F(RegisterSpace, FieldKeepsWhatItsDeviceDoesNotTake) {
     // Lamp 1 is off and has red but no green; it blinks up to 10 Hz.
     write(*cpld, 0x22, 1);
     write(*cpld, 0x23, 101);
-    EXPECT_EQ(calls_print(made_, {"led_get_color 0xffffffff 1"}), "0x0 0 0\n");
+    EXPECT_EQ(answers(made_, {"drv_led_get_color(led_type=1)"}), "0x0 color=0 freq=0\n");
     write(*cpld, 0x22, 2);
     write(*cpld, 0x23, 100);
-    EXPECT_EQ(calls_print(made_, {"led_get_color 0xffffffff 1"}), "0x0 2 100\n");
+    EXPECT_EQ(answers(made_, {"drv_led_get_color(led_type=1)"}), "0x0 color=2 freq=100\n");
 }
 
 TEST_F(RegisterSpace, WrittenOneClearsTheSupplysLatch) {
@@ -151,11 +153,12 @@ TEST_F(RegisterSpace, WrittenOneClearsTheSupplysLatch) {
 TEST_F(RegisterSpace, ResetFlagsAreTheDriversOwn) {
     const register_space *cpld = find_space("cpld", chip_);
     EXPECT_EQ(read(*cpld, 0x30), 0x83U);
-    EXPECT_EQ(calls_print(made_, {"reset_set_soft_start_ok_flag 0"}), ok);
+    EXPECT_EQ(answers(made_, {"drv_reset_set_soft_start_ok_flag(flag=0)"}), ok);
     EXPECT_EQ(read(*cpld, 0x30), 0x82U);
     write(*cpld, 0x30, 0x11); // the button is an input
     EXPECT_EQ(read(*cpld, 0x30), 0x81U);
-    EXPECT_EQ(calls_print(made_, {"reset_get_soft_start_ok_flag", "reset_get_button_status"}), "0x0 1\n0x0 0\n");
+    EXPECT_EQ(answers(made_, {"drv_reset_get_soft_start_ok_flag()", "drv_reset_get_button_status()"}),
+              "0x0 flag=1\n0x0 status=0\n");
 }
 
 TEST_F(RegisterSpace, OnlyTheControlCpldHasThisLayout) {

@@ -11,9 +11,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const std::string self = " 0xffffffff ";
-const std::string write_label = "elabel_write" + self + "0 1200 kept";
-const std::string read_label = "elabel_read" + self + "0 4";
+const std::string write_label = "drv_elabel_write(len=1200, area=\"kept\")";
+const std::string read_label = "drv_elabel_read(len=4)";
+const std::string kept = "0x0 area=" + bytes("kept") + "\n";
+const std::string as_delivered = "0x0 area=" + bytes("[boa") + "\n";
 
 std::string master() {
     return "mpu_master";
@@ -32,17 +33,18 @@ std::vector<std::string> names_in(const std::string &directory) {
 
 TEST(StateDir, IsMadeOnceAndKept) {
     const test_board board = new_board(master());
-    calls_print(board, {write_label});
+    answers(board, {write_label});
     EXPECT_EQ(prepare_says(board.word, board.state), "");
-    EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"kept\"\n");
+    EXPECT_EQ(answers(board, {read_label}), kept);
 }
 
 TEST(StateDir, ResetMakesTheBoardNew) {
     const test_board board = new_board(master());
-    calls_print(board, {write_label, "gpio_write 5 1", "log 1 1 x"});
+    answers(board,
+            {write_label, "nb_gpio_write(pin=5, level=1)", "drv_log_record(log_id=1, level=1, text=\"x\\r\\n\")"});
     write_file(board.state + "/root/slot9/proc/interrupts", "changed");
     EXPECT_EQ(prepare_says(board.word, board.state, true), "");
-    EXPECT_EQ(calls_print(board, {read_label, "gpio_read 5"}), "0x0 \"[boa\"\n0x0 0\n");
+    EXPECT_EQ(answers(board, {read_label, "nb_gpio_read(pin=5)"}), as_delivered + "0x0 level=0\n");
     EXPECT_FALSE(fs::exists(board.state + "/log/slot9/1.log"));
     EXPECT_NE(read_file(board.state + "/root/slot9/proc/interrupts"), "changed");
 }
@@ -102,11 +104,12 @@ TEST(StateDir, AnotherLayoutIsRefused) {
 
 TEST(StateDir, OtherNumbersOfDevicesKeepTheState) {
     test_board board = new_board(master());
-    EXPECT_EQ(calls_print(board, {write_label, "gpio_write 5 1"}), "0x0\n0x0\n");
+    EXPECT_EQ(answers(board, {write_label, "nb_gpio_write(pin=5, level=1)"}), "0x0\n0x0\n");
     const test_board sick = new_altered("mpu_master", {{"slot9/sim_gpio/pin/16/level", "1"}});
     EXPECT_EQ(prepare_says(sick.word, board.state), "");
     board.description = board.state + "/chassis/" + fs::path(sick.description).filename().string();
-    EXPECT_EQ(calls_print(board, {read_label, "gpio_read 5", "gpio_read 16"}), "0x0 \"kept\"\n0x0 1\n0x0 1\n");
+    EXPECT_EQ(answers(board, {read_label, "nb_gpio_read(pin=5)", "nb_gpio_read(pin=16)"}),
+              kept + "0x0 level=1\n0x0 level=1\n");
 }
 
 TEST(StateDir, ChangedDescriptionIsCheckedAgain) {
@@ -140,7 +143,7 @@ TEST(StateDir, ForeignStoreIsRefused) {
                   board.state + "/store: is no store of this simulator; make the chassis new with --reset, or choose "
                                 "another directory with --state");
         EXPECT_EQ(prepare_says(board.word, board.state, true), "");
-        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+        EXPECT_EQ(answers(board, {read_label}), as_delivered);
     }
 }
 
@@ -156,7 +159,7 @@ TEST(StateDir, StoreOfAnotherLayoutIsNamed) {
                   board.state + "/store: was made by " + age + " kestro_sim (layout " + std::to_string(version) +
                       ", this one has 2); make the chassis new with --reset, or choose another directory with --state");
         EXPECT_EQ(prepare_says(board.word, board.state, true), "");
-        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+        EXPECT_EQ(answers(board, {read_label}), as_delivered);
     }
 }
 
@@ -175,7 +178,7 @@ TEST(StateDir, ClaimedDirectoryIsMade) {
         fs::create_directories(board.state + "/new/images");
         write_file(board.state + "/new/images/eeprom-slot9.bin", "half");
         EXPECT_EQ(prepare_says(board.word, board.state), "");
-        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+        EXPECT_EQ(answers(board, {read_label}), as_delivered);
         EXPECT_TRUE(fs::exists(board.state + "/root/slot9/proc/interrupts"));
         EXPECT_FALSE(fs::exists(board.state + "/new"));
     }
@@ -184,13 +187,13 @@ TEST(StateDir, ClaimedDirectoryIsMade) {
 TEST(StateDir, MissingPartsAreNamedAndNotMadeAnew) {
     for (const std::string part : {"store", "images", "images/eeprom-slot5.bin", "root", "log"}) {
         const test_board board = new_board(master());
-        calls_print(board, {write_label});
+        answers(board, {write_label});
         fs::remove_all(board.state + "/" + part);
         const std::string file = board.state + "/" + part;
         EXPECT_EQ(prepare_says(board.word, board.state), file + ": is missing; make the chassis new with --reset");
         EXPECT_FALSE(fs::exists(file));
         EXPECT_EQ(prepare_says(board.word, board.state, true), "");
-        EXPECT_EQ(calls_print(board, {read_label}), "0x0 \"[boa\"\n");
+        EXPECT_EQ(answers(board, {read_label}), as_delivered);
     }
 }
 
@@ -222,13 +225,14 @@ TEST(StateDir, DriversDoNotFollowLinksEither) {
     for (const std::string part : {"images", "images/eeprom-slot9.bin", "log", "log/slot9/1.log"}) {
         SCOPED_TRACE(part);
         const test_board board = new_board(master());
-        calls_print(board, {"log 1 1 first"});
+        answers(board, {"drv_log_record(log_id=1, level=1, text=\"first\\r\\n\")"});
         const std::string file = board.state + "/" + part;
         const std::string elsewhere = new_scratch_dir() + "/elsewhere";
         fs::rename(file, elsewhere);
         fs::create_symlink(elsewhere, file);
         const bool is_image = part.starts_with("images");
-        const process_result result = call_drivers(board, {is_image ? write_label : "log 1 1 x"});
+        const process_result result =
+            call_drivers(board, {is_image ? write_label : "drv_log_record(log_id=1, level=1, text=\"x\\r\\n\")"});
         EXPECT_EQ(result.out, "0x8111010a\n");
         EXPECT_EQ(result.err, "kestro_sim: " + file +
                                   ": is a symbolic link, which would lead out of the state; put there what it leads "
@@ -252,27 +256,25 @@ TEST(StateDir, ResetTakesLinksAwayAndNotWhatTheyLeadTo) {
 TEST(StateDir, HalfALineOfTheLogIsTakenBack) {
     const test_board board = new_board(master());
     write_file(board.state + "/log/slot9/1.log", "1 first\n1 seco");
-    calls_print(board, {"log 1 2 third"});
+    answers(board, {"drv_log_record(log_id=1, level=2, text=\"third\\r\\n\")"});
     EXPECT_EQ(read_file(board.state + "/log/slot9/1.log"), "1 first\n2 third\n");
 }
 
 TEST(Environment, DriversWithoutBoardSayWhyOnce) {
     const test_board board = new_board(master());
-    const std::vector<std::string> argv{build_dir() + "/tests/sim_calls", "mac_get_num" + self + "1 0", "gpio_read 5"};
-    process_options options;
-    options.environment = {"KESTRO_SIM_BOARD", "KESTRO_SIM_SEAT=slot9", "KESTRO_SIM_STATE=" + board.state};
-    process_result result = run_process(argv, options);
+    const std::vector<std::string> lines{"drv_mac_get_num(type_id=1)", "nb_gpio_read(pin=5)"};
+    process_result result =
+        call_drivers(lines, {"KESTRO_SIM_BOARD", "KESTRO_SIM_SEAT=slot9", "KESTRO_SIM_STATE=" + board.state});
     EXPECT_EQ(result.out, "0x8111010a\n0x8111010a\n");
     EXPECT_EQ(result.err, "kestro_sim: KESTRO_SIM_BOARD: is not set; start the program through kestro_sim\n");
-    options.environment = {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE"};
-    result = run_process(argv, options);
+    result = call_drivers(lines, {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE"});
     EXPECT_EQ(result.out, "0x8111010a\n0x8111010a\n");
     EXPECT_EQ(result.err, "kestro_sim: KESTRO_SIM_STATE: is not set; start the program through kestro_sim\n");
 }
 
 TEST(Environment, StateThatIsNotMade) {
     const test_board board{master(), new_scratch_dir(), "none", "slot9"};
-    const process_result result = call_drivers(board, {"gpio_read 5"});
+    const process_result result = call_drivers(board, {"nb_gpio_read(pin=5)"});
     EXPECT_EQ(result.out, "0x8111010a\n");
     EXPECT_EQ(result.err, "kestro_sim: " + board.state +
                               "/kestro_sim.lock: cannot be opened (No such file or directory); kestro_sim makes the "
@@ -282,7 +284,7 @@ TEST(Environment, StateThatIsNotMade) {
 TEST(Environment, StateOfAnotherChassis) {
     const std::string other = changed_chassis("mpu_master", "<chassis name=\"kestro\"", "<chassis name=\"other\"");
     const test_board board{other, new_board(master()).state, new_board(other).description, "slot9"};
-    const process_result result = call_drivers(board, {"gpio_read 5"});
+    const process_result result = call_drivers(board, {"nb_gpio_read(pin=5)"});
     EXPECT_EQ(result.out, "0x8111010a\n");
     EXPECT_EQ(result.err, "kestro_sim: " + board.state + "/store: was made for another chassis than " +
                               board.description + "; start through kestro_sim\n");

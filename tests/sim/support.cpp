@@ -147,24 +147,50 @@ test_board new_altered(const std::string &name, std::initializer_list<altered> a
     return new_board(scratch_file("altered.xml", content.str()));
 }
 
-process_result call_drivers(const test_board &board, const std::vector<std::string> &calls) {
-    std::vector<std::string> argv{build_dir() + "/tests/sim_calls"};
-    argv.insert(argv.end(), calls.begin(), calls.end());
-    process_options options;
-    options.environment = {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE=" + board.state,
-                           "KESTRO_SIM_SEAT=" + board.seat};
-    return run_process(argv, options);
+std::vector<std::string> environment_of(const test_board &board) {
+    return {"KESTRO_SIM_BOARD=" + board.description, "KESTRO_SIM_STATE=" + board.state,
+            "KESTRO_SIM_SEAT=" + board.seat};
 }
 
-std::string calls_print(const test_board &board, const std::vector<std::string> &calls) {
-    const process_result result = call_drivers(board, calls);
-    EXPECT_EQ(result.status, 0);
+process_result call_drivers(const std::vector<std::string> &lines, const std::vector<std::string> &environment) {
+    std::vector<std::string> argv{build_dir() + "/kestro_call"};
+    argv.insert(argv.end(), lines.begin(), lines.end());
+    process_options options;
+    options.environment = environment;
+    options.environment.push_back("LD_LIBRARY_PATH=" + build_dir() + "/sim");
+    process_result result = run_process(argv, options);
+    result.out = without_calls(result.out);
+    return result;
+}
+
+process_result call_drivers(const test_board &board, const std::vector<std::string> &lines) {
+    return call_drivers(lines, environment_of(board));
+}
+
+std::string answers(const test_board &board, const std::vector<std::string> &lines) {
+    const process_result result = call_drivers(board, lines);
+    EXPECT_LE(result.status, 1);
     EXPECT_EQ(result.err, "");
     return result.out;
 }
 
-std::string answers(const test_board &board, const std::vector<std::string> &lines) {
-    return answers_of({"--board", board.word, "--state", board.state}, lines);
+process_result odd_calls(const test_board &board, const std::vector<std::string> &words) {
+    std::vector<std::string> argv{build_dir() + "/tests/odd_calls"};
+    argv.insert(argv.end(), words.begin(), words.end());
+    process_options options;
+    options.environment = environment_of(board);
+    return run_process(argv, options);
+}
+
+std::string bytes(const std::string &text, size_t length) {
+    std::string shown = "[";
+    for (size_t i = 0; i < std::max(text.size(), length); ++i) {
+        char digits[4];
+        const unsigned byte = i < text.size() ? static_cast<uint8_t>(text[i]) : 0;
+        snprintf(digits, sizeof(digits), "%02x", byte);
+        shown += (i > 0 ? " " : "") + std::string(digits);
+    }
+    return shown + "]";
 }
 
 std::string prepare_says(const std::string &word, const std::string &state, bool reset) {

@@ -67,12 +67,22 @@ struct altered {
 // A new chassis like the delivered one, but for these elements.
 test_board new_altered(const std::string &name, std::initializer_list<altered> alterations);
 
-// Runs the calls in one process on that board and gives what they printed.
-process_result call_drivers(const test_board &board, const std::vector<std::string> &calls);
-std::string calls_print(const test_board &board, const std::vector<std::string> &calls);
+// What the drivers of that board need to be told in the environment.
+std::vector<std::string> environment_of(const test_board &board);
 
-// The same by kestro_call: lines as "drv_slot_get_type(slot_id=1)", answers as "0x0 type=7".
+// Makes the calls by kestro_call in one process, without the launcher, which would refuse a damaged state: lines as
+// "drv_slot_get_type(slot_id=1)". On standard output are the answers, as "0x0 type=7".
+process_result call_drivers(const std::vector<std::string> &lines, const std::vector<std::string> &environment);
+process_result call_drivers(const test_board &board, const std::vector<std::string> &lines);
+
+// The same, where nothing is said on standard error.
 std::string answers(const test_board &board, const std::vector<std::string> &lines);
+
+// Makes what kestro_call cannot, by odd_calls.
+process_result odd_calls(const test_board &board, const std::vector<std::string> &words);
+
+// An area as kestro_call shows and takes it: "[4d 41 43 00]". The text, and zeros up to that length.
+std::string bytes(const std::string &text, size_t length = 0);
 
 // What prepare_board says; empty when the board is ready.
 std::string prepare_says(const std::string &word, const std::string &state, bool reset = false);

@@ -20,15 +20,19 @@ std::string calls_of(const std::vector<std::string> &options, const std::vector<
     return result.out;
 }
 
-std::string answers_of(const std::vector<std::string> &options, const std::vector<std::string> &lines) {
-    std::istringstream printed(calls_of(options, lines));
+std::string without_calls(const std::string &printed) {
+    std::istringstream lines(printed);
     std::string answers;
-    for (std::string line; std::getline(printed, line);) {
+    for (std::string line; std::getline(lines, line);) {
         // No value of an input holds a closing bracket and an equals sign in a row, save a text made for it.
         const size_t at = line.starts_with('#') ? std::string::npos : line.find(") = ");
         answers += (at == std::string::npos ? line : line.substr(at + 4)) + "\n";
     }
     return answers;
+}
+
+std::string answers_of(const std::vector<std::string> &options, const std::vector<std::string> &lines) {
+    return without_calls(calls_of(options, lines));
 }
 
 } // namespace kestro_tests

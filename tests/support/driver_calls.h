@@ -14,7 +14,10 @@ process_result make_calls(const std::vector<std::string> &options, const std::ve
 // What is printed: a line per call with its result. Nothing on standard error; calls may fail.
 std::string calls_of(const std::vector<std::string> &options, const std::vector<std::string> &lines);
 
-// The same without the calls themselves: "0x0 num=4\n". Comments (events, areas that were overrun) stay.
+// What was printed, without the calls themselves: "0x0 num=4\n". Comments (events, areas that were overrun) stay.
+std::string without_calls(const std::string &printed);
+
+// What is printed, without the calls themselves.
 std::string answers_of(const std::vector<std::string> &options, const std::vector<std::string> &lines);
 
 } // namespace kestro_tests

@@ -1,0 +1,115 @@
+// Calls that kestro_call cannot make: thousands in a row, until the process is killed in the middle of one; a format
+// that is missing; a callback that asks a driver. Each prints its result on a line of its own.
+//
+//   odd_calls (fill_label|fill_barcode|fill_mac) BYTE TIMES | kill_after_us MICROSECONDS | log_without_format | listen
+#include "drv_basic/identity/drv_barcode.h"
+#include "drv_basic/identity/drv_elabel.h"
+#include "drv_basic/identity/drv_mac.h"
+#include "drv_basic/management/drv_board.h"
+#include "drv_basic/service/drv_log.h"
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using write_call = std::function<uint32_t(const std::vector<uint8_t> &)>;
+
+// The same byte all over, by turns with the next one, so that a mixture of two writes shows.
+uint32_t fill(const write_call &write, size_t size, const char *byte, const char *times) {
+    const auto first = static_cast<uint8_t>(strtoul(byte, nullptr, 0));
+    uint32_t result = 0;
+    for (unsigned long i = 0; i < strtoul(times, nullptr, 0); ++i) {
+        result |= write(std::vector<uint8_t>(size, static_cast<uint8_t>(first + (i & 1U))));
+    }
+    return result;
+}
+
+uint32_t write_label(const std::vector<uint8_t> &area) {
+    return drv_elabel_write(DRV_INST_SELF, 0, area.data(), DRV_ELABEL_SIZE);
+}
+
+uint32_t write_barcode(const std::vector<uint8_t> &area) {
+    return drv_barcode_write(DRV_INST_SELF, 0, area.data(), DRV_BARCODE_SIZE);
+}
+
+// The count is the byte, too.
+uint32_t write_mac(const std::vector<uint8_t> &addr) {
+    return drv_mac_set_addr_num(DRV_INST_SELF, 1, addr[0], addr.data());
+}
+
+// The kernel ends this process at an instant of the work that nobody chose.
+void kill_after_us(const char *microseconds) {
+    sigevent how{};
+    how.sigev_notify = SIGEV_SIGNAL;
+    how.sigev_signo = SIGKILL;
+    timer_t timer{};
+    const long delay = strtol(microseconds, nullptr, 0);
+    const itimerspec when{{0, 0}, {delay / 1000000, delay % 1000000 * 1000 + 1}};
+    if (timer_create(CLOCK_MONOTONIC, &how, &timer) != 0 || timer_settime(timer, 0, &when, nullptr) != 0) {
+        perror("kill_after_us");
+        exit(3);
+    }
+}
+
+uint32_t log_without_format() {
+    uint32_t (*const record)(uint32_t, uint32_t, uint32_t, const char *, ...) = drv_log_record;
+    return record(1, 1, 0, nullptr);
+}
+
+std::atomic<bool> heard{false};
+
+uint32_t hear(uint32_t slot_id, uint32_t in, void *user_data) {
+    uint32_t own_slot = 0;
+    const uint32_t result = drv_board_get_self_slotid(&own_slot);
+    printf("%s: slot %u in %u, told to slot %u with 0x%x\n", static_cast<const char *>(user_data), slot_id, in,
+           own_slot, result);
+    heard = true;
+    return 0;
+}
+
+// A card is pulled. Waits for a minute, but only when nothing is told.
+uint32_t listen() {
+    char who[] = "listener";
+    uint32_t result = drv_board_in_out_reg(hear, who, "odd", 0) | drv_board_set_online_status(0xFF000005U, 1);
+    for (int i = 0; i < 6000 && !heard; ++i) {
+        usleep(10000);
+    }
+    return result | drv_board_in_out_unreg(hear);
+}
+
+} // namespace
+
+int main(int count, char **arguments) {
+    for (int i = 1; i < count; ++i) {
+        const std::string word = arguments[i];
+        const char *next = i + 1 < count ? arguments[i + 1] : "";
+        const char *last = i + 2 < count ? arguments[i + 2] : "";
+        uint32_t result = 0;
+        if (word == "kill_after_us") {
+            kill_after_us(next);
+            i += 1;
+            continue;
+        }
+        if (word == "fill_label" || word == "fill_barcode" || word == "fill_mac") {
+            result = word == "fill_label"     ? fill(write_label, DRV_ELABEL_SIZE, next, last)
+                     : word == "fill_barcode" ? fill(write_barcode, DRV_BARCODE_SIZE, next, last)
+                                              : fill(write_mac, DRV_MAC_SIZE, next, last);
+            i += 2;
+        } else if (word == "log_without_format" || word == "listen") {
+            result = word == "listen" ? listen() : log_without_format();
+        } else {
+            fprintf(stderr, "odd_calls: '%s' is no call; the calls stand at the head of odd_calls.cpp\n", word.c_str());
+            return 2;
+        }
+        printf("0x%x\n", result);
+    }
+    return 0;
+}
