@@ -129,7 +129,7 @@ void set(board &b, const setting &wanted) {
     }
     change writes;
     if (item.name->is_text()) {
-        b.add_text(writes, item.which, *item.name, wanted.text);
+        board::add_text(writes, item.which, *item.name, wanted.text);
     } else {
         b.add(writes, item.which, *item.name, register_value(wanted));
     }
