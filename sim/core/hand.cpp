@@ -29,7 +29,8 @@ std::string usual_form(std::string path) {
     if (number && *number <= UINT32_MAX) {
         char address[16];
         snprintf(address, sizeof address, "0x%02x", static_cast<unsigned>(*number));
-        path.replace(last, std::string::npos, address);
+        path.erase(last);
+        path += address;
     }
     return path;
 }
