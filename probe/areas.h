@@ -39,7 +39,7 @@ class call_areas {
     void prepare_records(const shape &place, const value *content, char *memory);
     void prepare_record(const record &layout, const value *content, char *memory);
     void *prepare_member(const record &layout, const field &member, const value *content, char *memory);
-    void settle_member(const record &layout, const field &member, const value &content, char *memory);
+    static void settle_member(const record &layout, const field &member, const value &content, char *memory);
 
     const operation &op_;
     std::string owner_; // the parameter that is being prepared

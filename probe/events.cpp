@@ -50,7 +50,7 @@ std::string shown_format(const char *name, const char *format, va_list values) {
     if (format == nullptr || vasprintf(&text, format, values) < 0) {
         text = nullptr;
     }
-    const std::string line = shown(name, text);
+    std::string line = shown(name, text);
     free(text);
     return line;
 }

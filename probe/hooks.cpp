@@ -54,18 +54,18 @@ create_function real_pthread_create() {
 
 } // namespace
 
-extern "C" KESTRO_EXPORTED int pthread_create(pthread_t *__restrict thread, const pthread_attr_t *__restrict attributes,
-                                              thread_function function, void *__restrict argument) noexcept {
+extern "C" KESTRO_EXPORTED int pthread_create(pthread_t *__restrict thread, const pthread_attr_t *__restrict attr,
+                                              thread_function start_routine, void *__restrict arg) noexcept {
     const create_function create = real_pthread_create();
     if (create == nullptr) {
         return EAGAIN;
     }
     void *given = is_main_program(__builtin_return_address(0)) ? malloc(sizeof(program_thread)) : nullptr;
     if (given == nullptr) {
-        return create(thread, attributes, function, argument);
+        return create(thread, attr, start_routine, arg);
     }
-    *static_cast<program_thread *>(given) = {function, argument};
-    const int result = create(thread, attributes, run_program_thread, given);
+    *static_cast<program_thread *>(given) = {start_routine, arg};
+    const int result = create(thread, attr, run_program_thread, given);
     if (result != 0) {
         free(given);
     }

@@ -24,6 +24,7 @@ size_t edit_distance(std::string_view a, std::string_view b) {
 std::string nearest_names(std::string_view wanted, const std::vector<std::string_view> &known) {
     constexpr size_t most = 3;
     std::vector<std::pair<size_t, std::string_view>> ranked;
+    ranked.reserve(known.size());
     for (const std::string_view name : known) {
         ranked.emplace_back(edit_distance(wanted, name), name);
     }

@@ -19,7 +19,7 @@ std::string print_number(const shape &place, uint64_t number) {
         return std::to_string(number);
     }
     char digits[16];
-    const auto end = std::to_chars(digits, digits + sizeof(digits), number, 16).ptr;
+    char *const end = std::to_chars(digits, digits + sizeof(digits), number, 16).ptr;
     return "0x" + std::string(digits, end);
 }
 

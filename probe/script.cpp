@@ -17,6 +17,17 @@ std::string wrong_side(const parameter &named, bool input) {
                  : name + " is read by the driver; name it in the parentheses";
 }
 
+bool is_on(side wanted, const parameter &candidate) {
+    switch (wanted) {
+    case side::input:
+        return is_input(candidate.direction);
+    case side::output:
+        return is_output(candidate.direction);
+    default:
+        return true;
+    }
+}
+
 uint32_t take_parameter(cursor &here, const operation &op, side wanted, const std::vector<named_value> &already) {
     skip_blanks(here);
     const size_t start = column(here);
@@ -24,8 +35,7 @@ uint32_t take_parameter(cursor &here, const operation &op, side wanted, const st
     std::vector<std::string_view> known;
     for (uint32_t i = 0; i < op.parameters.size(); ++i) {
         const parameter &candidate = op.parameters[i];
-        const bool fits = wanted == side::both ||
-                          (wanted == side::input ? is_input(candidate.direction) : is_output(candidate.direction));
+        const bool fits = is_on(wanted, candidate);
         if (name == candidate.name && !fits) {
             throw syntax_error(start, wrong_side(candidate, wanted == side::input));
         }

@@ -31,6 +31,22 @@ shape behind_pointer(mark direction, scalar type, const record *layout) {
     return place;
 }
 
+shape within_record(const field &described) {
+    shape place;
+    place.type = described.type;
+    place.layout = described.layout;
+    place.count = described.rows > 0 ? described.rows : described.count;
+    place.row = described.rows > 0 ? described.count : 0;
+    const bool bytes = described.layout == nullptr && is_byte(described.type);
+    if (place.count > 0) {
+        place.what = bytes && place.row == 0 ? shape::form::area : shape::form::array;
+        place.text = described.type == scalar::character && place.row == 0;
+    } else {
+        place.what = described.layout != nullptr ? shape::form::record : shape::form::single;
+    }
+    return place;
+}
+
 } // namespace
 
 size_t size_of(scalar type) {
@@ -76,22 +92,9 @@ shape shape_of(const parameter &described, bool written) {
 }
 
 shape shape_of(const field &described, bool written) {
-    shape place;
-    if (described.direction != mark::value) {
-        place = behind_pointer(described.direction, described.type, described.layout);
-    } else {
-        place.type = described.type;
-        place.layout = described.layout;
-        place.count = described.rows > 0 ? described.rows : described.count;
-        place.row = described.rows > 0 ? described.count : 0;
-        const bool bytes = described.layout == nullptr && is_byte(described.type);
-        if (place.count > 0) {
-            place.what = bytes && place.row == 0 ? shape::form::area : shape::form::array;
-            place.text = described.type == scalar::character && place.row == 0;
-        } else {
-            place.what = described.layout != nullptr ? shape::form::record : shape::form::single;
-        }
-    }
+    shape place = described.direction != mark::value
+                      ? behind_pointer(described.direction, described.type, described.layout)
+                      : within_record(described);
     place.written = written;
     return place;
 }

@@ -173,7 +173,7 @@ class board {
     bool is_described(const device &which);
     std::optional<uint64_t> cell(const std::string &key) const;
     void add(change &writes, const device &which, const reg &name, uint64_t number);
-    void add_text(change &writes, const device &which, const reg &name, const std::string &text);
+    static void add_text(change &writes, const device &which, const reg &name, const std::string &text);
 
     // By names, for what has no family of its own yet.
     device find(uint32_t inst_id, const device_kind &kind, uint32_t id);

@@ -1,5 +1,5 @@
 // The chassis from the files that people write: one for the chassis, one per kind of board and card, parts that several
-// share, and a user's own board or chassis. docs/simulator.md shows the form of each.
+// share, and a user's own board or chassis. docs/chassis.md shows the form of each.
 #pragma once
 
 #include "sim/core/description.h"

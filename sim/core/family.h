@@ -6,7 +6,7 @@
 //   }
 //
 // From here come the check of descriptions, the typed access of sim/core/board.h, what the bench technician lists and
-// sets, and the table in docs/simulator.md. A register that a family does not declare does not compile with a device
+// sets, and the table in docs/registers.md. A register that a family does not declare does not compile with a device
 // of that family, nor does a driver's write to one that drivers only read.
 #pragma once
 

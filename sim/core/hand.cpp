@@ -29,7 +29,8 @@ std::string usual_form(std::string path) {
     if (number && *number <= UINT32_MAX) {
         char address[16];
         snprintf(address, sizeof address, "0x%02x", static_cast<unsigned>(*number));
-        path.replace(last, std::string::npos, address);
+        path.erase(last);
+        path += address;
     }
     return path;
 }
@@ -129,7 +130,7 @@ void set(board &b, const setting &wanted) {
     }
     change writes;
     if (item.name->is_text()) {
-        b.add_text(writes, item.which, *item.name, wanted.text);
+        board::add_text(writes, item.which, *item.name, wanted.text);
     } else {
         b.add(writes, item.which, *item.name, register_value(wanted));
     }

@@ -8,6 +8,6 @@
 namespace kestro_sim {
 
 // Writes the image files of all described storage devices: identity EEPROMs, flash, NVRAM.
-void write_new_images(const description &board, const std::filesystem::path &directory);
+void write_new_images(const description &chassis, const std::filesystem::path &directory);
 
 } // namespace kestro_sim

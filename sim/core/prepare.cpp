@@ -104,7 +104,7 @@ fs::path merged_file(const board_choice &choice, const fs::path &state_dir) {
 fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bool reset) {
     claim_state_dir(state_dir);
     state_lock lock(state_dir);
-    const fs::path merged = merged_file(choice, state_dir);
+    fs::path merged = merged_file(choice, state_dir);
     const bool is_kept = finish_making(lock, state_dir) && !reset;
     if (is_kept) {
         const store opened(state_dir);

@@ -1,4 +1,4 @@
-// The families and register spaces as tables of docs/simulator.md.
+// The families and register spaces as tables of docs/registers.md.
 #pragma once
 
 #include <string>

@@ -28,7 +28,7 @@ namespace kestro_sim {
 
 // The path of a register, "instance/module/node/entry/element", and what a cell has room for.
 inline constexpr size_t cell_key_max = 111;
-inline constexpr size_t journal_capacity = 64U * 1024U;
+inline constexpr size_t journal_capacity = size_t{64} * 1024;
 
 // Writes that happen together or not at all.
 class change {

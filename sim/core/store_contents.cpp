@@ -97,7 +97,7 @@ void store_contents::require_writable() const {
     }
 }
 
-void store_contents::write_store(const void *bytes, size_t size, uint64_t offset) {
+void store_contents::write_store(const void *bytes, size_t size, uint64_t offset) const {
     require_writable();
     if (!write_at(file, bytes, size, offset)) {
         fail_on(store_file(), "written", errno);

@@ -41,7 +41,7 @@ struct store_contents {
     void read_images();
     void read_cells();
     void read_store(void *bytes, size_t size, uint64_t offset) const;
-    void write_store(const void *bytes, size_t size, uint64_t offset);
+    void write_store(const void *bytes, size_t size, uint64_t offset) const;
     void write_header(store_layout::header changed);
     void require_writable() const;
 

@@ -26,7 +26,7 @@ inline constexpr size_t board_name_max = 63;
 inline constexpr size_t block_size = 1024;
 
 // A change has more bytes in the journal than are counted for it: checksums and the header come along.
-inline constexpr size_t journal_room = journal_capacity + 16U * 1024U;
+inline constexpr size_t journal_room = journal_capacity + size_t{16} * 1024;
 
 struct header {
     std::array<char, 8> magic;

@@ -1,4 +1,4 @@
-// What a simulated driver family needs; docs/simulator.md shows one from end to end.
+// What a simulated driver family needs; docs/devices.md shows one from end to end.
 //
 //   uint32_t drv_voltage_get_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *value) {
 //       return operate([&](board &b) {

@@ -89,7 +89,7 @@ fs::path copy_to_discard(const fs::path &state) {
     if (pipe(pipe_ends.data()) != 0) {
         refuse(state, strerror(errno));
     }
-    const fs::path copy = new_place();
+    fs::path copy = new_place();
     copy_state(state, copy);
     start_cleaner(copy, pipe_ends);
     return copy;

@@ -82,7 +82,7 @@ fs::path find_root(const launch_options &options, const fs::path &state, const s
     if (options.root.empty()) {
         return state / "root" / seat;
     }
-    const fs::path root = absolute(options.root);
+    fs::path root = absolute(options.root);
     std::error_code none;
     if (!fs::is_directory(root, none)) {
         throw launch_error(root.string(), "there is no such directory",
@@ -92,7 +92,7 @@ fs::path find_root(const launch_options &options, const fs::path &state, const s
 }
 
 fs::path readable(const std::string &file, const std::string &option) {
-    const fs::path path = absolute(file);
+    fs::path path = absolute(file);
     std::error_code none;
     if (fs::is_directory(path, none)) {
         throw launch_error(path.string(), "is a directory", option + " takes a file");
@@ -105,7 +105,7 @@ fs::path readable(const std::string &file, const std::string &option) {
 
 // Opening is the only sure test. What is there is kept: the probe empties the file when the run begins.
 fs::path writable(const std::string &file, const std::string &option) {
-    const fs::path path = absolute(file);
+    fs::path path = absolute(file);
     const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
     // A named pipe whose reader is not there yet is no mistake.
     if (descriptor < 0 && errno != ENXIO) {
@@ -213,6 +213,7 @@ void check_product(const fs::path &product) {
     line.push_back(product.string());
     line.insert(line.end(), words.begin(), words.end());
     std::vector<char *> pointers;
+    pointers.reserve(line.size() + 1);
     for (std::string &word : line) {
         pointers.push_back(word.data());
     }

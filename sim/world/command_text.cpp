@@ -40,6 +40,14 @@ bool starts_board_path(const char *text) {
     return false;
 }
 
+// Whether the shell would take the character for something else within these quotes.
+bool needs_backslash(char character, char quote) {
+    if (quote == '"') {
+        return strchr("$`\"\\", character) != nullptr;
+    }
+    return quote == '\0' && !is_path_character(character);
+}
+
 // The directory of the board's files, so that the shell reads it as it is. Quote: 0, ' or ".
 void put_root(text_sink &sink, char quote) {
     for (const char *character = settings.root; *character != '\0'; ++character) {
@@ -47,9 +55,7 @@ void put_root(text_sink &sink, char quote) {
             put(sink, '\'');
             put(sink, '\\');
             put(sink, '\'');
-        } else if (quote == '"' && strchr("$`\"\\", *character) != nullptr) {
-            put(sink, '\\');
-        } else if (quote == '\0' && !is_path_character(*character)) {
+        } else if (needs_backslash(*character, quote)) {
             put(sink, '\\');
         }
         put(sink, *character);

@@ -54,6 +54,7 @@ class Copy:
             # As on a board: the program itself, on driver libraries that answer everything with 0.
             text = text.replace("/tmp/", self.root + "/").replace(" kestro_test ", f" {BUILD}/kestro_test ")
             environment["LD_LIBRARY_PATH"] = str(BUILD / "noop")
+        text = text.replace("LD_LIBRARY_PATH=/lib/drivers ", f"LD_LIBRARY_PATH={BUILD}/noop ")
         return subprocess.run(["bash", "-c", text], cwd=self.tree, env=environment, stdin=subprocess.DEVNULL,
                               capture_output=True, timeout=120, check=False)
 
@@ -172,6 +173,12 @@ class Reader(unittest.TestCase):
                          [("scripts/run --board NAME", None, True), ("echo a", ["a"], False),
                           ("kestro_sim a b", None, False)])
         self.assertEqual(document.files, {"rules": "x = 1\n"})
+
+    def test_blocks_within_lists_are_blocks(self) -> None:
+        document = read_markdown("- A list:\n\n  ```cpp\n  f([&](board &b) {});\n  ```\n\n  ```\n  cat a\n  ```\n\n"
+                                 "  Text with `[&](x)` and [a link](y.md).\n", "d")
+        self.assertEqual([c.text for c in document.commands], ["cat a"])
+        self.assertEqual([target for _, target in document.links], ["y.md"])
 
     def test_output_among_commands_is_a_fault(self) -> None:
         document = read_markdown("```\ncat a\nwhat it prints\n```\n", "d")

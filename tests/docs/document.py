@@ -53,10 +53,12 @@ def read_markdown(text: str, name: str) -> Document:
     while index < len(lines):
         line = lines[index]
         previous_blank = index == 0 or not lines[index - 1].strip()
-        if line.startswith("```"):
-            end = next(i for i in range(index + 1, len(lines)) if lines[i].startswith("```"))
-            if line[3:].strip() in ("", "sh", "console"):
-                take_block(document, lines[index + 1:end], index + 2, paragraph)
+        fence = re.match(r" {0,3}```", line)
+        if fence:
+            end = next(i for i in range(index + 1, len(lines)) if lines[i].startswith(fence[0]))
+            indent = len(fence[0]) - 3
+            if line[indent + 3:].strip() in ("", "sh", "console"):
+                take_block(document, [each[indent:] for each in lines[index + 1:end]], index + 2, paragraph)
             paragraph, index = [], end + 1
         elif line.startswith("    ") and line.strip() and previous_blank:
             end = index
@@ -120,7 +122,7 @@ def take_spans(document: Document, line: str, number: int) -> None:
         if re.match(rf"{OURS}(?= |$)", span) and (" " in span or "/" in span) and "/kestro_" not in span.split(" ")[0]:
             document.commands.append(
                 Command(document.name, number, span, None, PLACEHOLDER.search(span) is not None or " " not in span))
-    for target in re.findall(r"\]\(([^)#]+)", line):
+    for target in re.findall(r"\]\(([^)#]+)", re.sub(r"`[^`]*`", "", line)):
         document.links.append((number, target))
 
 

@@ -85,7 +85,8 @@ class Scripts(unittest.TestCase):
         for tool in ("clang-format", "clang-tidy"):
             self.tool(tool, f'printf "{tool} %s\\n" "$@" >>"{record}"')
         commands = [{"file": str(self.tree / name),
-                     "command": f"c++ -DX '-I{self.tree}' -o x.o -c '{self.tree / name}'"} for name in
+                     "command": f"c++ -DX '-I{self.tree}' -include x/cmake_pch.hxx -o x.o -c '{self.tree / name}'"}
+                    for name in
                     ("src/shell/main.cpp", "sim/launcher/main.cpp", "probe/script.cpp")]
         (self.tree / "build").mkdir()
         (self.tree / "build/compile_commands.json").write_text(json.dumps(commands), encoding="utf-8")
@@ -94,6 +95,7 @@ class Scripts(unittest.TestCase):
         lines = record.read_text(encoding="utf-8").splitlines()
         self.assertIn(f"clang-format {self.tree}/sim/launcher/main.cpp", lines)
         self.assertEqual(sum(line == "clang-tidy -DX" for line in lines), 3)
+        self.assertNotIn("cmake_pch", record.read_text(encoding="utf-8"))
         record.unlink()
         self.assertEqual(self.call("scripts/lint").returncode, 0)
         self.assertNotIn("clang-tidy -DX", record.read_text(encoding="utf-8").splitlines(), "checked again, unchanged")

@@ -55,8 +55,8 @@ TEST_F(LabelTest, AShortReadFallsBack) {
         EXPECT_EQ(get_test_label(area, &length, console_sink), 0);
         drivers().short_reads = false;
     });
-    EXPECT_EQ(printed,
-              std::string("read file[/opt/hostx/home/elabel.txt]file_len:12 read_len:11 failure:Success\r\n") + fallback);
+    EXPECT_EQ(printed, std::string("read file[/opt/hostx/home/elabel.txt]file_len:12 read_len:11 failure:Success\r\n") +
+                           fallback);
     EXPECT_STREQ(area, "elable test test test test ...");
     EXPECT_EQ(length, 30U);
 }

@@ -129,14 +129,14 @@ TEST(Registers, NearestNameIsTheOneThatWasMeant) {
 }
 
 TEST(RegisterTables, AreThoseOfTheDocumentation) {
-    const std::string text = read_file(source_dir() + "/docs/simulator.md");
+    const std::string text = read_file(source_dir() + "/docs/registers.md");
     const size_t from = text.find(kestro_sim::table_begin);
     const size_t to = text.find(kestro_sim::table_end);
     ASSERT_NE(from, std::string::npos);
     ASSERT_NE(to, std::string::npos);
     const size_t begin = from + std::string(kestro_sim::table_begin).size();
     EXPECT_TRUE(text.substr(begin, to - begin) == kestro_sim::register_tables())
-        << "docs/simulator.md is older than the families; scripts/document writes it anew";
+        << "docs/registers.md is older than the families; scripts/document writes it anew";
 }
 
 } // namespace kestro_tests

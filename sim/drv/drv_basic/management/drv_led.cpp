@@ -12,7 +12,7 @@ using test_register = word_of<lamp_test::family>;
 using test_switch = written_of<lamp_test::family>;
 
 device_of<lamp_test::family> working_test(board &b, uint32_t inst_id) {
-    const auto test = b.find<lamp_test::family>(inst_id);
+    auto test = b.find<lamp_test::family>(inst_id);
     lamp_test::require_support(b, test);
     return test;
 }

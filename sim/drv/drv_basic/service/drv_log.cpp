@@ -15,7 +15,7 @@ namespace {
 
 constexpr uint32_t log_id_max = 255;
 constexpr uint32_t level_max = 3;
-constexpr uint64_t half_ring = 64 * 1024;
+constexpr uint64_t half_ring = uint64_t{64} * 1024;
 constexpr size_t line_max = 4096;
 
 // A line of the log is one line of the file.
