@@ -184,7 +184,7 @@ TEST(Cards, ReadyWhenPresentAndPowered) {
               "0x0 0\n0x0 1\n0x0\n");
     EXPECT_EQ(calls_print(board, {"board_get_card_ok" + self + "5", "board_get_card_ok" + self + "2",
                                   "board_set_power_on" + card5 + "9", "board_get_card_ok" + self + "5"}),
-              "0x0 1\n0x0 0\n0x0\n0x0 0\n");
+              "0x0 1\n0x0 0\n0x0\n0x0 1\n");
     EXPECT_EQ(calls_print(board, {"board_get_card_ok" + self + "7", "board_get_card_ok" + self + "17",
                                   "board_get_card_ok" + self + "0xffffffff", "board_get_card_ok" + card5 + "5"}),
               no_such_device + no_such_device + no_such_device + not_supported);

@@ -38,10 +38,13 @@ constexpr register_space long_space{"longs", &logic_chip::family, 32, 0x20, unde
 
 class RegisterSpace : public testing::Test {
   protected:
+    // Drivers of another process may have written in between.
     uint32_t read(const register_space &space, uint32_t address) {
+        board_.begin_operation();
         return read_space(board_, space, chip_, address);
     }
     void write(const register_space &space, uint32_t address, uint32_t value) {
+        board_.begin_operation();
         write_space(board_, space, chip_, address, value);
     }
     error refused(const register_space &space, uint32_t address) {
