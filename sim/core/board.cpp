@@ -89,24 +89,23 @@ bool board::is_seen(const std::string &place) {
 
 // A chassis that does not say has no two to choose from.
 uint32_t board::master_slot() {
-    return get_or(device_of<mastership::family>{{chassis(), kind_of(mastership::family), 0}}, mastership::slot,
-                  slot_of_place(seat_).value_or(0));
+    return get_or(at<mastership::family>(chassis()), mastership::slot, slot_of_place(seat_).value_or(0));
 }
 
-device board::find(uint32_t inst_id, const device_kind &kind, uint32_t id) {
-    return find_at(instance(inst_id), kind, id);
+device board::find(uint32_t inst_id, const device_family &family, uint32_t id) {
+    return find_at(instance(inst_id), family, id);
 }
 
-device board::find_at(const std::string &instance, const device_kind &kind, uint32_t id) {
-    const pugi::xml_node node = described().node(instance, kind.module, kind.node);
+device board::find_at(const std::string &instance, const device_family &family, uint32_t id) {
+    const pugi::xml_node node = described().node(instance, family.module, family.node);
     refuse_if(!node.child("entry"), error::not_supported);
     refuse_if(!named_child(node, std::to_string(id)), error::no_such_device);
-    return {instance, kind, id};
+    return {instance, &family, id};
 }
 
-std::vector<uint32_t> board::ids(const std::string &instance, const device_kind &kind) {
+std::vector<uint32_t> board::ids(const std::string &instance, const device_family &family) {
     std::vector<uint32_t> numbers;
-    for (const pugi::xml_node entry : described().node(instance, kind.module, kind.node).children("entry")) {
+    for (const pugi::xml_node entry : described().node(instance, family.module, family.node).children("entry")) {
         numbers.push_back(static_cast<uint32_t>(parse_number(entry.attribute("name").value()).value_or(0)));
     }
     std::sort(numbers.begin(), numbers.end());
@@ -114,7 +113,7 @@ std::vector<uint32_t> board::ids(const std::string &instance, const device_kind 
 }
 
 pugi::xml_node board::entry_of(const device &which) {
-    return described().entry(which.instance, which.kind.module, which.kind.node, std::to_string(which.id));
+    return described().entry(which.instance, which.family->module, which.family->node, std::to_string(which.id));
 }
 
 bool board::is_described(const device &which) {
@@ -152,6 +151,12 @@ std::optional<std::string> board::text_value(const device &which, const reg &nam
     return text;
 }
 
+// Whatever its cell holds: a damaged one is mended by writing it anew.
+bool board::has_register(const device &which, const reg &name) {
+    return name.needed == need::reset || named_child(entry_of(which), name.name) ||
+           store_.get(cell_key(which, name.name));
+}
+
 uint64_t board::required_value(const device &which, const reg &name) {
     const auto present = value(which, name);
     refuse_if(!present, error::not_supported);
@@ -165,7 +170,7 @@ std::string board::required_text(const device &which, const reg &name) {
 }
 
 void board::add(change &writes, const device &which, const reg &name, uint64_t number) {
-    required_value(which, name);
+    refuse_if(!has_register(which, name), error::not_supported);
     refuse_if(!is_in_range(name, number), error::bad_value);
     writes.put(cell_key(which, name.name), number);
 }
@@ -181,48 +186,6 @@ void board::add_text(change &writes, const device &which, const reg &name, const
         }
         writes.put(key + "/" + std::to_string(at / sizeof bytes), bytes);
     }
-}
-
-uint64_t board::get_wide(const device &which, const char *name) {
-    if (const auto written = store_.get(cell_key(which, name))) {
-        return *written;
-    }
-    const auto initial = element_number(named_child(entry_of(which), name));
-    refuse_if(!initial, error::not_supported);
-    return *initial;
-}
-
-uint32_t board::get(const device &which, const char *name) {
-    return static_cast<uint32_t>(get_wide(which, name));
-}
-
-uint32_t board::get(const device &which, const char *name, uint32_t reset_value) {
-    if (const auto written = store_.get(cell_key(which, name))) {
-        return static_cast<uint32_t>(*written);
-    }
-    return static_cast<uint32_t>(element_number(named_child(entry_of(which), name)).value_or(reset_value));
-}
-
-void board::put(const device &which, const char *name, uint64_t value) {
-    put_all(which, {{name, value}});
-}
-
-void board::put_all(const device &which, std::initializer_list<std::pair<const char *, uint64_t>> values) {
-    change writes;
-    for (const auto &[name, value] : values) {
-        writes.put(cell_key(which, name), value);
-    }
-    commit(writes);
-}
-
-bool board::has(const device &which, const char *name) {
-    return !named_child(entry_of(which), name).empty();
-}
-
-std::string board::text(const device &which, const char *name) {
-    const auto found = element_text(named_child(entry_of(which), name));
-    refuse_if(!found, error::not_supported);
-    return *found;
 }
 
 size_t board::image_size(const std::string &image) const {
@@ -250,8 +213,8 @@ void board::commit(const change &writes) {
 }
 
 std::string cell_key(const device &which, const char *name) {
-    return which.instance + "/" + which.kind.module + "/" + which.kind.node + "/" + std::to_string(which.id) + "/" +
-           name;
+    return which.instance + "/" + which.family->module + "/" + which.family->node + "/" + std::to_string(which.id) +
+           "/" + name;
 }
 
 } // namespace kestro_sim

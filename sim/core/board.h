@@ -31,22 +31,12 @@
 
 namespace kestro_sim {
 
-// Devices of one kind are the entries of one node of one module, named by their plain numbers.
-struct device_kind {
-    const char *module;
-    const char *node;
-};
-
-// One device of one place ("slot9", "slot7/card1", "chassis"); it is described.
+// One device of one place ("slot9", "slot7/card1", "chassis").
 struct device {
     std::string instance;
-    device_kind kind;
+    const device_family *family;
     uint32_t id;
 };
-
-constexpr device_kind kind_of(const device_family &family) {
-    return {family.module, family.node};
-}
 
 template <const device_family &Family> struct device_of : device {};
 
@@ -103,17 +93,21 @@ class board {
 
     // not_supported when the instance has no device of the family at all, no_such_device when it has others.
     template <const device_family &Family> device_of<Family> find(uint32_t inst_id, uint32_t id = 0) {
-        return {find(inst_id, kind_of(Family), id)};
+        return {find(inst_id, Family, id)};
     }
     template <const device_family &Family> device_of<Family> find_at(const std::string &instance, uint32_t id = 0) {
-        return {find_at(instance, kind_of(Family), id)};
+        return {find_at(instance, Family, id)};
     }
     template <const device_family &Family> std::vector<device_of<Family>> all_at(const std::string &instance) {
         std::vector<device_of<Family>> devices;
-        for (const uint32_t id : ids(instance, kind_of(Family))) {
-            devices.push_back({{instance, kind_of(Family), id}});
+        for (const uint32_t id : ids(instance, Family)) {
+            devices.push_back({{instance, &Family, id}});
         }
         return devices;
+    }
+    // Described or not: for registers that are there with their reset value, and for what a place may lack.
+    template <const device_family &Family> static device_of<Family> at(const std::string &place, uint32_t id = 0) {
+        return {{place, &Family, id}};
     }
 
     // A register's present value: what was written last, else what the description says, else the family's reset
@@ -175,21 +169,6 @@ class board {
     void add(change &writes, const device &which, const reg &name, uint64_t number);
     static void add_text(change &writes, const device &which, const reg &name, const std::string &text);
 
-    // By names, for what has no family of its own yet.
-    device find(uint32_t inst_id, const device_kind &kind, uint32_t id);
-    device find_at(const std::string &instance, const device_kind &kind, uint32_t id);
-    std::vector<uint32_t> ids(const std::string &instance, const device_kind &kind);
-
-    uint32_t get(const device &which, const char *name);
-    uint32_t get(const device &which, const char *name, uint32_t reset_value);
-    uint64_t get_wide(const device &which, const char *name);
-    void put(const device &which, const char *name, uint64_t value);
-    void put_all(const device &which, std::initializer_list<std::pair<const char *, uint64_t>> values);
-
-    // What the description alone says.
-    bool has(const device &which, const char *name);
-    std::string text(const device &which, const char *name);
-
     // Storage images. Up to largest_write() bytes are written entirely or not at all, more in pieces of that size.
     size_t image_size(const std::string &image) const;
     std::vector<uint8_t> read_image(const std::string &image, uint32_t offset, size_t length) const;
@@ -203,7 +182,11 @@ class board {
     }
 
   private:
+    device find(uint32_t inst_id, const device_family &family, uint32_t id);
+    device find_at(const std::string &instance, const device_family &family, uint32_t id);
+    std::vector<uint32_t> ids(const std::string &instance, const device_family &family);
     pugi::xml_node entry_of(const device &which);
+    bool has_register(const device &which, const reg &name);
     uint64_t required_value(const device &which, const reg &name);
     std::string required_text(const device &which, const reg &name);
 

@@ -9,7 +9,7 @@ namespace kestro_sim {
 namespace {
 
 device_of<fitting::family> fitting_of(const std::string &place) {
-    return {{place, kind_of(fitting::family), 0}};
+    return board::at<fitting::family>(place);
 }
 
 // The one way by which a place changes: who waits for boards to come and go hears of it here.

@@ -2,6 +2,7 @@
 #include "sim/core/inventory.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/core/nearest.h"
 #include "sim/core/registers.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ bool is_there(board &b, const device &which, const reg &name) {
 
 void add_device(board &b, const device &which, const device_family &family, std::vector<inventory_item> &items) {
     const std::string base = which.instance + "/" + std::string(family.module).substr(module_prefix.size()) + "/" +
-                             which.kind.node + "/" + std::to_string(which.id) + "/";
+                             which.family->node + "/" + std::to_string(which.id) + "/";
     for (size_t i = 0; i < family.count; ++i) {
         const reg &name = *family.list[i];
         if (is_there(b, which, name)) {
@@ -74,7 +75,7 @@ void add_module(board &b, pugi::xml_node module, std::vector<inventory_item> &it
         }
         for (const pugi::xml_node entry : node.children("entry")) {
             const auto id = static_cast<uint32_t>(parse_number(name_of(entry)).value_or(0));
-            add_device(b, {name_of(module.parent()), kind_of(*family), id}, *family, items);
+            add_device(b, {name_of(module.parent()), family, id}, *family, items);
         }
     }
 }

@@ -37,7 +37,7 @@ uint32_t own_bits(board &b, const register_space &space, const device &chip, con
 
 // The device behind a field; nothing when this board lacks it, and its bits are wired to nothing.
 std::optional<device> device_behind(board &b, const device &chip, const space_field &field) {
-    const device behind{chip.instance, kind_of(*field.family), field.id};
+    const device behind{chip.instance, field.family, field.id};
     if (!b.is_described(behind) || !b.value(behind, *field.bound)) {
         return std::nullopt;
     }
@@ -132,8 +132,8 @@ void store_register(board &b, const register_space &space, const device &chip, u
 
 const register_space *find_space(std::string_view name, const device &chip) {
     for (const register_space *space : all_spaces()) {
-        const bool is_of_family = std::string_view(space->family->module) == chip.kind.module &&
-                                  std::string_view(space->family->node) == chip.kind.node;
+        const bool is_of_family = std::string_view(space->family->module) == chip.family->module &&
+                                  std::string_view(space->family->node) == chip.family->node;
         if (is_of_family && name == space->name && (!space->only_id || *space->only_id == chip.id)) {
             return space;
         }

@@ -5,13 +5,12 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
 namespace kestro_sim {
 
-// Whether the register takes the number. A register with values below 0 also takes them as 32 bits.
+// Whether the register takes the number. A register of 32 bits with values below 0 also takes them as 32 bits.
 bool is_in_range(const reg &which, uint64_t value);
 
 // As it is kept: a negative number of 32 bits is one of 64.
@@ -28,11 +27,5 @@ std::optional<uint64_t> read_value(const reg &which, std::string_view text);
 
 // "a number from 0 to 60000 (mV)", "0 or 1", "0 off, 1 green", "a text of at most 20 bytes".
 std::string values_of(const reg &which);
-
-// The candidate that is spelt most like the word; empty when none is anything like it.
-std::string nearest_name(std::string_view word, std::span<const std::string> candidates);
-
-// "nearest is 'x'", or all of them when none is near.
-std::string suggestion(std::string_view word, std::span<const std::string> candidates);
 
 } // namespace kestro_sim

@@ -1,6 +1,7 @@
 // Descriptions against the device families: every module, node and element of the simulated devices is one that a
 // family has, every value one that its register takes. A misspelt name would leave a device out without a word.
 #include "sim/core/catalogue.h"
+#include "sim/core/nearest.h"
 #include "sim/core/registers.h"
 #include "sim/core/validate.h"
 

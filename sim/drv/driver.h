@@ -3,7 +3,7 @@
 //   uint32_t drv_voltage_get_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *value) {
 //       return operate([&](board &b) {
 //           refuse_null(value);
-//           *value = b.get(b.find(inst_id, rails, voltage_id), "millivolts");
+//           *value = b.get(b.find<rail::family>(inst_id, voltage_id), rail::millivolts);
 //       });
 //   }
 //

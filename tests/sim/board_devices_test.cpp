@@ -3,6 +3,7 @@
 
 #include "sim/core/board.h"
 #include "sim/core/state_dir.h"
+#include "sim/devices/management/bus_links.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,8 @@ namespace {
 uint32_t black_box_register(const test_board &board, const char *name) {
     const kestro_sim::state_lock lock(board.state);
     kestro_sim::board desk(board.description, board.state, board.seat);
-    return desk.get(desk.find_at(board.seat, {"sim_board", "bbox"}, 0), name);
+    const auto box = desk.find_at<kestro_sim::black_box::family>(board.seat);
+    return static_cast<uint32_t>(desk.value(box, *kestro_sim::black_box::family.find(name)).value());
 }
 
 } // namespace

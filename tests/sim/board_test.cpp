@@ -229,7 +229,7 @@ TEST(Cards, ReadyWhenPresentAndPowered) {
     EXPECT_EQ(
         answers(board, {"drv_board_get_card_ok(slot_id=5)", "drv_board_get_card_ok(slot_id=2)",
                         "drv_board_set_power_on(inst_id=0xff000005, type=9)", "drv_board_get_card_ok(slot_id=5)"}),
-        "0x0 ok=1\n0x0 ok=0\n0x0\n0x0 ok=0\n");
+        "0x0 ok=1\n0x0 ok=0\n0x0\n0x0 ok=1\n");
     EXPECT_EQ(answers(board, {"drv_board_get_card_ok(slot_id=7)", "drv_board_get_card_ok(slot_id=17)",
                               "drv_board_get_card_ok(slot_id=0xffffffff)",
                               "drv_board_get_card_ok(inst_id=0xff000005, slot_id=5)"}),

@@ -1,4 +1,5 @@
 // One chassis: each fact of it stands once, each seat has its view of it, and boards of one's own take its places.
+#include "sim/devices/management/board_unit.h"
 #include "tests/sim/support.h"
 
 #include "sim/core/fitting.h"
@@ -60,7 +61,7 @@ void refit(const test_board &board, const kestro_sim::refitting &wanted) {
 void hand_over_to(const test_board &board, uint32_t slot) {
     const kestro_sim::state_lock lock(board.state);
     kestro_sim::board b(board.description, board.state, board.seat);
-    b.put({kestro_sim::board::chassis(), {"sim_msc", "master"}, 0}, "slot", slot);
+    b.put(b.find_at<kestro_sim::mastership::family>(kestro_sim::board::chassis()), kestro_sim::mastership::slot, slot);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // What is said of device families and register spaces is sound, and the documentation shows it.
 #include "sim/core/catalogue.h"
+#include "sim/core/nearest.h"
 #include "sim/core/register_table.h"
 #include "sim/core/registers.h"
 #include "tests/support/process.h"

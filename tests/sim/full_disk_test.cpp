@@ -1,6 +1,7 @@
 // Disks without room and states that may only be read: one line, an error code, and nothing lost.
 #include "sim/core/board.h"
 #include "sim/core/store.h"
+#include "sim/devices/bsp/processor_pins.h"
 #include "tests/sim/small_disk.h"
 #include "tests/sim/support.h"
 
@@ -11,6 +12,7 @@
 namespace kestro_tests {
 
 namespace fs = std::filesystem;
+namespace gpio_pin = kestro_sim::gpio_pin;
 
 using kestro_sim::change;
 using kestro_sim::store;
@@ -196,10 +198,10 @@ namespace {
 std::string use_as_reader(const test_board &board) {
     std::string said = prepare_says(board.word, board.state) + "|";
     kestro_sim::board used(board.description, board.state, board.seat);
-    said += std::to_string(used.get(used.find(DRV_INST_SELF, {"sim_gpio", "pin"}, 17), "level"));
+    said += std::to_string(used.get(used.find<gpio_pin::family>(DRV_INST_SELF, 17), gpio_pin::level));
     said += " " + label_of(board.state) + "|";
     try {
-        used.put(used.find(DRV_INST_SELF, {"sim_gpio", "pin"}, 17), "level", 0);
+        used.put(used.find<gpio_pin::family>(DRV_INST_SELF, 17), gpio_pin::level, 0);
     } catch (const kestro_sim::store_error &problem) {
         said += problem.code == kestro_sim::error::read_only ? "read_only " : "another code ";
         said += problem.what();

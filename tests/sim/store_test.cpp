@@ -2,11 +2,14 @@
 #include "sim/core/board.h"
 #include "sim/core/prepare.h"
 #include "sim/core/store.h"
+#include "sim/devices/bsp/processor_pins.h"
 #include "tests/sim/support.h"
 
 #include <gtest/gtest.h>
 
 namespace kestro_tests {
+
+namespace gpio_pin = kestro_sim::gpio_pin;
 
 using kestro_sim::change;
 using kestro_sim::store;
@@ -181,14 +184,15 @@ TEST(Store, ResetRetiresTheOldStore) {
 TEST(Board, RegistersStartAsDescribed) {
     const test_board made = new_delivered("mpu_master");
     kestro_sim::board desk(made.description, made.state, made.seat);
-    const kestro_sim::device pin = desk.find(DRV_INST_SELF, {"sim_gpio", "pin"}, 17);
-    EXPECT_EQ(desk.get(pin, "level"), 1U);
-    desk.put_all(pin, {{"level", 0}, {"strength", 3}});
-    EXPECT_EQ(desk.get(pin, "level"), 0U);
-    EXPECT_EQ(desk.get(pin, "strength"), 3U);
-    EXPECT_EQ(desk.get(pin, "slew", 9), 9U);
-    EXPECT_FALSE(desk.has(pin, "strength"));
-    EXPECT_EQ(desk.ids("slot9", {"sim_gpio", "pin"}), (std::vector<uint32_t>{0, 5, 16, 17, 40}));
+    const auto pin = desk.find<gpio_pin::family>(DRV_INST_SELF, 17);
+    EXPECT_EQ(desk.get(pin, gpio_pin::level), 1U);
+    desk.put(pin, gpio_pin::level, 0);
+    EXPECT_EQ(desk.get(pin, gpio_pin::level), 0U);
+    std::vector<uint32_t> pins;
+    for (const auto &each : desk.all_at<gpio_pin::family>("slot9")) {
+        pins.push_back(each.id);
+    }
+    EXPECT_EQ(pins, (std::vector<uint32_t>{0, 5, 16, 17, 40}));
 }
 
 TEST(Board, LargeImagesAreWrittenInPieces) {

@@ -5,6 +5,11 @@
 
 namespace kestro_sim {
 
+void gpio_pin::drive(board &b, const device_of<family> &pin, uint32_t to) {
+    refuse_if(b.get(pin, is_output) == 0, error::bad_value);
+    b.put(pin, level, to);
+}
+
 device_list devices_of_processor_pins() {
     static constexpr const device_family *families[]{&gpio_pin::family, &reserved_memory::family};
     return {families, {}};

@@ -1,7 +1,7 @@
 // What belongs to the processor: its pins, and memory that it keeps out of the system's hands.
 #pragma once
 
-#include "sim/core/family.h"
+#include "sim/core/board.h"
 
 namespace kestro_sim {
 
@@ -9,6 +9,9 @@ namespace gpio_pin {
 inline constexpr reg level = reg::flag("level", "the level of the pin").required().written();
 inline constexpr reg is_output = reg::flag("is_output", "whether the processor drives it").required().fixed();
 inline constexpr device_family family{"sim_gpio", "pin", "a pin of the processor", {level, is_output}};
+
+// What drives an input pin is outside of the processor.
+void drive(board &b, const device_of<family> &pin, uint32_t to);
 } // namespace gpio_pin
 
 namespace reserved_memory {

@@ -1,9 +1,25 @@
-// What a board is answers as it is described or was written: there is nothing to work out.
+// What a board is answers as it is described or was written. Whether it is there depends on who looks.
 #include "sim/devices/management/board_unit.h"
 
 #include "sim/core/catalogue.h"
 
 namespace kestro_sim {
+
+uint32_t presence::online_status(board &b, const std::string &place) {
+    if (!b.is_present(place) || !b.is_within_reach(place)) {
+        return absent;
+    }
+    const uint32_t said = b.get(board::at<family>(place), status);
+    if (said != wired) {
+        return said;
+    }
+    return b.is_seen(place) ? present : absent;
+}
+
+void presence::set_online_status(board &b, const std::string &place, uint32_t value) {
+    refuse_if(value != present && value != absent, error::bad_value);
+    b.put(board::at<family>(place), status, value);
+}
 
 device_list devices_of_board_unit() {
     static constexpr const device_family *families[]{&board_unit::family, &capability::family, &presence::family,

@@ -42,11 +42,23 @@ inline constexpr device_family family{"sim_board", "capability", "a capability o
 } // namespace capability
 
 namespace presence {
-inline constexpr const char *status_names[]{"present", "absent"};
+inline constexpr const char *status_names[]{"present", "absent", "wired"};
+inline constexpr uint32_t present = 0;
+inline constexpr uint32_t absent = 1;
+inline constexpr uint32_t wired = 2;
 inline constexpr reg status =
-    reg::choice("status", status_names, "whether software takes the board to be there").or_else(0).written();
+    reg::choice("status", status_names, "what software takes the board for; wired: what its presence line says")
+        .or_else(wired)
+        .written();
 inline constexpr device_family family =
     device_family{"sim_board", "presence", "the presence of a board or card", {status}}.up_to(0);
+
+// 0 present, 1 absent, as the own board sees it. Software may take a board off line, or tell of one whose presence line
+// ends elsewhere; an empty place is never on line.
+uint32_t online_status(board &b, const std::string &place);
+
+// Software says so; anything but present and absent is refused.
+void set_online_status(board &b, const std::string &place, uint32_t value);
 } // namespace presence
 
 namespace master_control {

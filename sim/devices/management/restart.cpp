@@ -12,7 +12,7 @@ void note_restart(board &b, change &writes, const std::string &place, restart_re
         b.put(writes, past, reset_reason::reason, newer);
         newer = b.get(past, reset_reason::reason);
     }
-    const device_of<reset_control::family> control{{place, kind_of(reset_control::family), 0}};
+    const auto control = board::at<reset_control::family>(place);
     if (b.has(control, reset_control::cool)) {
         b.put(writes, control, reset_control::cool, static_cast<uint32_t>(kind));
     }

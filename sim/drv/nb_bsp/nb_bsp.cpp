@@ -3,14 +3,14 @@
 
 #include "sim/core/eeprom.h"
 #include "sim/core/instance.h"
+#include "sim/devices/bsp/processor_pins.h"
+#include "sim/devices/identity/eeprom_content.h"
 #include "sim/drv/driver.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind pins{"sim_gpio", "pin"};
-constexpr device_kind regions{"sim_himem", "region"};
 constexpr uint32_t card_number_max = 255;
 
 } // namespace
@@ -18,26 +18,21 @@ constexpr uint32_t card_number_max = 255;
 uint32_t nb_gpio_read(uint32_t pin, uint32_t *level) {
     return operate([&](board &b) {
         refuse_null(level);
-        *level = b.get(b.find(DRV_INST_SELF, pins, pin), "level");
+        *level = b.get(b.find<gpio_pin::family>(DRV_INST_SELF, pin), gpio_pin::level);
     });
 }
 
 uint32_t nb_gpio_write(uint32_t pin, uint32_t level) {
-    return operate([&](board &b) {
-        const device which = b.find(DRV_INST_SELF, pins, pin);
-        refuse_if(level > 1, error::bad_value);
-        // What drives an input pin is outside of the processor.
-        refuse_if(b.get(which, "is_output") == 0, error::bad_value);
-        b.put(which, "level", level);
-    });
+    return operate([&](board &b) { gpio_pin::drive(b, b.find<gpio_pin::family>(DRV_INST_SELF, pin), level); });
 }
 
 uint32_t nb_get_himem_info(uint64_t *start, uint64_t *length) {
     return operate([&](board &b) {
         refuse_null(start, length);
-        const device region = b.find(DRV_INST_SELF, regions, 0);
-        *start = b.get_wide(region, "start");
-        *length = b.get_wide(region, "length");
+        const auto region = b.find<reserved_memory::family>(DRV_INST_SELF);
+        const uint64_t first = b.get_wide(region, reserved_memory::start);
+        *length = b.get_wide(region, reserved_memory::length);
+        *start = first;
     });
 }
 
@@ -62,7 +57,8 @@ uint32_t find_section_info_by_section(uint32_t inst_id, uint32_t section_id, uin
         const auto section = find_section(b.described(), instance, section_id);
         refuse_if(!section, error::no_such_section);
         // The number is that on the management bus; a board reaches its own EEPROM without it.
-        *device_id = instance == b.self() ? 0 : b.get(device{instance, {"sim_identity", "eeprom"}, 0}, "device_id");
+        *device_id =
+            instance == b.self() ? 0 : b.get(b.find_at<identity_eeprom::family>(instance), identity_eeprom::device_id);
         *offset = section->offset;
         *size = section->size;
     });

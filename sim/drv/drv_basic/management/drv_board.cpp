@@ -1,14 +1,12 @@
 // Board management: what a board or card is. Its other parts (presence, slots, power, health, ...) are in board/.
 #include "drv_basic/management/drv_board.h"
 
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/chassis/slots.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
 
 namespace {
-
-using unit_register = word_of<board_unit::family>;
 
 bool is_slave(board &b) {
     return !b.all_at<master_control::family>(b.self()).empty() && own_slot(b) != b.master_slot();
@@ -17,14 +15,7 @@ bool is_slave(board &b) {
 // The type of a card stands in the card's own logic, on a bus that only the master drives.
 device_of<board_unit::family> typed_unit(board &b, uint32_t inst_id) {
     refuse_if(is_slave(b) && is_card(b, b.instance(inst_id)), error::not_supported);
-    return b.find<board_unit::family>(inst_id);
-}
-
-uint32_t read_register(uint32_t inst_id, unit_register name, uint32_t *value) {
-    return operate([&](board &b) {
-        refuse_null(value);
-        *value = b.get(b.find<board_unit::family>(inst_id), name);
-    });
+    return unit(b, inst_id);
 }
 
 uint32_t accept_instance(uint32_t inst_id) {
@@ -53,27 +44,27 @@ uint32_t drv_board_set_type(uint32_t inst_id, uint32_t type) {
 }
 
 uint32_t drv_board_get_pcb_ver(uint32_t inst_id, uint32_t *ver) {
-    return read_register(inst_id, board_unit::pcb_ver, ver);
+    return read_unit(inst_id, board_unit::pcb_ver, ver);
 }
 
 uint32_t drv_board_get_usr_pcb_ver(uint32_t inst_id, uint32_t *ver) {
-    return read_register(inst_id, board_unit::usr_pcb_ver, ver);
+    return read_unit(inst_id, board_unit::usr_pcb_ver, ver);
 }
 
 uint32_t drv_board_get_soft_pcb_ver(uint32_t inst_id, uint32_t *ver) {
-    return read_register(inst_id, board_unit::soft_pcb_ver, ver);
+    return read_unit(inst_id, board_unit::soft_pcb_ver, ver);
 }
 
 uint32_t drv_board_get_bom_ver(uint32_t inst_id, uint32_t *ver) {
-    return read_register(inst_id, board_unit::bom_ver, ver);
+    return read_unit(inst_id, board_unit::bom_ver, ver);
 }
 
 uint32_t drv_board_get_bom_id(uint32_t inst_id, uint32_t *bom_id) {
-    return read_register(inst_id, board_unit::bom_id, bom_id);
+    return read_unit(inst_id, board_unit::bom_id, bom_id);
 }
 
 uint32_t drv_board_get_power(uint32_t inst_id, uint32_t *power) {
-    return read_register(inst_id, board_unit::power_watts, power);
+    return read_unit(inst_id, board_unit::power_watts, power);
 }
 
 uint32_t drv_board_get_capability(uint32_t inst_id, uint32_t type, uint32_t *capability) {

@@ -1,7 +1,8 @@
 // Plug-in cards: a card's part of the board description is taken in when the card comes and dropped when it goes.
 #include "drv_basic/management/drv_pic.h"
 
-#include "sim/drv/drv_basic/management/board/unit.h"
+#include "sim/devices/chassis/slots.h"
+#include "sim/drv/driver.h"
 
 using namespace kestro_sim;
 

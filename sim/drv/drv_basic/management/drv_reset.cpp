@@ -2,6 +2,7 @@
 // warm start), and the call comes back with 0 where hardware would not.
 #include "drv_basic/management/drv_reset.h"
 
+#include "sim/devices/chassis/slots.h"
 #include "sim/devices/management/restart.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 

@@ -1,27 +1,20 @@
 // Slots of the chassis, as the backplane is built: what is in them makes no difference here.
 #include "drv_basic/management/drv_slot.h"
 
-#include "sim/drv/drv_basic/management/board/unit.h"
+#include "sim/devices/chassis/slots.h"
+#include "sim/drv/driver.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind slots{"sim_chassis", "slot"};
 constexpr uint32_t type_first = 1;
 constexpr uint32_t type_last = 11;
 
-uint32_t type_of(board &b, uint32_t slot_id) {
-    return b.get(b.find_at(board::chassis(), slots, slot_id), "type");
-}
-
-// Ascending. A type that is known but has no slot in this chassis gives an empty list.
 std::vector<uint32_t> slots_of_type(board &b, uint32_t type) {
     refuse_if(type < type_first || type > type_last, error::bad_value);
-    std::vector<uint32_t> numbers = b.ids(board::chassis(), slots);
-    refuse_if(numbers.empty(), error::not_supported);
-    std::erase_if(numbers, [&](uint32_t slot_id) { return type_of(b, slot_id) != type; });
-    return numbers;
+    refuse_if(b.all_at<chassis_slot::family>(board::chassis()).empty(), error::not_supported);
+    return chassis_slot::of_type(b, type);
 }
 
 } // namespace
@@ -29,15 +22,15 @@ std::vector<uint32_t> slots_of_type(board &b, uint32_t type) {
 uint32_t drv_slot_get_type(uint32_t slot_id, uint32_t *type) {
     return operate([&](board &b) {
         refuse_null(type);
-        *type = type_of(b, slot_id);
+        *type = b.get(b.find_at<chassis_slot::family>(board::chassis(), slot_id), chassis_slot::type);
     });
 }
 
 uint32_t drv_slot_get_range(uint32_t *slot_min, uint32_t *slot_max) {
     return operate([&](board &b) {
         refuse_null(slot_min, slot_max);
-        const uint32_t first = slot_range_limit(b, "first");
-        *slot_max = slot_range_limit(b, "last");
+        const uint32_t first = slot_range::limit(b, slot_range::first);
+        *slot_max = slot_range::limit(b, slot_range::last);
         *slot_min = first;
     });
 }

@@ -1,24 +1,15 @@
 // Plug-in cards as their board sees them.
 #include "drv_basic/management/drv_board.h"
 
+#include "sim/devices/chassis/slots.h"
+#include "sim/devices/management/power_domain.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-constexpr device_kind domains{"sim_board", "power"};
-constexpr uint32_t card_power = 9;
 constexpr uint32_t not_ready = 1;
-
-// The card drives the line itself: without a card, or without power, there is nothing to drive it.
-uint32_t card_ok(board &b, const std::string &place) {
-    const device power{place, domains, card_power};
-    if (!b.is_present(place) || b.get(power, "on", 1) == 0) {
-        return not_ready;
-    }
-    return b.get({place, units, 0}, "card_fault", 0) != 0 ? not_ready : 0;
-}
 
 void require_self(board &b, uint32_t inst_id) {
     refuse_if(b.instance(inst_id) != b.self(), error::not_supported);
@@ -30,7 +21,7 @@ uint32_t drv_board_get_card_ok(uint32_t inst_id, uint32_t slot_id, uint32_t *ok)
     return operate([&](board &b) {
         refuse_null(ok);
         require_self(b, inst_id);
-        *ok = card_ok(b, place_of_card(b, slot_id));
+        *ok = power_domain::drives_card_ok(b, place_of_card(b, slot_id)) ? 0 : not_ready;
     });
 }
 

@@ -1,7 +1,7 @@
 // Health of the board: solder joints, corrosion, the main processing unit, interrupts, and the trusted platform module.
 #include "drv_basic/management/drv_board.h"
 
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/chassis/slots.h"
 #include "sim/devices/management/health.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
@@ -64,14 +64,14 @@ uint32_t drv_board_check_corrosion_status(uint32_t inst_id, uint32_t *status, ch
 
 uint32_t drv_board_get_mpu_status(uint32_t inst_id, uint32_t *status, char *dfx, uint32_t size) {
     return operate([&](board &b) {
-        const uint32_t mpu = b.get(b.find<board_unit::family>(inst_id), board_unit::mpu);
+        const uint32_t mpu = b.get(unit(b, inst_id), board_unit::mpu);
         tell({mpu, mpu > big_slot ? "neither slot of the two is selected" : ""}, status, dfx, size);
     });
 }
 
 uint32_t drv_board_check_mpu_status(uint32_t inst_id, uint32_t *result, char *dfx, uint32_t size) {
     return operate([&](board &b) {
-        const auto self = b.find<board_unit::family>(inst_id);
+        const auto self = unit(b, inst_id);
         const uint32_t mpu = b.get(self, board_unit::mpu);
         finding found;
         if (mpu > big_slot || !is_mpu_as_wired(b, self, mpu)) {

@@ -1,6 +1,7 @@
 // Presence: which boards are there and fully inserted, and who wants to hear when one comes or goes.
 #include "drv_basic/management/drv_board.h"
 
+#include "sim/devices/chassis/slots.h"
 #include "sim/drv/drv_basic/management/board/presence_events.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
@@ -9,10 +10,6 @@
 using namespace kestro_sim;
 
 namespace {
-
-constexpr device_kind presence{"sim_board", "presence"};
-constexpr uint32_t present = 0;
-constexpr uint32_t absent = 1;
 
 struct registration {
     drv_board_in_out_handler handler;
@@ -44,7 +41,7 @@ void begin_to_listen(board &b, registration &who) {
 uint32_t read_online_status(uint32_t inst_id, uint32_t *status) {
     return operate([&](board &b) {
         refuse_null(status);
-        *status = online_status(b, b.place(inst_id));
+        *status = presence::online_status(b, b.place(inst_id));
     });
 }
 
@@ -60,9 +57,8 @@ uint32_t drv_board_get_online_status_ex(uint32_t inst_id, uint32_t *status) {
 
 uint32_t drv_board_set_online_status(uint32_t inst_id, uint32_t status) {
     return operate([&](board &b) {
-        refuse_if(status != present && status != absent, error::bad_value);
         const std::string place = b.instance(inst_id);
-        b.put({place, presence, 0}, "status", status);
+        presence::set_online_status(b, place, status);
         announce_presence(b, place);
     });
 }
@@ -74,18 +70,18 @@ uint32_t drv_board_get_self_online_status(uint32_t *status) {
 uint32_t drv_board_get_peer_online_status(uint32_t *status) {
     return operate([&](board &b) {
         refuse_null(status);
-        *status = online_status(b, place_of_slot(b, peer_slot(b, DRV_INST_SELF)));
+        *status = presence::online_status(b, place_of_slot(b, peer_slot(b, DRV_INST_SELF)));
     });
 }
 
 uint32_t drv_board_get_fullin_status(uint32_t inst_id, uint32_t *status) {
-    return read_unit(inst_id, "fullin", status);
+    return read_unit(inst_id, board_unit::fullin, status);
 }
 
 uint32_t drv_board_check_fullin_status(uint32_t inst_id, uint32_t *status, char *dfx, uint32_t size) {
     return operate([&](board &b) {
         finding found;
-        if (b.get(unit(b, inst_id), "fullin") != 0) {
+        if (b.get(unit(b, inst_id), board_unit::fullin) != 0) {
             add_fault(found, "the board is not fully inserted");
         }
         tell(found, status, dfx, size);

@@ -1,7 +1,7 @@
 // Programmable logic, start-up software and how far start-up has come.
 #include "drv_basic/management/drv_board.h"
 
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/chassis/slots.h"
 #include "sim/devices/management/firmware.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
@@ -13,13 +13,6 @@ std::vector<device_of<logic_chip::family>> logic_chips(board &b, uint32_t inst_i
     auto chips = b.all_at<logic_chip::family>(b.instance(inst_id));
     refuse_if(chips.empty(), error::not_supported);
     return chips;
-}
-
-uint32_t read_register(uint32_t inst_id, word_of<board_unit::family> name, uint32_t *value) {
-    return operate([&](board &b) {
-        refuse_null(value);
-        *value = b.get(b.find<board_unit::family>(inst_id), name);
-    });
 }
 
 } // namespace
@@ -79,13 +72,13 @@ uint32_t drv_board_get_peer_bootstep(uint32_t inst_id, uint32_t *step) {
 }
 
 uint32_t drv_board_get_self_bootstep(uint32_t inst_id, uint32_t *step) {
-    return read_register(inst_id, board_unit::bootstep, step);
+    return read_unit(inst_id, board_unit::bootstep, step);
 }
 
 uint32_t drv_board_set_self_bootstep(uint32_t inst_id, uint32_t step) {
-    return operate([&](board &b) { b.put(b.find<board_unit::family>(inst_id), board_unit::bootstep, step); });
+    return operate([&](board &b) { b.put(unit(b, inst_id), board_unit::bootstep, step); });
 }
 
 uint32_t drv_board_get_factory_reset_flag(uint32_t inst_id, uint32_t *flag) {
-    return read_register(inst_id, board_unit::factory_reset, flag);
+    return read_unit(inst_id, board_unit::factory_reset, flag);
 }
