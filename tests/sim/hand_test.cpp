@@ -136,8 +136,9 @@ TEST_F(Hand, NothingIsDoneWhenOneOfThemIsWrong) {
 }
 
 TEST_F(Hand, OutputThatCannotBeWrittenIsAnError) {
-    const process_result result = run_process(
-        {"/bin/sh", "-c", build_dir() + "/kestro_sim --state " + new_scratch_dir() + "/state --list > /dev/full"});
+    const process_result result = run_process({"/bin/sh", "-c",
+                                               "exec ${KESTRO_EMULATOR:-} " + build_dir() + "/kestro_sim --state " +
+                                                   new_scratch_dir() + "/state --list > /dev/full"});
     EXPECT_EQ(result.err, "kestro_sim: standard output: cannot be written; it takes what --list and --get show\n");
     EXPECT_EQ(result.status, 2);
 }
