@@ -12,7 +12,7 @@ namespace {
 device_of<power_domain::family> find_domain(board &b, uint32_t inst_id, uint32_t type) {
     const std::string instance = b.instance(inst_id);
     refuse_if(type >= power_domain::domain_count, error::no_such_device);
-    const auto domain = board::at<power_domain::family>(instance, type);
+    auto domain = board::at<power_domain::family>(instance, type);
     refuse_if(!b.is_described(domain), error::not_supported);
     return domain;
 }
