@@ -3,6 +3,7 @@
 #include "sim/core/prepare.h"
 #include "sim/core/store.h"
 #include "tests/sim/fault_points.h"
+#include "tests/sim/label_change.h"
 #include "tests/sim/support.h"
 
 #include <filesystem>
@@ -16,20 +17,6 @@ using kestro_sim::store;
 namespace {
 
 constexpr int far_too_many = 1000;
-
-std::vector<uint8_t> bytes_of(size_t count, uint8_t value) {
-    return std::vector<uint8_t>(count, value);
-}
-
-// Two copies across several blocks, and registers that may be new.
-change label_change(uint8_t value) {
-    change writes;
-    writes.write("eeprom-slot9.bin", 16, bytes_of(1200, value));
-    writes.write("eeprom-slot9.bin", 1216, bytes_of(1200, value));
-    writes.put("self/a/b/0/low", value);
-    writes.put("self/a/b/0/high", value + 1U);
-    return writes;
-}
 
 void commit_label(const std::string &state, uint8_t value) {
     store opened(state);

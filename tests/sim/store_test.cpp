@@ -3,6 +3,7 @@
 #include "sim/core/prepare.h"
 #include "sim/core/store.h"
 #include "sim/devices/bsp/processor_pins.h"
+#include "tests/sim/label_change.h"
 #include "tests/sim/support.h"
 
 #include <gtest/gtest.h>
@@ -18,19 +19,6 @@ namespace {
 
 std::string new_state() {
     return new_delivered("mpu_master").state;
-}
-
-std::vector<uint8_t> bytes_of(size_t count, uint8_t value) {
-    return std::vector<uint8_t>(count, value);
-}
-
-change label_change(uint8_t value) {
-    change writes;
-    writes.write("eeprom-slot9.bin", 16, bytes_of(1200, value));
-    writes.write("eeprom-slot9.bin", 1216, bytes_of(1200, value));
-    writes.put("self/a/b/0/low", value);
-    writes.put("self/a/b/0/high", value + 1U);
-    return writes;
 }
 
 void expect_label(const store &opened, uint8_t value) {
