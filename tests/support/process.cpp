@@ -180,7 +180,12 @@ process_result run_process(const std::vector<std::string> &argv, const process_o
 }
 
 std::string build_dir() {
-    return KESTRO_BUILD_DIR;
+    static const char *const under_test = getenv("KESTRO_BUILD_UNDER_TEST");
+    return under_test != nullptr ? under_test : KESTRO_BUILD_DIR;
+}
+
+std::string test_program(const std::string &name) {
+    return KESTRO_BUILD_DIR "/tests/" + name;
 }
 
 std::string source_dir() {

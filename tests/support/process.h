@@ -40,15 +40,18 @@ process_result run_to_end(const started_program &program, const process_options 
 // The test's own environment with these changes, NAME=VALUE or NAME alone.
 std::vector<std::string> merged_environment(const std::vector<std::string> &changes);
 
-// A new process, through the emulator of this build where the program needs it.
+// A new process, through the emulator of the build under test where the program needs it.
 pid_t spawn(std::vector<std::string> argv, std::vector<std::string> environment, const std::string &directory,
             const output_pair &output);
 
-// argv[0] is a path. A program built for the board is started through the emulator of this build, if there is one.
+// argv[0] is a path. A program built for the board is started through that emulator, if there is one.
 process_result run_process(const std::vector<std::string> &argv, const process_options &options = {});
 
-// Where the programs and libraries of this build lie.
+// Where the programs and libraries under test lie: those of this test's own build, or of another one.
 std::string build_dir();
+
+// The path of another test program of this test's own build.
+std::string test_program(const std::string &name);
 
 // Where this source tree lies.
 std::string source_dir();

@@ -20,7 +20,7 @@ std::string ask_for_lines() {
     const std::string list = scratch_file("lines", "");
     process_options options;
     options.environment = {std::string(list_variable) + "=" + list, "GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX"};
-    run_process({build_dir() + "/tests/command_tests", "--gtest_brief=1"}, options);
+    run_process({test_program("command_tests"), "--gtest_brief=1"}, options);
     return read_file(list);
 }
 
@@ -44,8 +44,8 @@ bool is_among(const std::vector<test_line> &lines, const test_line &line) {
 }
 
 lines_by_command read_lines() {
-    const std::string program = build_dir() + "/tests/command_tests";
-    const std::vector<std::string> texts = texts_of(cached("command_lines", program, ask_for_lines));
+    const std::vector<std::string> texts =
+        texts_of(cached("command_lines", test_program("command_tests"), ask_for_lines));
     if (texts.empty() || texts.size() % 2 != 0) {
         throw std::runtime_error("the command tests gave no lines");
     }

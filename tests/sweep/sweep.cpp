@@ -87,7 +87,7 @@ std::vector<good_run> find_swept_runs(const sub_command &command) {
 // Output and trace of a run without buffer, in one text as they came.
 std::string interleaved(const good_run &run) {
     process_options unbuffered;
-    unbuffered.environment = {"LD_PRELOAD=" UNBUFFERED_LIBRARY};
+    unbuffered.environment = {"LD_PRELOAD=" + build_dir() + "/tests/libunbuffered.so"};
     const process_result result =
         run_with({"--script", script_file(run.line.script), "--trace", "/proc/self/fd/1"}, run.line.words, unbuffered);
     return result.out;
