@@ -6,6 +6,7 @@ int board_test(int count, char **args);
 int elabel_test(int count, char **args);
 int led_test(int count, char **args);
 int mac_test(int count, char **args);
+int phy_test(int count, char **args);
 int reset_test(int count, char **args);
 int slot_test(int count, char **args);
 int voltage_test(int count, char **args);
