@@ -91,7 +91,7 @@ TEST_F(PhyDriver, LinkComesUpFromRunToRun) {
 
 TEST_F(PhyDriver, TheTechnicianSaysHowLongItTakes) {
     EXPECT_EQ(
-        answers({reset_0, "wait 4.9", link_0, "wait 0.1", link_0}, {"--set", "slot9/phy/port/0/negotiation=5000"}),
+        answers({reset_0, "wait 4.5", link_0, "wait 0.5", link_0}, {"--set", "slot9/phy/port/0/negotiation=5000"}),
         ok + down + up);
 }
 
