@@ -3,9 +3,12 @@
 
 int barcode_test(int count, char **args);
 int board_test(int count, char **args);
+int clock_test(int count, char **args);
 int elabel_test(int count, char **args);
 int led_test(int count, char **args);
 int mac_test(int count, char **args);
+int phy_test(int count, char **args);
+int pll_test(int count, char **args);
 int reset_test(int count, char **args);
 int slot_test(int count, char **args);
 int voltage_test(int count, char **args);

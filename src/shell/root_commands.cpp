@@ -10,9 +10,12 @@ namespace {
 constexpr std::array rows = {
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
+    command_row{"clock_test", clock_test, "kestro_test clock_test"},
     command_row{"reset_test", reset_test, "kestro_test reset_test"},
     command_row{"mac_test", mac_test, "kestro_test mac_test"},
     command_row{"slot_test", slot_test, "kestro_test slot_test"},
+    command_row{"pll_test", pll_test, "kestro_test pll_test"},
+    command_row{"phy_test", phy_test, "kestro_test phy_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
