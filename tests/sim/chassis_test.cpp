@@ -1,5 +1,5 @@
 // One chassis: each fact of it stands once, each seat has its view of it, and boards of one's own take its places.
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/mastership.h"
 #include "tests/sim/support.h"
 
 #include "sim/core/fitting.h"
