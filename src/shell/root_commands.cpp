@@ -10,11 +10,17 @@ namespace {
 constexpr std::array rows = {
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
+    command_row{"msc_test", msc_test, "kestro_test msc_test"},
     command_row{"reset_test", reset_test, "kestro_test reset_test"},
+    command_row{"woffline_test", woffline_test, "kestro_test woffline_test"},
     command_row{"mac_test", mac_test, "kestro_test mac_test"},
+    command_row{"dyinggasp_test", dyinggasp_test, "kestro_test dyinggasp_test"},
     command_row{"slot_test", slot_test, "kestro_test slot_test"},
+    command_row{"backplane_test", backplane_test, "kestro_test backplane_test"},
+    command_row{"board_capability_test", board_capability_test, "kestro_test board_capability_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
+    command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
 };
 
