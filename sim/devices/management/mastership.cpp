@@ -250,22 +250,38 @@ void master_controller::move(change &writes, modes which, const seat &to, switch
     apply(writes, wanted);
 }
 
-// A mode whose master is not ok goes to the other board, if that is; bonded, it takes the other mode along. A chassis
-// that does not say who is the master has no two to choose from.
+// The lines of both boards in one mode.
+struct master_controller::rivals {
+    lines master;
+    lines other;
+    const seat *other_seat;
+
+    bool may_switch() const {
+        const bool is_free = !(master.is_there && master.holds_other);
+        return is_free && other.is_ok_beside(master) && master.lets_it_happen() && other.lets_it_happen();
+    }
+};
+
+master_controller::rivals master_controller::rivals_in(uint32_t mode, const pending &soon) const {
+    const bool is_own = master_slot(mode) == self_.slot;
+    const seat &other = is_own ? peer_ : self_;
+    return {read(is_own ? self_ : peer_, mode, soon), read(other, mode, soon), &other};
+}
+
+// A mode whose master is not ok goes to the other board, if that is; bonded, the other mode has to come along. A
+// chassis that does not say who is the master has no two to choose from.
 void master_controller::arbitrate(change &writes, const pending &soon) {
     if (peer_.place.empty() || !b_.has(chassis_control(), mastership::slot)) {
         return;
     }
     outcome wanted = present();
     for (uint32_t mode = 0; mode < mode_count; ++mode) {
-        const bool is_own = master_slot(mode) == self_.slot;
-        const seat &other_seat = is_own ? peer_ : self_;
-        const lines master = read(is_own ? self_ : peer_, mode, soon);
-        const lines other = read(other_seat, mode, soon);
-        const bool is_free = !(master.is_there && master.holds_other);
-        if (!master.is_ok_beside(other) && other.is_ok_beside(master) && master.lets_it_happen() &&
-            other.lets_it_happen() && is_free) {
-            wanted.give(widened(static_cast<modes>(bit_of(mode))), other_seat, master.why_not_ok_beside(other));
+        const rivals in_mode = rivals_in(mode, soon);
+        const modes moved = widened(static_cast<modes>(bit_of(mode)));
+        const bool may_switch = (!has(moved, scc) || rivals_in(scc, soon).may_switch()) &&
+                                (!has(moved, xsc) || rivals_in(xsc, soon).may_switch());
+        if (may_switch && !in_mode.master.is_ok_beside(in_mode.other)) {
+            wanted.give(moved, *in_mode.other_seat, in_mode.master.why_not_ok_beside(in_mode.other));
         }
     }
     apply(writes, wanted);

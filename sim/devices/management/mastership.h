@@ -128,6 +128,7 @@ class master_controller {
     struct lines;
     struct pending;
     struct outcome;
+    struct rivals;
     struct seat {
         std::string place;
         uint32_t slot;
@@ -142,6 +143,7 @@ class master_controller {
     modes widened(modes which) const;
     void require_peer() const;
     void require_willing(const seat &who, const seat &other, modes which) const;
+    rivals rivals_in(uint32_t mode, const pending &soon) const;
     outcome present() const;
     void apply(change &writes, const outcome &wanted);
     void move(change &writes, modes which, const seat &to, switch_reason why);
