@@ -1,14 +1,20 @@
 // The module commands: each receives the words behind its own name, the sub-command first.
 #pragma once
 
+int backplane_test(int count, char **args);
 int barcode_test(int count, char **args);
+int board_capability_test(int count, char **args);
 int board_test(int count, char **args);
 int clock_test(int count, char **args);
+int dyinggasp_test(int count, char **args);
 int elabel_test(int count, char **args);
 int led_test(int count, char **args);
 int mac_test(int count, char **args);
+int msc_test(int count, char **args);
 int phy_test(int count, char **args);
 int pll_test(int count, char **args);
 int reset_test(int count, char **args);
 int slot_test(int count, char **args);
+int softreset_test(int count, char **args);
 int voltage_test(int count, char **args);
+int woffline_test(int count, char **args);

@@ -1,5 +1,5 @@
 // One chassis: each fact of it stands once, each seat has its view of it, and boards of one's own take its places.
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/mastership.h"
 #include "tests/sim/support.h"
 
 #include "sim/core/fitting.h"
@@ -207,7 +207,8 @@ TEST(OwnBoard, MistakesAreNamedWhereTheyStand) {
                 "4: nothing gives 'colour'; given are: bootstep, dimm_serial, eeprom_device, index, item, mac_base, "
                 "peer_slot, serial, slot, title");
     expect_said(begin + "<include part=\"none\"/></board>",
-                "2: there is no part 'none'; right is one of: board, card, eeprom_layouts, identity, label, old_card");
+                "2: there is no part 'none'; right is one of: backplane, board, card, eeprom_layouts, identity, label, "
+                "lpu_control, mpu_control, old_card");
     expect_said("<board name=\"x\">\n</board>", "1: a board without a slot; give it slot=\"a number up to 65535\"");
 }
 
