@@ -107,6 +107,9 @@ void store_register(board &b, const register_space &space, const device &chip, u
         return;
     }
     if (which->read != nullptr) {
+        if (which->write != nullptr) {
+            which->write(b, chip, address, value);
+        }
         return;
     }
     std::vector<decided> decisions;
