@@ -8,5 +8,6 @@ int init_test(int count, char **args);
 int led_test(int count, char **args);
 int mac_test(int count, char **args);
 int reset_test(int count, char **args);
+int rtc_test(int count, char **args);
 int slot_test(int count, char **args);
 int voltage_test(int count, char **args);
