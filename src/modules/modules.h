@@ -9,5 +9,6 @@ int led_test(int count, char **args);
 int mac_test(int count, char **args);
 int reset_test(int count, char **args);
 int rtc_test(int count, char **args);
+int sata_test(int count, char **args);
 int slot_test(int count, char **args);
 int voltage_test(int count, char **args);

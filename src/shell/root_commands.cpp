@@ -15,6 +15,7 @@ constexpr std::array rows = {
     command_row{"slot_test", slot_test, "kestro_test slot_test"},
     command_row{"init_test", init_test, "kestro_test init_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
+    command_row{"sata_test", sata_test, "kestro_test sata_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
