@@ -11,4 +11,5 @@ int reset_test(int count, char **args);
 int rtc_test(int count, char **args);
 int sata_test(int count, char **args);
 int slot_test(int count, char **args);
+int usb_test(int count, char **args);
 int voltage_test(int count, char **args);

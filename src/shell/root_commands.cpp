@@ -12,6 +12,7 @@ constexpr std::array rows = {
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
     command_row{"reset_test", reset_test, "kestro_test reset_test"},
     command_row{"mac_test", mac_test, "kestro_test mac_test"},
+    command_row{"usb_test", usb_test, "kestro_test digital_test"},
     command_row{"slot_test", slot_test, "kestro_test slot_test"},
     command_row{"init_test", init_test, "kestro_test init_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
