@@ -8,13 +8,18 @@
 namespace {
 
 constexpr std::array rows = {
+    command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
     command_row{"reset_test", reset_test, "kestro_test reset_test"},
+    command_row{"digital_test", digital_test, "kestro_test digital_test"},
     command_row{"mac_test", mac_test, "kestro_test mac_test"},
     command_row{"slot_test", slot_test, "kestro_test slot_test"},
+    command_row{"chip9555_test", chip9555_test, "kestro_test chip9555_test"},
+    command_row{"pcie_test", pcie_test, "kestro_test pcie_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
+    command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
 };
 
