@@ -8,17 +8,21 @@
 namespace {
 
 constexpr std::array rows = {
+    command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
     command_row{"clock_test", clock_test, "kestro_test clock_test"},
     command_row{"msc_test", msc_test, "kestro_test msc_test"},
     command_row{"reset_test", reset_test, "kestro_test reset_test"},
+    command_row{"digital_test", digital_test, "kestro_test digital_test"},
     command_row{"woffline_test", woffline_test, "kestro_test woffline_test"},
     command_row{"mac_test", mac_test, "kestro_test mac_test"},
     command_row{"usb_test", usb_test, "kestro_test digital_test"},
     command_row{"dyinggasp_test", dyinggasp_test, "kestro_test dyinggasp_test"},
     command_row{"slot_test", slot_test, "kestro_test slot_test"},
     command_row{"init_test", init_test, "kestro_test init_test"},
+    command_row{"chip9555_test", chip9555_test, "kestro_test chip9555_test"},
+    command_row{"pcie_test", pcie_test, "kestro_test pcie_test"},
     command_row{"pll_test", pll_test, "kestro_test pll_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
     command_row{"phy_test", phy_test, "kestro_test phy_test"},
@@ -28,6 +32,7 @@ constexpr std::array rows = {
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
+    command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
 };
 
