@@ -52,13 +52,11 @@ struct space_register {
     std::span<const space_field> fields{};
     // Registers in a row that are worked out by the device, as a memory module's description is.
     uint32_t count = 1;
-    // What is written to them goes to the device as well, or nowhere.
     uint32_t (*read)(board &, const device &, uint32_t address) = nullptr;
     // What a bus write does to registers that are worked out: without it, nothing.
     void (*write)(board &, const device &, uint32_t address, uint32_t value) = nullptr;
     // What a bus read does besides: a latch that it clears.
     void (*after_read)(board &, const device &, uint32_t address) = nullptr;
-    void (*write)(board &, const device &, uint32_t address, uint32_t value) = nullptr;
 };
 
 enum class undeclared : uint8_t { refused, all_ones };
