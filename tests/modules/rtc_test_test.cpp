@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
+#include "tests/support/failing_allocations.h"
 
 using namespace kestro_tests;
 
@@ -155,4 +156,15 @@ TEST(RtcTest, InfoThatFailsIsNoFailureOfTheRun) {
 
 TEST(RtcTest, InfoWithoutDiagnoseCommands) {
     expect_failure("rtc_test rtc_get_info", "drv_diag_cmd_init() = 0x811101a4", "drv_diag_cmd_init fail.\n");
+}
+
+TEST(RtcTest, NothingIsPrintedWithoutATextArea) {
+    expect_without_text_area("rtc_test rtc_dump_reg 64", "drv_rtc_dump_info = 0", timing_lines, 0);
+    expect_without_text_area("rtc_test rtc_check 64", "drv_rtc_check = 0", timing_lines, 0);
+    expect_without_text_area("rtc_test rtc_dump_reg_customize 0 1 64", "drv_rtc_reg_dump = 0", timing_lines, 0);
+}
+
+TEST(RtcTest, InfoFailsWithoutATextArea) {
+    expect_without_text_area("rtc_test rtc_get_info", "drv_diag_cmd_init = 0\ndrv_diag_cmd_process = 0",
+                             timing_lines + operate_fail("rtc_get_info") + operate_fail("rtc_test"), 255);
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
+#include "tests/support/failing_allocations.h"
 
 using namespace kestro_tests;
 
@@ -173,4 +174,9 @@ TEST(SataTest, ReportsAreShownToTheLastByteOfTheirArea) {
     expect_success("sata_test sata_get_fullin_status 1",
                    "drv_sata_check_fullin_status(sata_id=1, buf_len=8192) = 0 status=1 buf=\"" + report + "\"",
                    "sata1, status1, buf:" + report + ", buf_len:8192\r\n");
+}
+
+TEST(SataTest, NothingIsPrintedWithoutATextArea) {
+    expect_without_text_area("sata_test sata_get_smartinfo 1", "drv_sata_get_smartinfo = 0", timing_lines, 0);
+    expect_without_text_area("sata_test sata_get_fullin_status 1", "drv_sata_check_fullin_status = 0", timing_lines, 0);
 }

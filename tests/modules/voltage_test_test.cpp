@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
+#include "tests/support/failing_allocations.h"
 
 using namespace kestro_tests;
 
@@ -361,8 +362,9 @@ TEST(VoltageTest, GetDescShowsAllSixtyFourBytes) {
 }
 
 TEST(VoltageTest, NothingIsPrintedWithoutATextArea) {
-    expect_silence_without_text_area("voltage_test voltage_alarm_status 3 0 64", "drv_voltage_get_alarm = 0");
-    expect_silence_without_text_area("voltage_test voltage_avs_dump 64", "drv_avs_dump_dfx_info = 0");
-    expect_silence_without_text_area("voltage_test voltage_check_vrm_alert 2 64", "drv_voltage_check_vrm_alert = 0");
-    expect_silence_without_text_area("voltage_test voltage_check_power 2 64", "drv_voltage_check_power = 0");
+    expect_without_text_area("voltage_test voltage_alarm_status 3 0 64", "drv_voltage_get_alarm = 0", timing_lines, 0);
+    expect_without_text_area("voltage_test voltage_avs_dump 64", "drv_avs_dump_dfx_info = 0", timing_lines, 0);
+    expect_without_text_area("voltage_test voltage_check_vrm_alert 2 64", "drv_voltage_check_vrm_alert = 0",
+                             timing_lines, 0);
+    expect_without_text_area("voltage_test voltage_check_power 2 64", "drv_voltage_check_power = 0", timing_lines, 0);
 }

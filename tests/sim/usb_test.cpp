@@ -40,6 +40,60 @@ class UsbDriver : public testing::Test {
     std::string state_ = new_scratch_dir() + "/state";
 };
 
+// Waits long, but only when it does not come.
+void expect_in(const std::string &file, const std::string &text) {
+    for (int i = 0; i < 600 && read_file(file) != text; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    EXPECT_EQ(read_file(file), text);
+}
+
+// A process that makes these calls, which answer nothing, and stays.
+class listening {
+  public:
+    listening(const std::string &state, const std::vector<std::string> &lines) {
+        const std::string heard = scratch_file("heard", "");
+        const int file = open(heard.c_str(), O_WRONLY | O_APPEND);
+        std::vector<std::string> program{build_dir() + "/kestro_sim",
+                                         "--state",
+                                         state,
+                                         "--clock",
+                                         "real",
+                                         "--run",
+                                         "kestro_call",
+                                         "--",
+                                         "--wait",
+                                         "300"};
+        program.insert(program.end(), lines.begin(), lines.end());
+        pid_ = spawn(program, merged_environment({}), "", {file, file});
+        close(file);
+        std::string answers;
+        for (const std::string &line : lines) {
+            answers += line + " = 0x0\n";
+        }
+        expect_in(heard, answers);
+    }
+    listening(const listening &) = delete;
+    listening &operator=(const listening &) = delete;
+    ~listening() {
+        kill(pid_, SIGKILL);
+        waitpid(pid_, nullptr, 0);
+    }
+
+  private:
+    pid_t pid_;
+};
+
+class UsbHotplug : public testing::Test {
+  protected:
+    void by_hand(const std::string &setting) const {
+        EXPECT_EQ(run_process({build_dir() + "/kestro_sim", "--state", state_, "--set", setting}).status, 0);
+    }
+
+    std::string state_ = new_scratch_dir() + "/state";
+    std::string log_ = state_ + "/log/slot9/0.log";
+};
+
 } // namespace
 
 TEST_F(UsbDriver, HealthyPorts) {
@@ -110,45 +164,26 @@ TEST_F(UsbDriver, OnlyPortsWithHotplugTellOfIt) {
               ok + ok + not_supported + no_such_device);
 }
 
-// What a registered process writes into the driver log while the technician works. The real clock: the two are
-// processes of their own.
-TEST(UsbHotplug, ComingAndGoingIsLogged) {
-    const std::string state = new_scratch_dir() + "/state";
-    const std::string log = state + "/log/slot9/0.log";
-    const std::string told = scratch_file("told", "");
-    const std::vector<std::string> program{build_dir() + "/kestro_sim",
-                                           "--state",
-                                           state,
-                                           "--clock",
-                                           "real",
-                                           "--run",
-                                           "kestro_call",
-                                           "--",
-                                           "--wait",
-                                           "300"};
-    std::vector<std::string> registered = program;
-    registered.push_back(call("hotplug_regist_event", 0));
-    EXPECT_EQ(answers_of({"--state", state}, {"drv_usb_init()"}), ok);
-    const int file = open(told.c_str(), O_WRONLY | O_APPEND);
-    const pid_t pid = spawn(registered, merged_environment({}), "", {file, file});
-    close(file);
-    const auto wait_for = [](const std::string &path, const std::string &text) {
-        for (int i = 0; i < 600 && read_file(path) != text; ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        }
-        EXPECT_EQ(read_file(path), text);
-    };
-    const auto by_hand = [&](const std::string &setting) {
-        EXPECT_EQ(run_process({build_dir() + "/kestro_sim", "--state", state, "--set", setting}).status, 0);
-    };
-    wait_for(told, "drv_usb_hotplug_regist_event(usb_id=0) = 0x0\n");
+// What registered processes write into the driver log while the technician works. On the real clock: each is a process
+// of its own.
+TEST_F(UsbHotplug, ComingAndGoingIsLogged) {
+    const listening there(state_, {call("hotplug_regist_event", 0)});
     by_hand("slot9/usb/port/1/present=0");
     by_hand("slot9/usb/port/0/present=0");
-    wait_for(log, "2 usb 0: stick went\n");
+    expect_in(log_, "2 usb 0: stick went\n");
     by_hand("slot9/usb/port/0/present=1");
-    wait_for(log, "2 usb 0: stick went\n2 usb 0: stick came\n");
-    kill(pid, SIGKILL);
-    waitpid(pid, nullptr, 0);
+    expect_in(log_, "2 usb 0: stick went\n2 usb 0: stick came\n");
+}
+
+TEST_F(UsbHotplug, IsOverWithTheFamily) {
+    const listening over(state_, {call("hotplug_regist_event", 0), "drv_usb_deinit()"});
+    const listening there(state_,
+                          {call("hotplug_regist_event", 0), "drv_usb_deinit()", call("hotplug_regist_event", 0)});
+    by_hand("slot9/usb/port/0/present=0");
+    expect_in(log_, "2 usb 0: stick went\n");
+    // As long as the one that is over would have taken to notice.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_EQ(read_file(log_), "2 usb 0: stick went\n");
 }
 
 TEST(UsbCalls, UnknownPortsAndBoardsWithout) {
