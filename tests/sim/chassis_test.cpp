@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <sstream>
 
 namespace kestro_tests {
@@ -43,6 +44,21 @@ std::map<std::string, std::vector<std::string>> blocks_of_all_files() {
         }
     }
     return blocks;
+}
+
+// "board, card, label": the parts that kinds of boards share, in alphabetical order.
+std::string delivered_parts() {
+    std::set<std::string> names;
+    for (const auto &entry : fs::directory_iterator(source_dir() + "/sim/chassis/parts")) {
+        if (entry.path().extension() == ".xml") {
+            names.insert(entry.path().stem().string());
+        }
+    }
+    std::string list;
+    for (const std::string &name : names) {
+        list += (list.empty() ? "" : ", ") + name;
+    }
+    return list;
 }
 
 test_board own_board(const std::string &content) {
@@ -207,7 +223,7 @@ TEST(OwnBoard, MistakesAreNamedWhereTheyStand) {
                 "4: nothing gives 'colour'; given are: bootstep, dimm_serial, eeprom_device, index, item, mac_base, "
                 "peer_slot, serial, slot, title");
     expect_said(begin + "<include part=\"none\"/></board>",
-                "2: there is no part 'none'; right is one of: board, card, eeprom_layouts, identity, label, old_card");
+                "2: there is no part 'none'; right is one of: " + delivered_parts());
     expect_said("<board name=\"x\">\n</board>", "1: a board without a slot; give it slot=\"a number up to 65535\"");
 }
 
