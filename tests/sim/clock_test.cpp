@@ -1,5 +1,7 @@
 // Clocks: losses show in status and history, the synchronous clock follows a recovered one, and the stratum 3 clock is
 // the synthesiser that it is made of.
+#include "sim/devices/clock/clock_source.h"
+
 #include "tests/sim/support.h"
 #include "tests/support/driver_calls.h"
 
@@ -107,6 +109,26 @@ TEST_F(ClockDriver, DumpShowsTheDetector) {
                   "0x0 buffer=\"0x00: c7 03 01 ff 00 00 00 00\"\n");
     EXPECT_EQ(answers({dump, "drv_clk_deinit()", dump}, {"--set", "slot9/clock/source/1/present=1"}),
               "0x0 buffer=\"0x00: c7 02 01 ff 00 08 00 00\"\n" + ok + "0x0 buffer=\"0x00: c7 02 00 ff 00 08 00 00\"\n");
+}
+
+// As the local bus will reach the detectors.
+TEST(ClockDetector, BusClearsWhatWasNoticedAndStartsTheDetectors) {
+    using namespace kestro_sim;
+    const test_board made = new_delivered("mpu_master");
+    EXPECT_EQ(answers(made, {enable(0), "drv_clk_deinit()"}), ok + ok);
+    board b(made.description, made.state, made.seat);
+    ASSERT_TRUE(b.begin_operation());
+    const auto source = b.find_at<clock_source::family>(b.self(), 4);
+    const register_space *detector = find_space("clock", source);
+    ASSERT_NE(detector, nullptr);
+    EXPECT_EQ(read_space(b, *detector, source, 1), 0x03U);
+    write_space(b, *detector, source, 1, 0x01);
+    EXPECT_EQ(read_space(b, *detector, source, 1), 0x03U);
+    write_space(b, *detector, source, 1, 0x02);
+    EXPECT_EQ(read_space(b, *detector, source, 1), 0x01U);
+    write_space(b, *detector, source, 2, 0xFF);
+    EXPECT_EQ(read_space(b, *detector, source, 2), 0x01U);
+    EXPECT_EQ(answers(made, {"drv_clk_check_init(clock_id=0)", history(4)}), "0x0 status=1\n" + lost);
 }
 
 TEST_F(ClockDriver, Stratum3ClockLocksHoldsAndRunsFree) {

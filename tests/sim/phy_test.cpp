@@ -1,7 +1,5 @@
 // Ethernet PHYs: the registers of clause 22 agree with link, speed, loopback and enable, whoever sets and reads them;
 // links come up in board time.
-#include "sim/devices/network/phy.h"
-
 #include "tests/sim/support.h"
 #include "tests/support/driver_calls.h"
 
@@ -115,8 +113,7 @@ TEST_F(PhyDriver, StatusTellsALostLinkOnce) {
 // Whoever merely looks at the registers does not take back what a driver has not read yet.
 TEST_F(PhyDriver, TheTechnicianLooksWithoutClearing) {
     EXPECT_EQ(answers({reset_0, "wait 3"}), ok);
-    EXPECT_EQ(answers({read_0("1"), read_0("1")},
-                      {"--get", "slot9/phy/0/0x01", "--get", "slot9/phy/port/0/link_lost"}),
+    EXPECT_EQ(answers({read_0("1"), read_0("1")}, {"--get", "slot9/phy/0/0x01", "--get", "slot9/phy/port/0/link_lost"}),
               "0x7969\n1\n" + value(0x7969) + value(0x796D));
 }
 

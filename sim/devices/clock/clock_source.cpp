@@ -113,8 +113,17 @@ void stop_detectors(board &b, const device_of<clock_unit::family> &unit) {
 
 namespace {
 
-uint32_t lost_bit(board &b, const device &which) {
-    return is_lost(b, one{which}) ? 1 : 0;
+constexpr uint32_t noticed_bit = 0x02;
+
+uint32_t read_status(board &b, const device &which, uint32_t) {
+    const one source{which};
+    return (is_lost(b, source) ? 0x01U : 0U) | (b.get(source, noticed) != 0 ? noticed_bit : 0U);
+}
+
+void clear_status(board &b, const device &which, uint32_t, uint32_t value) {
+    if ((value & noticed_bit) != 0) {
+        keep_noticed(b, one{which}, false);
+    }
 }
 
 // The counter stands still when nothing arrives. Lowest byte first.
@@ -126,8 +135,6 @@ uint32_t read_counter(board &b, const device &which, uint32_t at) {
 }
 
 constexpr space_field identity_bits[]{{0xFF, &family, own_id, &identity, 0, bus::read_only, {}}};
-constexpr space_field status_bits[]{{0x01, &family, own_id, &present, 0, bus::read_only, {lost_bit, nullptr}},
-                                    {0x02, &family, own_id, &noticed, 0, bus::clear_by_one, {}}};
 constexpr space_field control_bits[]{{0x01, &clock_unit::family, 0, &clock_unit::watching}};
 
 constexpr space_register detector_registers[]{
@@ -135,8 +142,8 @@ constexpr space_register detector_registers[]{
     {.address = 0x01,
      .name = "status",
      .meaning = "bit 0 lost, bit 1 a loss was noticed; a written 1 clears that",
-     .read_only = 0xFC,
-     .fields = status_bits},
+     .read = read_status,
+     .write = clear_status},
     {.address = 0x02,
      .name = "control",
      .meaning = "bit 0: losses are kept; one bit for all detectors",

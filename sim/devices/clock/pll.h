@@ -29,7 +29,7 @@ inline constexpr reg lock_time = reg::number("lock_time", 0, 600000, "ms", "how 
 inline constexpr reg ref_mode =
     reg::choice("ref_mode", ref_mode_names, "which reference it takes").or_else(0).written();
 inline constexpr reg control =
-    reg::bits("control", 0xFF, "its control register: bit 0 gives the outputs out").or_else(control_set).written();
+    reg::bits("control", 0xFF, "its control register: bit 0 switches the outputs on").or_else(control_set).written();
 inline constexpr reg reference_divider =
     reg::bits("reference_divider", 0xFF, "what divides the reference").or_else(reference_divider_set).written();
 inline constexpr reg feedback_divider =
