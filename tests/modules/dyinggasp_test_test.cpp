@@ -1,38 +1,14 @@
 // dyinggasp_test: every sub-command on the real program, with the driver scripted.
 #include <gtest/gtest.h>
 
-#include <vector>
-
-#include "tests/support/command.h"
+#include "tests/modules/runs.h"
 
 using namespace kestro_tests;
 
 namespace {
 
-// The words behind the sub-command, the call that they make with its answer, the line about it, and the result print.
-struct run {
-    std::string words;
-    std::string call;
-    std::string line;
-    std::string items;
-};
-
-std::string told(const std::string &operation, const run &one) {
-    return framed(banners::wide, "test_" + operation, one.line, one.items);
-}
-
-void expect_runs(const std::string &operation, const std::vector<run> &runs) {
-    for (const run &one : runs) {
-        expect_success("dyinggasp_test drv_" + operation + " " + one.words, "drv_" + operation + "(" + one.call,
-                       told(operation, one));
-    }
-}
-
-void expect_failures(const std::string &operation, const std::vector<run> &runs) {
-    for (const run &one : runs) {
-        expect_failure("dyinggasp_test drv_" + operation + " " + one.words, "drv_" + operation + "(" + one.call,
-                       told(operation, one));
-    }
+told_operation operation(const std::string &name) {
+    return {"dyinggasp_test", banners::wide, name};
 }
 
 } // namespace
@@ -50,12 +26,12 @@ TEST(DyinggaspTest, UsageListsTheSubCommandsInOrder) {
 
 TEST(DyinggaspTest, Init) {
     expect_runs(
-        "dyinggasp_init",
+        operation("dyinggasp_init"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0", "drv_dyinggasp_init::inst_id:0xff00000a ret:0x0\n", "para[0]=0x0 "},
          {"", "inst_id=0xffffffff) = 0", "drv_dyinggasp_init::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"1 1", "inst_id=0xffffffff) = 0", "drv_dyinggasp_init::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"board", "inst_id=0x0) = 0", "drv_dyinggasp_init::inst_id:0x0 ret:0x0\n", "para[0]=0x0 "}});
-    expect_failures("dyinggasp_init",
+    expect_failures(operation("dyinggasp_init"),
                     {{"", "inst_id=0xffffffff) = 0x811101a4", "drv_dyinggasp_init::inst_id:0xffffffff ret:0x811101a4\n",
                       "para[0]=0x811101a4 "},
                      {"5", "inst_id=0x5) = 0x12", "drv_dyinggasp_init::inst_id:0x5 ret:0x12\n", "para[0]=0x12 "}});
@@ -63,20 +39,20 @@ TEST(DyinggaspTest, Init) {
 
 TEST(DyinggaspTest, Deinit) {
     expect_runs(
-        "dyinggasp_deinit",
+        operation("dyinggasp_deinit"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0", "drv_dyinggasp_deinit::inst_id:0xff00000a ret:0x0\n",
           "para[0]=0x0 "},
          {"", "inst_id=0xffffffff) = 0", "drv_dyinggasp_deinit::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"1 1", "inst_id=0xffffffff) = 0", "drv_dyinggasp_deinit::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"board", "inst_id=0x0) = 0", "drv_dyinggasp_deinit::inst_id:0x0 ret:0x0\n", "para[0]=0x0 "}});
-    expect_failures("dyinggasp_deinit",
+    expect_failures(operation("dyinggasp_deinit"),
                     {{"", "inst_id=0xffffffff) = 0x811101a4",
                       "drv_dyinggasp_deinit::inst_id:0xffffffff ret:0x811101a4\n", "para[0]=0x811101a4 "},
                      {"5", "inst_id=0x5) = 0x12", "drv_dyinggasp_deinit::inst_id:0x5 ret:0x12\n", "para[0]=0x12 "}});
 }
 
 TEST(DyinggaspTest, SetSimulationEnable) {
-    expect_runs("dyinggasp_set_simulation_enable",
+    expect_runs(operation("dyinggasp_set_simulation_enable"),
                 {{"0xff00000a 1", "inst_id=0xff00000a, enable=1) = 0",
                   "drv_dyinggasp_set_simulation_enable::inst_id:0xff00000a simu_enable:1 ret:0x0\n", "para[0]=0x0 "},
                  {"0xff000009 0", "inst_id=0xff000009, enable=0) = 0",
@@ -93,7 +69,7 @@ TEST(DyinggaspTest, SetSimulationEnable) {
                   "input error : in_num : 0 over [1-2] .\ndrv_dyinggasp_set_simulation_enable::inst_id:0xffffffff "
                   "simu_enable:0 ret:0x0\n",
                   "para[0]=0x0 "}});
-    expect_failures("dyinggasp_set_simulation_enable",
+    expect_failures(operation("dyinggasp_set_simulation_enable"),
                     {{"1", "inst_id=0xffffffff, enable=1) = 0x811101a4",
                       "drv_dyinggasp_set_simulation_enable::inst_id:0xffffffff simu_enable:1 ret:0x811101a4\n",
                       "para[0]=0x811101a4 "},
@@ -102,7 +78,7 @@ TEST(DyinggaspTest, SetSimulationEnable) {
 }
 
 TEST(DyinggaspTest, SetEnable) {
-    expect_runs("dyinggasp_set_enable",
+    expect_runs(operation("dyinggasp_set_enable"),
                 {{"0xff00000a 2 1", "inst_id=0xff00000a, board_id=2, enable=1) = 0",
                   "drv_dyinggasp_set_enable::inst_id:0xff00000a board 2 enable:1 ret:0x0\n", "para[0]=0x0 "},
                  {"0xff000009 5 0", "inst_id=0xff000009, board_id=5, enable=0) = 0",
@@ -124,7 +100,7 @@ TEST(DyinggaspTest, SetEnable) {
                   "enable:0 ret:0x0\n",
                   "para[0]=0x0 "}});
     expect_failures(
-        "dyinggasp_set_enable",
+        operation("dyinggasp_set_enable"),
         {{"2 1", "inst_id=0xffffffff, board_id=2, enable=1) = 0x811101a4",
           "drv_dyinggasp_set_enable::inst_id:0xffffffff board 2 enable:1 ret:0x811101a4\n", "para[0]=0x811101a4 "},
          {"5 4294967295 4294967294", "inst_id=0x5, board_id=0xffffffff, enable=0xfffffffe) = 0x12",

@@ -1,38 +1,14 @@
 // woffline_test: every sub-command on the real program, with the driver scripted.
 #include <gtest/gtest.h>
 
-#include <vector>
-
-#include "tests/support/command.h"
+#include "tests/modules/runs.h"
 
 using namespace kestro_tests;
 
 namespace {
 
-// The words behind the sub-command, the call that they make with its answer, the line about it, and the result print.
-struct run {
-    std::string words;
-    std::string call;
-    std::string line;
-    std::string items;
-};
-
-std::string told(const std::string &operation, const run &one) {
-    return framed(banners::wide, "test_" + operation, one.line, one.items);
-}
-
-void expect_runs(const std::string &operation, const std::vector<run> &runs) {
-    for (const run &one : runs) {
-        expect_success("woffline_test drv_" + operation + " " + one.words, "drv_" + operation + "(" + one.call,
-                       told(operation, one));
-    }
-}
-
-void expect_failures(const std::string &operation, const std::vector<run> &runs) {
-    for (const run &one : runs) {
-        expect_failure("woffline_test drv_" + operation + " " + one.words, "drv_" + operation + "(" + one.call,
-                       told(operation, one));
-    }
+told_operation operation(const std::string &name) {
+    return {"woffline_test", banners::wide, name};
 }
 
 } // namespace
@@ -57,12 +33,12 @@ TEST(WofflineTest, UsageListsTheSubCommandsInOrder) {
 
 TEST(WofflineTest, Init) {
     expect_runs(
-        "woffline_init",
+        operation("woffline_init"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0", "drv_woffline_init::inst_id:0xff00000a ret:0x0\n", "para[0]=0x0 "},
          {"", "inst_id=0xffffffff) = 0", "drv_woffline_init::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"1 1", "inst_id=0xffffffff) = 0", "drv_woffline_init::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"board", "inst_id=0x0) = 0", "drv_woffline_init::inst_id:0x0 ret:0x0\n", "para[0]=0x0 "}});
-    expect_failures("woffline_init",
+    expect_failures(operation("woffline_init"),
                     {{"", "inst_id=0xffffffff) = 0x811101a4", "drv_woffline_init::inst_id:0xffffffff ret:0x811101a4\n",
                       "para[0]=0x811101a4 "},
                      {"5", "inst_id=0x5) = 0x12", "drv_woffline_init::inst_id:0x5 ret:0x12\n", "para[0]=0x12 "}});
@@ -70,12 +46,12 @@ TEST(WofflineTest, Init) {
 
 TEST(WofflineTest, Deinit) {
     expect_runs(
-        "woffline_deinit",
+        operation("woffline_deinit"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0", "drv_woffline_deinit::inst_id:0xff00000a ret:0x0\n", "para[0]=0x0 "},
          {"", "inst_id=0xffffffff) = 0", "drv_woffline_deinit::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"1 1", "inst_id=0xffffffff) = 0", "drv_woffline_deinit::inst_id:0xffffffff ret:0x0\n", "para[0]=0x0 "},
          {"board", "inst_id=0x0) = 0", "drv_woffline_deinit::inst_id:0x0 ret:0x0\n", "para[0]=0x0 "}});
-    expect_failures("woffline_deinit",
+    expect_failures(operation("woffline_deinit"),
                     {{"", "inst_id=0xffffffff) = 0x811101a4",
                       "drv_woffline_deinit::inst_id:0xffffffff ret:0x811101a4\n", "para[0]=0x811101a4 "},
                      {"5", "inst_id=0x5) = 0x12", "drv_woffline_deinit::inst_id:0x5 ret:0x12\n", "para[0]=0x12 "}});
@@ -83,7 +59,7 @@ TEST(WofflineTest, Deinit) {
 
 TEST(WofflineTest, SetEnState) {
     expect_runs(
-        "woffline_set_en_state",
+        operation("woffline_set_en_state"),
         {{"0xff00000a 1", "inst_id=0xff00000a, enable=1) = 0",
           "drv_woffline_set_en_state::inst_id:0xff00000a enable:1 ret:0x0\n", "para[0]=0x0 "},
          {"0xff000009 0", "inst_id=0xff000009, enable=0) = 0",
@@ -99,7 +75,7 @@ TEST(WofflineTest, SetEnState) {
          {"", "inst_id=0xffffffff, enable=0) = 0",
           "input error : in_num : 0 over [1-2] .\ndrv_woffline_set_en_state::inst_id:0xffffffff enable:0 ret:0x0\n",
           "para[0]=0x0 "}});
-    expect_failures("woffline_set_en_state",
+    expect_failures(operation("woffline_set_en_state"),
                     {{"1", "inst_id=0xffffffff, enable=1) = 0x811101a4",
                       "drv_woffline_set_en_state::inst_id:0xffffffff enable:1 ret:0x811101a4\n", "para[0]=0x811101a4 "},
                      {"5 4294967295", "inst_id=0x5, enable=0xffffffff) = 0x12",
@@ -108,7 +84,7 @@ TEST(WofflineTest, SetEnState) {
 
 TEST(WofflineTest, GetEnState) {
     expect_runs(
-        "woffline_get_en_state",
+        operation("woffline_get_en_state"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0 enable=1",
           "drv_woffline_get_en_state::inst_id:0xff00000a enable:1 ret:0x0\n", "para[0]=0x0 para[1]=0x1 "},
          {"0xff00000a", "inst_id=0xff00000a) = 0 enable=0",
@@ -122,7 +98,7 @@ TEST(WofflineTest, GetEnState) {
          {"board", "inst_id=0x0) = 0 enable=0", "drv_woffline_get_en_state::inst_id:0x0 enable:0 ret:0x0\n",
           "para[0]=0x0 para[1]=0x0 "}});
     expect_failures(
-        "woffline_get_en_state",
+        operation("woffline_get_en_state"),
         {{"", "inst_id=0xffffffff) = 0x811101a4",
           "drv_woffline_get_en_state::inst_id:0xffffffff enable:0 ret:0x811101a4\n", "para[0]=0x811101a4 para[1]=0x0 "},
          {"5", "inst_id=0x5) = 0x12", "drv_woffline_get_en_state::inst_id:0x5 enable:0 ret:0x12\n",
@@ -131,7 +107,7 @@ TEST(WofflineTest, GetEnState) {
 
 TEST(WofflineTest, GetState) {
     expect_runs(
-        "woffline_get_state",
+        operation("woffline_get_state"),
         {{"0xff00000a 1", "inst_id=0xff00000a, chip_id=1) = 0 state=1",
           "drv_woffline_get_state::inst_id:0xff00000a id:1 state:1 ret:0x0\n", "para[0]=0x0 para[1]=0x1 "},
          {"0xff000009 0", "inst_id=0xff000009, chip_id=0) = 0 state=0",
@@ -147,7 +123,7 @@ TEST(WofflineTest, GetState) {
          {"", "inst_id=0xffffffff, chip_id=0) = 0 state=1",
           "input error : in_num : 0 over [1-2] .\ndrv_woffline_get_state::inst_id:0xffffffff id:0 state:1 ret:0x0\n",
           "para[0]=0x0 para[1]=0x1 "}});
-    expect_failures("woffline_get_state",
+    expect_failures(operation("woffline_get_state"),
                     {{"1", "inst_id=0xffffffff, chip_id=1) = 0x811101a4",
                       "drv_woffline_get_state::inst_id:0xffffffff id:1 state:0 ret:0x811101a4\n",
                       "para[0]=0x811101a4 para[1]=0x0 "},
@@ -157,7 +133,7 @@ TEST(WofflineTest, GetState) {
 
 TEST(WofflineTest, GetPeerState) {
     expect_runs(
-        "woffline_get_peer_state",
+        operation("woffline_get_peer_state"),
         {{"0xff00000a 1", "inst_id=0xff00000a, chip_id=1) = 0 state=1",
           "drv_woffline_get_peer_state::inst_id:0xff00000a id:1 enable:1 ret:0x0\n", "para[0]=0x0 para[1]=0x1 "},
          {"0xff000009 0", "inst_id=0xff000009, chip_id=0) = 0 state=0",
@@ -175,7 +151,7 @@ TEST(WofflineTest, GetPeerState) {
           "ret:0x0\n",
           "para[0]=0x0 para[1]=0x1 "}});
     expect_failures(
-        "woffline_get_peer_state",
+        operation("woffline_get_peer_state"),
         {{"1", "inst_id=0xffffffff, chip_id=1) = 0x811101a4",
           "drv_woffline_get_peer_state::inst_id:0xffffffff id:1 enable:0 ret:0x811101a4\n",
           "para[0]=0x811101a4 para[1]=0x0 "},
@@ -185,7 +161,7 @@ TEST(WofflineTest, GetPeerState) {
 
 TEST(WofflineTest, SetIrqEnable) {
     expect_runs(
-        "woffline_set_irq_enable",
+        operation("woffline_set_irq_enable"),
         {{"0xff00000a 1", "inst_id=0xff00000a, enable=1) = 0",
           "drv_woffline_set_irq_enable::inst_id:0xff00000a enable:1 ret:0x0\n", "para[0]=0x0 "},
          {"0xff000009 0", "inst_id=0xff000009, enable=0) = 0",
@@ -202,7 +178,7 @@ TEST(WofflineTest, SetIrqEnable) {
           "input error : in_num : 0 over [1-2] .\ndrv_woffline_set_irq_enable::inst_id:0xffffffff enable:0 ret:0x0\n",
           "para[0]=0x0 "}});
     expect_failures(
-        "woffline_set_irq_enable",
+        operation("woffline_set_irq_enable"),
         {{"1", "inst_id=0xffffffff, enable=1) = 0x811101a4",
           "drv_woffline_set_irq_enable::inst_id:0xffffffff enable:1 ret:0x811101a4\n", "para[0]=0x811101a4 "},
          {"5 4294967295", "inst_id=0x5, enable=0xffffffff) = 0x12",
@@ -211,7 +187,7 @@ TEST(WofflineTest, SetIrqEnable) {
 
 TEST(WofflineTest, GetIrqEnable) {
     expect_runs(
-        "woffline_get_irq_enable",
+        operation("woffline_get_irq_enable"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0 enable=1",
           "drv_woffline_get_irq_enable::inst_id:0xff00000a enable:1 ret:0x0\n", "para[0]=0x0 para[1]=0x1 "},
          {"0xff00000a", "inst_id=0xff00000a) = 0 enable=0",
@@ -224,7 +200,7 @@ TEST(WofflineTest, GetIrqEnable) {
           "drv_woffline_get_irq_enable::inst_id:0xffffffff enable:0 ret:0x0\n", "para[0]=0x0 para[1]=0x0 "},
          {"board", "inst_id=0x0) = 0 enable=0", "drv_woffline_get_irq_enable::inst_id:0x0 enable:0 ret:0x0\n",
           "para[0]=0x0 para[1]=0x0 "}});
-    expect_failures("woffline_get_irq_enable",
+    expect_failures(operation("woffline_get_irq_enable"),
                     {{"", "inst_id=0xffffffff) = 0x811101a4",
                       "drv_woffline_get_irq_enable::inst_id:0xffffffff enable:0 ret:0x811101a4\n",
                       "para[0]=0x811101a4 para[1]=0x0 "},
@@ -234,7 +210,7 @@ TEST(WofflineTest, GetIrqEnable) {
 
 TEST(WofflineTest, GetIrqState) {
     expect_runs(
-        "woffline_get_irq_state",
+        operation("woffline_get_irq_state"),
         {{"0xff00000a 1", "inst_id=0xff00000a, chip_id=1) = 0 state=1",
           "drv_woffline_get_irq_state::inst_id:0xff00000a id:1 state:1 ret:0x0\n", "para[0]=0x0 para[1]=0x1 "},
          {"0xff000009 0", "inst_id=0xff000009, chip_id=0) = 0 state=0",
@@ -252,7 +228,7 @@ TEST(WofflineTest, GetIrqState) {
           "ret:0x0\n",
           "para[0]=0x0 para[1]=0x1 "}});
     expect_failures(
-        "woffline_get_irq_state",
+        operation("woffline_get_irq_state"),
         {{"1", "inst_id=0xffffffff, chip_id=1) = 0x811101a4",
           "drv_woffline_get_irq_state::inst_id:0xffffffff id:1 state:0 ret:0x811101a4\n",
           "para[0]=0x811101a4 para[1]=0x0 "},
@@ -261,7 +237,7 @@ TEST(WofflineTest, GetIrqState) {
 }
 
 TEST(WofflineTest, SetSfuIsolateEn) {
-    expect_runs("woffline_set_sfu_isolate_en",
+    expect_runs(operation("woffline_set_sfu_isolate_en"),
                 {{"0xff00000a 1", "inst_id=0xff00000a, enable=1) = 0",
                   "drv_woffline_set_sfu_isolate_enable::inst_id:0xff00000a enable:1 ret:0x0\n", "para[0]=0x0 "},
                  {"0xff000009 0", "inst_id=0xff000009, enable=0) = 0",
@@ -279,7 +255,7 @@ TEST(WofflineTest, SetSfuIsolateEn) {
                   "enable:0 ret:0x0\n",
                   "para[0]=0x0 "}});
     expect_failures(
-        "woffline_set_sfu_isolate_en",
+        operation("woffline_set_sfu_isolate_en"),
         {{"1", "inst_id=0xffffffff, enable=1) = 0x811101a4",
           "drv_woffline_set_sfu_isolate_enable::inst_id:0xffffffff enable:1 ret:0x811101a4\n", "para[0]=0x811101a4 "},
          {"5 4294967295", "inst_id=0x5, enable=0xffffffff) = 0x12",
@@ -288,7 +264,7 @@ TEST(WofflineTest, SetSfuIsolateEn) {
 
 TEST(WofflineTest, GetSfuIsolateEn) {
     expect_runs(
-        "woffline_get_sfu_isolate_en",
+        operation("woffline_get_sfu_isolate_en"),
         {{"0xff00000a", "inst_id=0xff00000a) = 0 enable=1",
           "drv_woffline_get_sfu_isolate_enable::inst_id:0xff00000a enable:1 ret:0x0\n", "para[0]=0x0 para[1]=0x1 "},
          {"0xff00000a", "inst_id=0xff00000a) = 0 enable=0",
@@ -303,7 +279,7 @@ TEST(WofflineTest, GetSfuIsolateEn) {
          {"board", "inst_id=0x0) = 0 enable=0", "drv_woffline_get_sfu_isolate_enable::inst_id:0x0 enable:0 ret:0x0\n",
           "para[0]=0x0 para[1]=0x0 "}});
     expect_failures(
-        "woffline_get_sfu_isolate_en",
+        operation("woffline_get_sfu_isolate_en"),
         {{"", "inst_id=0xffffffff) = 0x811101a4",
           "drv_woffline_get_sfu_isolate_enable::inst_id:0xffffffff enable:0 ret:0x811101a4\n",
           "para[0]=0x811101a4 para[1]=0x0 "},

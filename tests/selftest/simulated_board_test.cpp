@@ -83,6 +83,21 @@ TEST(SimulatedBoardTest, AHealthySlaveHasNoErrorLine) {
     EXPECT_EQ(result.out.find("Error"), std::string::npos);
 }
 
+TEST(SimulatedBoardTest, ASwitchOverLetsTheTwoChangeTheirParts) {
+    const std::string state = new_scratch_dir();
+    const std::vector<std::string> hand_over{"msc_test", "drv_msc_set_state", "2", "1"};
+    ASSERT_EQ(run_sim({"--state", state, "--clock", "virtual"}, hand_over).status, 0);
+    const std::string was_master = run_board({"--state", state}).out;
+    const std::string was_slave = run_board({"--state", state, "--board", "mpu_slave"}).out;
+    EXPECT_NE(was_master.find(slave_banner), std::string::npos);
+    EXPECT_EQ(was_master.find(master_banners), std::string::npos);
+    EXPECT_EQ(was_master.find("mac type 1 "), std::string::npos);
+    EXPECT_NE(was_slave.find(master_banners), std::string::npos);
+    EXPECT_EQ(was_slave.find(slave_banner), std::string::npos);
+    EXPECT_NE(was_slave.find("Success: mac type 1 system-mac test pass."), std::string::npos);
+    EXPECT_EQ((was_master + was_slave).find("Error"), std::string::npos);
+}
+
 TEST(SimulatedBoardTest, TheIdentityIsWhatItWasBefore) {
     const std::string state = new_scratch_dir();
     ASSERT_EQ(run_sim({"--state", state}, {"slot_test", "slot_get_range"}).status, 0);

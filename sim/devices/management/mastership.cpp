@@ -276,6 +276,9 @@ void master_controller::arbitrate(change &writes, const pending &soon) {
     }
     outcome wanted = present();
     for (uint32_t mode = 0; mode < mode_count; ++mode) {
+        if (master_slot(mode) != self_.slot && master_slot(mode) != peer_.slot) {
+            continue;
+        }
         const rivals in_mode = rivals_in(mode, soon);
         const modes moved = widened(static_cast<modes>(bit_of(mode)));
         const bool may_switch = (!has(moved, scc) || rivals_in(scc, soon).may_switch()) &&
