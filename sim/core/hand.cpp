@@ -86,7 +86,8 @@ setting read_setting(const std::vector<inventory_item> &items, const std::string
 
 uint32_t space_value(const setting &wanted) {
     const inventory_item &item = wanted.item;
-    if (find_register(*item.space, item.address)->read != nullptr) {
+    const space_register *which = find_register(*item.space, item.address);
+    if (which->read != nullptr && which->write == nullptr) {
         throw hand_error("--set: " + item.path + " is worked out by the device; set the registers it is made of");
     }
     const auto value = parse_number(wanted.text);

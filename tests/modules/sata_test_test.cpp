@@ -40,8 +40,9 @@ TEST(SataTest, GetPartitionNum) {
 TEST(SataTest, GetOnlineStatus) {
     expect_success("sata_test sata_get_online_status 1", "drv_sata_get_online_status(sata_id=1) = 0 status=1",
                    "sata1, status:1\r\n");
-    expect_success("sata_test sata_get_online_status 010 7",
-                   "drv_sata_get_online_status(sata_id=8) = 0 status=0xffffffff", "sata8, status:4294967295\r\n");
+    expect_success("sata_test sata_get_online_status 3000000000 7",
+                   "drv_sata_get_online_status(sata_id=3000000000) = 0 status=0xffffffff",
+                   "sata3000000000, status:4294967295\r\n");
     expect_success("sata_test sata_get_online_status disk", "drv_sata_get_online_status(sata_id=0) = 0 status=0",
                    "sata0, status:0\r\n");
     expect_failure("sata_test sata_get_online_status 2", "drv_sata_get_online_status(sata_id=2) = 0x811101a4",
@@ -60,9 +61,10 @@ TEST(SataTest, GetProperty) {
                    "drv_sata_get_property(sata_id=1, firm_size=64, serial_size=64) = 0 vendor=5 speed=3 "
                    "firm=\"FW12\" serial=\"S 0017\"",
                    "sata1, vendor:5, speed:3, firm:FW12, serial:S 0017\r\n");
-    expect_success("sata_test sata_get_property 0x10 7",
-                   "drv_sata_get_property(sata_id=16, firm_size=64, serial_size=64) = 0 vendor=0xffffffff speed=2",
-                   "sata16, vendor:4294967295, speed:2, firm:, serial:\r\n");
+    expect_success("sata_test sata_get_property 3000000000 7",
+                   "drv_sata_get_property(sata_id=3000000000, firm_size=64, serial_size=64) = 0 vendor=0xffffffff "
+                   "speed=0xfffffffe",
+                   "sata3000000000, vendor:4294967295, speed:4294967294, firm:, serial:\r\n");
     expect_success("sata_test sata_get_property disk",
                    "drv_sata_get_property(sata_id=0, firm_size=64, serial_size=64) = 0 vendor=1 speed=1",
                    "sata0, vendor:1, speed:1, firm:, serial:\r\n");
@@ -85,8 +87,9 @@ TEST(SataTest, GetPropertyShowsFullAreasToTheirLastByte) {
 TEST(SataTest, GetCapacity) {
     expect_success("sata_test sata_get_capacity 1", "drv_sata_get_capacity(sata_id=1) = 0 capacity=62522712",
                    "sata1, capacity:62522712KB\r\n");
-    expect_success("sata_test sata_get_capacity 1 7", "drv_sata_get_capacity(sata_id=1) = 0 capacity=0xffffffff",
-                   "sata1, capacity:4294967295KB\r\n");
+    expect_success("sata_test sata_get_capacity 3000000000 7",
+                   "drv_sata_get_capacity(sata_id=3000000000) = 0 capacity=0xffffffff",
+                   "sata3000000000, capacity:4294967295KB\r\n");
     expect_success("sata_test sata_get_capacity disk", "drv_sata_get_capacity(sata_id=0) = 0 capacity=1",
                    "sata0, capacity:1KB\r\n");
     expect_failure("sata_test sata_get_capacity 2", "drv_sata_get_capacity(sata_id=2) = 0x811101a4",
@@ -97,9 +100,9 @@ TEST(SataTest, GetCapacity) {
 TEST(SataTest, GetRemainingLife) {
     expect_success("sata_test sata_get_remaining_life 1",
                    "drv_sata_get_remaining_life(sata_id=1) = 0 remaining_life=95", "sata1, remaining_life:95%\r\n");
-    expect_success("sata_test sata_get_remaining_life 1 7",
-                   "drv_sata_get_remaining_life(sata_id=1) = 0 remaining_life=0xffffffff",
-                   "sata1, remaining_life:4294967295%\r\n");
+    expect_success("sata_test sata_get_remaining_life 3000000000 7",
+                   "drv_sata_get_remaining_life(sata_id=3000000000) = 0 remaining_life=0xffffffff",
+                   "sata3000000000, remaining_life:4294967295%\r\n");
     expect_success("sata_test sata_get_remaining_life disk",
                    "drv_sata_get_remaining_life(sata_id=0) = 0 remaining_life=100", "sata0, remaining_life:100%\r\n");
     expect_failure("sata_test sata_get_remaining_life 2", "drv_sata_get_remaining_life(sata_id=2) = 0x811101a4",
@@ -141,8 +144,9 @@ TEST(SataTest, GetSmartinfo) {
     expect_success("sata_test sata_get_smartinfo 1",
                    "drv_sata_get_smartinfo(sata_id=1, buf_len=8192) = 0 buf=\"ID# 9\\n12 100%d\\n\"",
                    "sata1, buf:ID# 9\n12 100%d\n, buf_len:8192\r\n");
-    expect_success("sata_test sata_get_smartinfo 1 7", "drv_sata_get_smartinfo(sata_id=1, buf_len=8192) = 0",
-                   "sata1, buf:, buf_len:8192\r\n");
+    expect_success("sata_test sata_get_smartinfo 3000000000 7",
+                   "drv_sata_get_smartinfo(sata_id=3000000000, buf_len=8192) = 0",
+                   "sata3000000000, buf:, buf_len:8192\r\n");
     expect_success("sata_test sata_get_smartinfo disk", "drv_sata_get_smartinfo(sata_id=0, buf_len=8192) = 0",
                    "sata0, buf:, buf_len:8192\r\n");
     expect_failure("sata_test sata_get_smartinfo 2", "drv_sata_get_smartinfo(sata_id=2, buf_len=8192) = 0x811101a4",
@@ -154,9 +158,9 @@ TEST(SataTest, GetFullinStatus) {
     expect_success("sata_test sata_get_fullin_status 1",
                    "drv_sata_check_fullin_status(sata_id=1, buf_len=8192) = 0 status=1 buf=\"not seated\"",
                    "sata1, status1, buf:not seated, buf_len:8192\r\n");
-    expect_success("sata_test sata_get_fullin_status 1 7",
-                   "drv_sata_check_fullin_status(sata_id=1, buf_len=8192) = 0 status=0xffffffff",
-                   "sata1, status4294967295, buf:, buf_len:8192\r\n");
+    expect_success("sata_test sata_get_fullin_status 3000000000 7",
+                   "drv_sata_check_fullin_status(sata_id=3000000000, buf_len=8192) = 0 status=0xffffffff",
+                   "sata3000000000, status4294967295, buf:, buf_len:8192\r\n");
     expect_success("sata_test sata_get_fullin_status disk",
                    "drv_sata_check_fullin_status(sata_id=0, buf_len=8192) = 0 status=0",
                    "sata0, status0, buf:, buf_len:8192\r\n");

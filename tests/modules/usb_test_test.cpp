@@ -98,9 +98,9 @@ TEST(UsbTest, GetDevmap) {
                                "input error : in_num : 0 over [1-2] .\n"
                                "drv_usb_get_devmap::inst_id:0xffffffff usb_id:0 devmap: ret:0x0\n",
                                "para[0]=0x0 para[1]= "));
-    expect_success("usb_test drv_usb_get_devmap 7 8 9", "drv_usb_get_devmap(usb_id=7, len=64) = 0",
+    expect_success("usb_test drv_usb_get_devmap 0x10 8 9", "drv_usb_get_devmap(usb_id=16, len=64) = 0",
                    framed_wide("test_usb_get_devmap",
-                               "drv_usb_get_devmap::inst_id:0xffffffff usb_id:7 devmap: ret:0x0\n",
+                               "drv_usb_get_devmap::inst_id:0xffffffff usb_id:16 devmap: ret:0x0\n",
                                "para[0]=0x0 para[1]= "));
     expect_success("usb_test drv_usb_get_devmap board stick", "drv_usb_get_devmap(usb_id=0, len=64) = 0",
                    framed_wide("test_usb_get_devmap", "drv_usb_get_devmap::inst_id:0x0 usb_id:0 devmap: ret:0x0\n",

@@ -210,6 +210,16 @@ TEST(RtcSpace, IsTheOtherFaceOfTheClock) {
     EXPECT_EQ(read_space(b, *space, chip, 0x10), 0U);
 }
 
+// The launcher's clock is the real one: the seconds go on.
+TEST(RtcSpace, TheTechnicianSetsTheClock) {
+    const process_result result = run_process(
+        {build_dir() + "/kestro_sim", "--state", new_scratch_dir() + "/state", "--set", "slot9/rtc/0/0x01=0x00",
+         "--set", "slot9/rtc/0/0x02=0x45", "--set", "slot9/rtc/0/0x03=0x23", "--set", "slot9/rtc/0/0x07=0x31", "--get",
+         "slot9/rtc/0/0x02", "--get", "slot9/rtc/0/0x03", "--get", "slot9/rtc/0/0x07"});
+    EXPECT_EQ(result.out, "0x45\n0x23\n0x31\n");
+    EXPECT_EQ(result.err, "");
+}
+
 TEST(RtcSpace, SoftwareClearsTheStoppedBitAndCannotSetIt) {
     using namespace kestro_sim;
     const test_board made = new_altered("mpu_master", {{"self/sim_rtc/chip/0/oscillator_stopped", "1"}});
