@@ -107,7 +107,7 @@ void store_register(board &b, const register_space &space, const device &chip, u
         return;
     }
     if (which->read != nullptr) {
-        if (which->write != nullptr && !by_force) {
+        if (which->write != nullptr) {
             which->write(b, chip, address, value);
         }
         return;

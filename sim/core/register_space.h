@@ -53,7 +53,7 @@ struct space_register {
     // Registers in a row that are worked out by the device, as a memory module's description is.
     uint32_t count = 1;
     uint32_t (*read)(board &, const device &, uint32_t address) = nullptr;
-    // What a bus write does to registers that are worked out: without it, nothing.
+    // What a write does to registers that are worked out, by the bus or the technician: without it, nothing.
     void (*write)(board &, const device &, uint32_t address, uint32_t value) = nullptr;
     // What a bus read does besides: a latch that it clears.
     void (*after_read)(board &, const device &, uint32_t address) = nullptr;

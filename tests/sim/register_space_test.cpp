@@ -132,7 +132,7 @@ TEST_F(RegisterSpace, DeviceMayActWhenItIsReadAndWritten) {
     write(word_space, 6, 10);
     EXPECT_EQ(peek_space(board_, word_space, chip_, 6), 33U);
     force_space(board_, word_space, chip_, 6, 10);
-    EXPECT_EQ(peek_space(board_, word_space, chip_, 6), 33U);
+    EXPECT_EQ(peek_space(board_, word_space, chip_, 6), 43U);
 }
 
 TEST_F(RegisterSpace, AddressesWithoutARegister) {
