@@ -4,6 +4,7 @@
 int avs_test(int count, char **args);
 int barcode_test(int count, char **args);
 int board_test(int count, char **args);
+int device_test(int count, char **args);
 int elabel_test(int count, char **args);
 int led_test(int count, char **args);
 int mac_test(int count, char **args);

@@ -18,6 +18,7 @@ constexpr std::array rows = {
     command_row{"tempdetec_test", tempdetec_test, "kestro_test tempdetec_test"},
     command_row{"voltdetec_test", voltdetec_test, "kestro_test voltdetec_test"},
     command_row{"avs_test", avs_test, "kestro_test avs_test"},
+    command_row{"device_test", device_test, "kestro_test device_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
