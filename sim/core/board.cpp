@@ -7,7 +7,7 @@
 #include "sim/core/registers.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/time.h"
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/mastership.h"
 
 #include <algorithm>
 

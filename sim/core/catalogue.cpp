@@ -10,6 +10,7 @@ namespace {
 struct gathered {
     std::vector<const device_family *> families;
     std::vector<const register_space *> spaces;
+    std::vector<diag_command> commands;
 };
 
 // Kept to the end of the process: drivers are called from exit handlers too.
@@ -20,6 +21,7 @@ const gathered &all() {
             const device_list devices = devices_of_file();
             made->families.insert(made->families.end(), devices.families.begin(), devices.families.end());
             made->spaces.insert(made->spaces.end(), devices.spaces.begin(), devices.spaces.end());
+            made->commands.insert(made->commands.end(), devices.commands.begin(), devices.commands.end());
         }
         return made;
     }();
@@ -34,6 +36,10 @@ std::span<const device_family *const> all_families() {
 
 std::span<const register_space *const> all_spaces() {
     return all().spaces;
+}
+
+std::span<const diag_command> all_diag_commands() {
+    return all().commands;
 }
 
 const device_family *find_family(std::string_view module, std::string_view node) {

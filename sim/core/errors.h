@@ -22,6 +22,7 @@ enum class error : uint32_t {
     out_of_memory = 0x8111010CU,
     disk_full = 0x8111010DU, // nothing was written: the desk's disk has no room
     read_only = 0x8111010EU, // nothing was written: the state may only be read
+    not_ready = 0x8111010FU, // it is there, but without power, pulled out, or not yet begun
 };
 
 // Thrown to end a driver operation with a result code; operate() turns it into the code.

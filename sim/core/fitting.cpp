@@ -2,6 +2,7 @@
 #include "sim/core/fitting.h"
 
 #include "sim/devices/chassis/slots.h"
+#include "sim/devices/management/mastership.h"
 #include "sim/devices/management/restart.h"
 
 namespace kestro_sim {
@@ -12,10 +13,12 @@ device_of<fitting::family> fitting_of(const std::string &place) {
     return board::at<fitting::family>(place);
 }
 
-// The one way by which a place changes: who waits for boards to come and go hears of it here.
+// The one way by which a place changes: who waits for boards to come and go hears of it here, and so does the peer of
+// a main processing unit.
 void set_pulled(board &b, change &writes, const std::string &place, bool pulled) {
     b.keep(writes, fitting_of(place), fitting::pulled, pulled ? 1 : 0);
     b.keep(writes, fitting_of(place), fitting::changes, presence_changes(b, place) + 1U);
+    note_fitted(b, writes, place, !pulled);
 }
 
 void switch_on(board &b, change &writes, const std::string &place) {

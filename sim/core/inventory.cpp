@@ -126,7 +126,7 @@ std::string nearest_path(std::span<const inventory_item> items, std::string_view
 
 std::string plain_value(board &b, const inventory_item &item) {
     if (item.space != nullptr) {
-        return hexadecimal(read_space(b, *item.space, item.which, item.address), item.space->width);
+        return hexadecimal(peek_space(b, *item.space, item.which, item.address), item.space->width);
     }
     if (item.name->is_text()) {
         return b.text_value(item.which, *item.name).value_or("");

@@ -37,7 +37,7 @@ uint32_t own_bits(board &b, const register_space &space, const device &chip, con
 
 // The device behind a field; nothing when this board lacks it, and its bits are wired to nothing.
 std::optional<device> device_behind(board &b, const device &chip, const space_field &field) {
-    const device behind{chip.instance, field.family, field.id};
+    const device behind{chip.instance, field.family, field.id == own_id ? chip.id : field.id};
     if (!b.is_described(behind) || !b.value(behind, *field.bound)) {
         return std::nullopt;
     }
@@ -107,6 +107,9 @@ void store_register(board &b, const register_space &space, const device &chip, u
         return;
     }
     if (which->read != nullptr) {
+        if (which->write != nullptr && !by_force) {
+            which->write(b, chip, address, value);
+        }
         return;
     }
     std::vector<decided> decisions;
@@ -151,6 +154,15 @@ const space_register *find_register(const register_space &space, uint32_t addres
 }
 
 uint32_t read_space(board &b, const register_space &space, const device &chip, uint32_t address) {
+    const uint32_t value = peek_space(b, space, chip, address);
+    const space_register *which = find_register(space, address);
+    if (which != nullptr && which->after_read != nullptr) {
+        which->after_read(b, chip, address);
+    }
+    return value;
+}
+
+uint32_t peek_space(board &b, const register_space &space, const device &chip, uint32_t address) {
     refuse_if(address >= space.size, error::out_of_range);
     const space_register *which = find_register(space, address);
     if (which == nullptr) {

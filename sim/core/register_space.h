@@ -29,6 +29,9 @@ struct field_behaviour {
     bool (*takes)(board &, const device &, uint32_t value) = nullptr;
 };
 
+// The id of a field that belongs to the chip of the space itself, whichever chip that is.
+inline constexpr uint32_t own_id = UINT32_MAX;
+
 struct space_field {
     uint32_t mask; // which bits of the register, adjacent
     const device_family *family;
@@ -50,6 +53,10 @@ struct space_register {
     // Registers in a row that are worked out by the device, as a memory module's description is.
     uint32_t count = 1;
     uint32_t (*read)(board &, const device &, uint32_t address) = nullptr;
+    // What a bus write does to registers that are worked out: without it, nothing.
+    void (*write)(board &, const device &, uint32_t address, uint32_t value) = nullptr;
+    // What a bus read does besides: a latch that it clears.
+    void (*after_read)(board &, const device &, uint32_t address) = nullptr;
 };
 
 enum class undeclared : uint8_t { refused, all_ones };
@@ -73,7 +80,9 @@ const space_register *find_register(const register_space &space, uint32_t addres
 uint32_t read_space(board &b, const register_space &space, const device &chip, uint32_t address);
 void write_space(board &b, const register_space &space, const device &chip, uint32_t address, uint32_t value);
 
-// The technician's probe at the chip: read-only bits and clear-by-one bits take the value too.
+// The technician's probe at the chip: it reads without any effect, and read-only bits and clear-by-one bits take the
+// value too.
+uint32_t peek_space(board &b, const register_space &space, const device &chip, uint32_t address);
 void force_space(board &b, const register_space &space, const device &chip, uint32_t address, uint32_t value);
 
 } // namespace kestro_sim

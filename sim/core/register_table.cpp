@@ -62,8 +62,8 @@ std::string hexadecimal(uint32_t value, uint32_t width) {
 std::string bound_to(const space_register &which) {
     std::string all;
     for (const space_field &field : which.fields) {
-        all += (all.empty() ? "" : ", ") + std::string("`") + field.family->node + "/" + std::to_string(field.id) +
-               "/" + field.bound->name + "`";
+        const std::string id = field.id == own_id ? "" : std::to_string(field.id) + "/";
+        all += (all.empty() ? "" : ", ") + std::string("`") + field.family->node + "/" + id + field.bound->name + "`";
     }
     return which.read != nullptr ? "worked out by the device" : all;
 }

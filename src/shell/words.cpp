@@ -75,9 +75,14 @@ word_queue open_words(int expected, int count, char **args, uint32_t *inst_id) {
 } // namespace
 
 void check_args(int expected, int count, char **args, uint32_t *inst_id, uint32_t *a, uint32_t *b) {
+    check_args(expected, count, args, inst_id, a, b, nullptr);
+}
+
+void check_args(int expected, int count, char **args, uint32_t *inst_id, uint32_t *a, uint32_t *b, uint32_t *c) {
     word_queue words = open_words(expected, count, args, inst_id);
     take_u32(&words, a);
     take_u32(&words, b);
+    take_u32(&words, c);
 }
 
 void check_args_u64(int expected, int count, char **args, uint32_t *inst_id, uint32_t *type, uint64_t *a, uint64_t *b) {

@@ -20,5 +20,8 @@ char **after_optional_inst(int count, char **args, int inputs, uint32_t *inst_id
 // sub-command goes on all the same.
 void check_args(int expected, int count, char **args, uint32_t *inst_id, uint32_t *a, uint32_t *b);
 
+// The same with a third value.
+void check_args(int expected, int count, char **args, uint32_t *inst_id, uint32_t *a, uint32_t *b, uint32_t *c);
+
 // The same with a type behind the instance and then two 64-bit values, as MAC addresses need them.
 void check_args_u64(int expected, int count, char **args, uint32_t *inst_id, uint32_t *type, uint64_t *a, uint64_t *b);

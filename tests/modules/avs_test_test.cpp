@@ -127,3 +127,10 @@ TEST(AvsTest, GetItemStringNeedsThreeWords) {
     expect_failure("avs_test avs_get_item_string 1", "", usage);
     expect_failure("avs_test avs_get_item_string 1 2", "", usage);
 }
+
+TEST(AvsTest, NothingIsPrintedWithoutATextArea) {
+    expect_silence_without_text_area("avs_test avs_check_phase_fault 1 64", "drv_avs_check_phase_fault = 0");
+    expect_silence_without_text_area("avs_test avs_check_chip_status 1 64", "drv_avs_check_chip = 0");
+    expect_silence_without_text_area("avs_test avs_check_word_fault_status 1 64", "drv_avs_check_word_fault = 0");
+    expect_silence_without_text_area("avs_test avs_get_item_string 1 2 64", "drv_avs_get_item_string = 0");
+}

@@ -2,44 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
+#include "tests/support/failing_allocations.h"
 
 using namespace kestro_tests;
-
-namespace {
-
-// What a run prints when its N-th allocation fails. The script is not strict: the driver is not reached.
-process_result run_with_failing_allocation(const std::string &line, const std::string &script, int n) {
-    static const std::string state = new_scratch_dir();
-    static const std::string script_file = new_scratch_dir() + "/script";
-    write_file(script_file, script + "\n");
-    std::vector<std::string> options = {"--state", state, "--clock", "virtual", "--script", script_file};
-    if (n > 0) {
-        options.insert(options.end(), {"--fail-alloc", std::to_string(n)});
-    }
-    return run_sim(options, split_words(line));
-}
-
-// The text area is the last thing a run allocates: nothing but the timing lines is printed, and the run succeeds. A
-// failure of any allocation before it shows in the output, one behind it never comes; so it is found by halving.
-void expect_silence_without_text_area(const std::string &line, const std::string &script) {
-    SCOPED_TRACE("kestro_test " + line);
-    const std::string healthy = run_with_failing_allocation(line, script, 0).out;
-    ASSERT_NE(healthy, "");
-    int last_seen = 1;
-    int first_unseen = 1024;
-    ASSERT_NE(run_with_failing_allocation(line, script, last_seen).out, healthy);
-    ASSERT_EQ(run_with_failing_allocation(line, script, first_unseen).out, healthy);
-    while (first_unseen - last_seen > 1) {
-        const int middle = (last_seen + first_unseen) / 2;
-        (run_with_failing_allocation(line, script, middle).out == healthy ? first_unseen : last_seen) = middle;
-    }
-    const process_result result = run_with_failing_allocation(line, script, last_seen);
-    EXPECT_EQ(result.out, timing_lines);
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.status, 0);
-}
-
-} // namespace
 
 TEST(VoltageTest, UsageListsTheSubCommandsInOrder) {
     expect_run("voltage_test", "",
@@ -397,8 +362,9 @@ TEST(VoltageTest, GetDescShowsAllSixtyFourBytes) {
 }
 
 TEST(VoltageTest, NothingIsPrintedWithoutATextArea) {
-    expect_silence_without_text_area("voltage_test voltage_alarm_status 3 0 64", "drv_voltage_get_alarm = 0");
-    expect_silence_without_text_area("voltage_test voltage_avs_dump 64", "drv_avs_dump_dfx_info = 0");
-    expect_silence_without_text_area("voltage_test voltage_check_vrm_alert 2 64", "drv_voltage_check_vrm_alert = 0");
-    expect_silence_without_text_area("voltage_test voltage_check_power 2 64", "drv_voltage_check_power = 0");
+    expect_without_text_area("voltage_test voltage_alarm_status 3 0 64", "drv_voltage_get_alarm = 0", timing_lines, 0);
+    expect_without_text_area("voltage_test voltage_avs_dump 64", "drv_avs_dump_dfx_info = 0", timing_lines, 0);
+    expect_without_text_area("voltage_test voltage_check_vrm_alert 2 64", "drv_voltage_check_vrm_alert = 0",
+                             timing_lines, 0);
+    expect_without_text_area("voltage_test voltage_check_power 2 64", "drv_voltage_check_power = 0", timing_lines, 0);
 }

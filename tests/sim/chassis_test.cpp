@@ -1,5 +1,5 @@
 // One chassis: each fact of it stands once, each seat has its view of it, and boards of one's own take its places.
-#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/mastership.h"
 #include "tests/sim/support.h"
 
 #include "sim/core/fitting.h"
@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <sstream>
 
 namespace kestro_tests {
@@ -43,6 +44,21 @@ std::map<std::string, std::vector<std::string>> blocks_of_all_files() {
         }
     }
     return blocks;
+}
+
+// "board, card, ...": the parts there are, by the alphabet.
+std::string names_of_parts() {
+    std::set<std::string> names;
+    for (const auto &entry : fs::directory_iterator(source_dir() + "/sim/chassis/parts")) {
+        if (entry.path().extension() == ".xml") {
+            names.insert(entry.path().stem().string());
+        }
+    }
+    std::string all;
+    for (const std::string &name : names) {
+        all += (all.empty() ? "" : ", ") + name;
+    }
+    return all;
 }
 
 test_board own_board(const std::string &content) {
@@ -207,7 +223,7 @@ TEST(OwnBoard, MistakesAreNamedWhereTheyStand) {
                 "4: nothing gives 'colour'; given are: bootstep, dimm_serial, eeprom_device, index, item, mac_base, "
                 "peer_slot, serial, slot, title");
     expect_said(begin + "<include part=\"none\"/></board>",
-                "2: there is no part 'none'; right is one of: board, card, eeprom_layouts, identity, label, old_card");
+                "2: there is no part 'none'; right is one of: " + names_of_parts());
     expect_said("<board name=\"x\">\n</board>", "1: a board without a slot; give it slot=\"a number up to 65535\"");
 }
 

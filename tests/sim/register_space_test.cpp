@@ -26,10 +26,29 @@ uint32_t twice_the_step(board &b, const device &which) {
 constexpr space_field doubled[]{
     {0xFF, &board_unit::family, 0, &board_unit::bootstep, 0, bus::read_write, {twice_the_step, nullptr}}};
 
+constexpr space_field own_version[]{{0xFFFF, &logic_chip::family, own_id, &logic_chip::version, 0, bus::read_only, {}}};
+
+// A register that the device works out: the step; a write adds to it, a bus read counts on.
+uint32_t read_step(board &b, const device &, uint32_t) {
+    return b.get(b.find_at<board_unit::family>(b.self()), board_unit::bootstep);
+}
+
+void add_to_step(board &b, const device &which, uint32_t address, uint32_t value) {
+    b.put(b.find_at<board_unit::family>(b.self()), board_unit::bootstep, read_step(b, which, address) + value);
+}
+
+void count_on(board &b, const device &which, uint32_t address) {
+    add_to_step(b, which, address, 1);
+}
+
 constexpr space_register words[]{
-    {0, "low", "x", 0, 0, 0, low_half},        {1, "high", "x", 0, 0, 0, high_half},
-    {2, "latch", "x", 0x00F3, 0x00F0, 0x000F}, {3, "nobody", "x", 0x5500, 0, 0, nobody},
+    {0, "low", "x", 0, 0, 0, low_half},
+    {1, "high", "x", 0, 0, 0, high_half},
+    {2, "latch", "x", 0x00F3, 0x00F0, 0x000F},
+    {3, "nobody", "x", 0x5500, 0, 0, nobody},
     {4, "doubled", "x", 0, 0, 0, doubled},
+    {5, "version", "x", 0, 0, 0, own_version},
+    {.address = 6, .name = "step", .meaning = "x", .read = read_step, .write = add_to_step, .after_read = count_on},
 };
 constexpr register_space word_space{"words", &logic_chip::family, 16, 8, undeclared::refused, words};
 
@@ -97,6 +116,23 @@ TEST_F(RegisterSpace, FieldMayBeWorkedOutByTheDevice) {
     EXPECT_EQ(read(word_space, 4), 42U);
     write(word_space, 4, 30);
     EXPECT_EQ(board_.get(unit_, board_unit::bootstep), 30U);
+}
+
+TEST_F(RegisterSpace, FieldMayBelongToTheChipItself) {
+    EXPECT_EQ(read(word_space, 5), 0x0107U);
+    const device second = board_.find_at<logic_chip::family>(board_.self(), 1);
+    EXPECT_EQ(read_space(board_, word_space, second, 5), 0x0203U);
+}
+
+TEST_F(RegisterSpace, DeviceMayActWhenItIsReadAndWritten) {
+    board_.put(unit_, board_unit::bootstep, 21);
+    EXPECT_EQ(peek_space(board_, word_space, chip_, 6), 21U);
+    EXPECT_EQ(read(word_space, 6), 21U);
+    EXPECT_EQ(read(word_space, 6), 22U);
+    write(word_space, 6, 10);
+    EXPECT_EQ(peek_space(board_, word_space, chip_, 6), 33U);
+    force_space(board_, word_space, chip_, 6, 10);
+    EXPECT_EQ(peek_space(board_, word_space, chip_, 6), 33U);
 }
 
 TEST_F(RegisterSpace, AddressesWithoutARegister) {

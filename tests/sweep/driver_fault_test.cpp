@@ -17,12 +17,18 @@ bool is_emulated() {
     return getenv("KESTRO_EMULATOR") != nullptr;
 }
 
+void expect_failing_call_is_data(const good_run &run, const std::string &fault) {
+    const process_result result = run_with(
+        {"--script", script_file(run.line.script), "--trace", trace_file(), "--fail-call", fault}, run.line.words);
+    expect_clean_end(result, joined(run.line.words) + " failing call " + fault + " of\n" + run.line.script);
+}
+
+// A call that fails alone, and with all calls behind it, where the program makes any.
 void expect_failing_calls_are_data(const good_run &run) {
     for (const size_t n : faulted_calls(run)) {
-        for (const char *from_then_on : {"", "+"}) {
-            const std::string fault = std::to_string(n) + from_then_on;
-            expect_clean_end(run_with({"--script", script_file(run.line.script), "--fail-call", fault}, run.line.words),
-                             joined(run.line.words) + " failing call " + fault + " of\n" + run.line.script);
+        expect_failing_call_is_data(run, std::to_string(n));
+        if (calls_traced() > n) {
+            expect_failing_call_is_data(run, std::to_string(n) + "+");
         }
     }
 }
@@ -48,19 +54,19 @@ void expect_crash_loses_nothing(const good_run &run, size_t n, const std::string
 
 // The trace line of the call that hangs is written before it hangs; then the run is ended.
 void expect_hang_loses_nothing(const good_run &run, size_t n, const std::string &printed) {
-    static const std::string trace = new_scratch_dir() + "/trace";
-    write_file(trace, "");
     const std::string recording = recording_until(run, n, "hang");
     process_options until_hang;
-    until_hang.kill_when = [&] {
-        const std::string text = read_file(trace);
-        return static_cast<size_t>(std::count(text.begin(), text.end(), '\n')) >= n;
-    };
+    until_hang.kill_when = [&] { return calls_traced() >= n; };
     const process_result result =
-        run_with({"--replay", script_file(recording), "--trace", trace}, run.line.words, until_hang);
+        run_with({"--replay", script_file(recording), "--trace", trace_file()}, run.line.words, until_hang);
     EXPECT_EQ(result.status, 128 + SIGKILL) << joined(run.line.words) << "\n" << recording;
     EXPECT_FALSE(result.timed_out) << joined(run.line.words) << "\n" << recording;
     EXPECT_EQ(result.out, printed) << joined(run.line.words) << "\n" << recording;
+}
+
+// What is on the screen before a call does not depend on how the call ends, nor on the processor.
+bool hangs_as_well() {
+    return getenv("KESTRO_BUILD_UNDER_TEST") == nullptr || sweeps_all();
 }
 
 } // namespace
@@ -76,15 +82,21 @@ TEST_P(CommandSweep, ADriverThatNeverReturnsLosesNothingPrintedBefore) {
         const std::vector<std::string> printed = printed_before_calls(run);
         for (const size_t n : faulted_calls(run)) {
             expect_crash_loses_nothing(run, n, printed.at(n - 1));
-            expect_hang_loses_nothing(run, n, printed.at(n - 1));
+            if (hangs_as_well()) {
+                expect_hang_loses_nothing(run, n, printed.at(n - 1));
+            }
         }
     }
 }
 
-// The simulated chassis alone: it has a state, and its answers behind a failed call are those of drivers.
+// The simulated chassis alone: it has a state, and its answers behind a failed call are those of drivers. A line that
+// makes one call fails before it comes to any.
 TEST_P(CommandSweep, FailingDriverCallsAreDataOnASimulatedBoard) {
-    const good_run run = run_well({swept_runs(GetParam()).front().line.words, ""});
-    expect_failing_calls_are_data(run);
+    const good_run &scripted = swept_runs(GetParam()).front();
+    const good_run run = run_well({scripted.line.words, ""});
+    if (scripted.calls.size() > 1 || run.calls.size() > 1) {
+        expect_failing_calls_are_data(run);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, CommandSweep, testing::ValuesIn(all_sub_commands()), name_of_command);

@@ -12,8 +12,8 @@ namespace kestro_tests {
 
 namespace {
 
-bool is_comment(const std::string &trace_line) {
-    return trace_line.starts_with("#");
+bool is_comment(const std::string &line) {
+    return line.starts_with("#");
 }
 
 driver_call call_of(const std::string &trace_line) {
@@ -37,11 +37,10 @@ bool ends_well(const test_line &line) {
     return line.script.find("= crash") == std::string::npos && line.script.find("= hang") == std::string::npos;
 }
 
-// The operations in their order, each of a row of the same ones once.
-std::vector<std::string> steps_of(const good_run &run) {
+// The operations that a line's script answers in their order, each of a row of the same ones once.
+std::vector<std::string> steps_of(const test_line &line) {
     std::vector<std::string> steps;
-    for (const driver_call &call : run.calls) {
-        const std::string operation = operation_of(call.made);
+    for (const std::string &operation : operations_in(line.script)) {
         if (steps.empty() || steps.back() != operation) {
             steps.push_back(operation);
         }
@@ -53,35 +52,41 @@ bool begins_with(const std::vector<std::string> &steps, const std::vector<std::s
     return first.size() <= steps.size() && std::equal(first.begin(), first.end(), steps.begin());
 }
 
-std::vector<good_run> differing_runs(std::vector<good_run> runs) {
-    std::vector<good_run> kept;
+std::vector<test_line> differing_lines(const std::vector<test_line> &lines) {
+    std::vector<test_line> kept;
     std::vector<std::vector<std::string>> known;
-    for (good_run &run : runs) {
-        const std::vector<std::string> steps = steps_of(run);
+    for (const test_line &line : lines) {
+        const std::vector<std::string> steps = steps_of(line);
         const bool adds = std::none_of(known.begin(), known.end(), [&](const std::vector<std::string> &other) {
             return begins_with(other, steps);
         });
         if (adds) {
             known.push_back(steps);
-            kept.push_back(std::move(run));
+            kept.push_back(line);
         }
     }
     return kept;
 }
 
+const std::string &trace_path() {
+    static const std::string path = new_scratch_dir() + "/trace";
+    return path;
+}
+
 std::vector<good_run> find_swept_runs(const sub_command &command) {
+    std::vector<test_line> lines = test_lines_of(command);
+    std::erase_if(lines, [](const test_line &line) { return !ends_well(line); });
+    if (lines.empty()) {
+        lines.push_back({{command.module, command.name}, ""});
+    }
+    std::stable_sort(lines.begin(), lines.end(), [](const test_line &a, const test_line &b) {
+        return operations_in(a.script).size() > operations_in(b.script).size();
+    });
     std::vector<good_run> runs;
-    for (const test_line &line : test_lines_of(command)) {
-        if (ends_well(line)) {
-            runs.push_back(run_well(line));
-        }
+    for (const test_line &line : sweeps_all() ? lines : differing_lines(lines)) {
+        runs.push_back(run_well(line));
     }
-    if (runs.empty()) {
-        runs.push_back(run_well({{command.module, command.name}, ""}));
-    }
-    std::stable_sort(runs.begin(), runs.end(),
-                     [](const good_run &a, const good_run &b) { return a.calls.size() > b.calls.size(); });
-    return sweeps_all() ? runs : differing_runs(std::move(runs));
+    return runs;
 }
 
 // Output and trace of a run without buffer, in one text as they came.
@@ -126,12 +131,19 @@ const std::string &script_file(const std::string &text) {
     return path;
 }
 
+const std::string &trace_file() {
+    write_file(trace_path(), "");
+    return trace_path();
+}
+
+size_t calls_traced() {
+    return calls_in(read_file(trace_path())).size();
+}
+
 good_run run_well(const test_line &line) {
-    static const std::string trace = new_scratch_dir() + "/trace";
-    write_file(trace, "");
-    const process_result result = run_with({"--script", script_file(line.script), "--trace", trace}, line.words);
+    const process_result result = run_with({"--script", script_file(line.script), "--trace", trace_file()}, line.words);
     expect_clean_end(result, joined(line.words));
-    return {line, calls_in(read_file(trace)), result.out, result.status};
+    return {line, calls_in(read_file(trace_path())), result.out, result.status};
 }
 
 const std::vector<good_run> &swept_runs(const sub_command &command) {
@@ -179,6 +191,18 @@ std::vector<std::string> printed_before_calls(const good_run &run) {
 
 std::string operation_of(const std::string &line) {
     return line.substr(0, line.find_first_of("( ="));
+}
+
+std::vector<std::string> operations_in(const std::string &script) {
+    std::vector<std::string> operations;
+    std::istringstream lines(script);
+    for (std::string line; std::getline(lines, line);) {
+        line.erase(0, line.find_first_not_of(' '));
+        if (!line.empty() && !is_comment(line)) {
+            operations.push_back(operation_of(line));
+        }
+    }
+    return operations;
 }
 
 void expect_clean_end(const process_result &result, const std::string &what) {

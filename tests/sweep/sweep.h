@@ -47,7 +47,13 @@ struct good_run {
 
 good_run run_well(const test_line &line);
 
-// The runs that a sub-command is swept with, the one with most calls first: of the lines that lead to the same
+// A file for the trace of the next run, empty.
+const std::string &trace_file();
+
+// How many driver calls the run made that wrote that file.
+size_t calls_traced();
+
+// The runs that a sub-command is swept with, the one with most calls first: of the lines whose scripts answer the same
 // operations in the same order one, and none whose operations another's begin with. All lines when all is swept.
 const std::vector<good_run> &swept_runs(const sub_command &command);
 
@@ -60,6 +66,9 @@ std::vector<std::string> printed_before_calls(const good_run &run);
 
 // The name of the operation that a trace line or a line of a script begins with.
 std::string operation_of(const std::string &line);
+
+// The operations that a script answers, in its order.
+std::vector<std::string> operations_in(const std::string &script);
 
 // What must hold of every run, whatever the fault: it ends by itself with one of the program's exit statuses and
 // reports nothing on standard error.

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
 
 #include "tests/sweep/sweep.h"
 
@@ -12,24 +11,13 @@ namespace {
 
 class CommandTests : public testing::TestWithParam<sub_command> {};
 
-// The operations that a script answers.
-std::set<std::string> operations_in(const std::string &script) {
-    std::set<std::string> operations;
-    std::istringstream lines(script);
-    for (std::string line; std::getline(lines, line);) {
-        line.erase(0, line.find_first_not_of(' '));
-        if (!line.empty() && line[0] != '#') {
-            operations.insert(operation_of(line));
-        }
-    }
-    return operations;
-}
-
 // What the command tests answer and none of the runs calls.
 std::set<std::string> unreached(const std::vector<test_line> &lines, const std::vector<good_run> &runs) {
     std::set<std::string> operations;
     for (const test_line &line : lines) {
-        operations.merge(operations_in(line.script));
+        for (const std::string &operation : operations_in(line.script)) {
+            operations.insert(operation);
+        }
     }
     for (const good_run &run : runs) {
         for (const driver_call &call : run.calls) {

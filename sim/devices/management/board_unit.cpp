@@ -16,14 +16,17 @@ uint32_t presence::online_status(board &b, const std::string &place) {
     return b.is_seen(place) ? present : absent;
 }
 
+bool presence::is_there(board &b, const std::string &place) {
+    return b.is_present(place) && b.get(board::at<family>(place), status) != absent;
+}
+
 void presence::set_online_status(board &b, const std::string &place, uint32_t value) {
     refuse_if(value != present && value != absent, error::bad_value);
     b.put(board::at<family>(place), status, value);
 }
 
 device_list devices_of_board_unit() {
-    static constexpr const device_family *families[]{&board_unit::family, &capability::family, &presence::family,
-                                                     &master_control::family, &mastership::family};
+    static constexpr const device_family *families[]{&board_unit::family, &capability::family, &presence::family};
     return {families, {}};
 }
 

@@ -57,19 +57,11 @@ inline constexpr device_family family =
 // ends elsewhere; an empty place is never on line.
 uint32_t online_status(board &b, const std::string &place);
 
+// Whether a board is in its place and in use, whoever looks.
+bool is_there(board &b, const std::string &place);
+
 // Software says so; anything but present and absent is refused.
 void set_online_status(board &b, const std::string &place, uint32_t value);
 } // namespace presence
-
-namespace master_control {
-inline constexpr device_family family =
-    device_family{"sim_msc", "controller", "the master/slave controller of a main processing unit", {}}.up_to(0);
-} // namespace master_control
-
-namespace mastership {
-inline constexpr reg slot = reg::number("slot", 0, UINT16_MAX, "", "the slot of the master").required().written();
-inline constexpr device_family family =
-    device_family{"sim_msc", "master", "which main processing unit is the master", {slot}}.up_to(0);
-} // namespace mastership
 
 } // namespace kestro_sim

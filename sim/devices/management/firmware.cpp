@@ -1,6 +1,6 @@
 // The board control CPLD, chip 0 of the logic chips, is what the processor reads on its local bus: lamps, resets and
-// the supply's latch stand in it, so their drivers and the bus see the same bits. The other chips have layouts of their
-// own.
+// the supply's latch stand in it, so their drivers and the bus see the same bits. The control FPGAs have a layout of
+// their own (sim/devices/chips/fpga.cpp).
 #include "sim/devices/management/firmware.h"
 
 #include "sim/core/catalogue.h"
@@ -38,6 +38,8 @@ constexpr lamp_fields lamps[]{fields_of_lamp(0), fields_of_lamp(1), fields_of_la
 
 constexpr space_field version_low[]{{0xFF, &logic_chip::family, 0, &logic_chip::version, 0, bus::read_only, {}}};
 constexpr space_field version_high[]{{0xFF, &logic_chip::family, 0, &logic_chip::version, 8, bus::read_only, {}}};
+constexpr space_field scratch_bits[]{
+    {0xFF, &logic_chip::family, 0, &logic_chip::scratch, 0, bus::read_write, {logic_chip::read_scratch, nullptr}}};
 constexpr space_field lamp_test_bits[]{{0x01, &lamp_test::family, 0, &lamp_test::enable},
                                        {0x02, &lamp_test::family, 0, &lamp_test::ctrl_enable},
                                        {0x80, &lamp_test::family, 0, &lamp_test::support, 0, bus::read_only, {}}};
@@ -53,7 +55,7 @@ constexpr space_register cpld_registers[]{
     {0x00, "identity", "what tells this chip from others", 0xC5, 0xFF},
     {0x01, "version_low", "low byte of the version", 0, 0, 0, version_low},
     {0x02, "version_high", "high byte of the version", 0, 0, 0, version_high},
-    {0x0F, "scratch", "for trying the bus", 0x5A},
+    {logic_chip::scratch_address, "scratch", "for trying the bus", 0, 0, 0, scratch_bits},
     {0x20, "lamp0", "lamp 0: colour in bits 0 and 1, bit 7 when software drives it", 0, 0x7C, 0, lamps[0].shown},
     {0x21, "lamp0_freq", "lamp 0: blinking in tenths of a hertz", 0, 0, 0, lamps[0].blinking},
     {0x22, "lamp1", "lamp 1", 0, 0x7C, 0, lamps[1].shown},
@@ -73,6 +75,11 @@ constexpr space_register cpld_registers[]{
 };
 
 } // namespace
+
+uint32_t logic_chip::read_scratch(board &b, const device &chip) {
+    const device_of<family> which{chip};
+    return b.get(which, scratch) & ~b.get(which, scratch_stuck);
+}
 
 constexpr register_space board_cpld{"cpld", &logic_chip::family, 8, cpld_size, undeclared::all_ones, cpld_registers, 0};
 

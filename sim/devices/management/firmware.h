@@ -20,7 +20,30 @@ inline constexpr device_family family{"sim_board", "bios_area", "an area for sta
 namespace logic_chip {
 inline constexpr reg version = reg::bits("version", 0xFFFF, "the version of its logic").required();
 inline constexpr reg is_fpga = reg::flag("is_fpga", "whether it is a control FPGA and no CPLD").required().fixed();
-inline constexpr device_family family{"sim_board", "logic", "a programmable logic chip", {version, is_fpga}};
+inline constexpr reg build_year = reg::number("build_year", 2000, 2099, "", "the year its logic was made in");
+inline constexpr reg build_month = reg::number("build_month", 1, 12, "", "the month");
+inline constexpr reg build_day = reg::number("build_day", 1, 31, "", "the day");
+inline constexpr reg scratch = reg::bits("scratch", 0xFFFF, "for trying the bus").written().or_else(0x5A);
+inline constexpr reg scratch_stuck =
+    reg::bits("scratch_stuck", 0xFFFF, "bits of the scratch register that read 0 whatever is written").or_else(0);
+inline constexpr reg spi_agents = reg::number("spi_agents", 1, 8, "", "how many agents it reaches by SPI");
+inline constexpr reg spi_fault = reg::bits("spi_fault", 0xFF, "bit N when agent N does not answer").or_else(0);
+inline constexpr reg pcie_ports = reg::number("pcie_ports", 1, 8, "", "how many PCIe ports it has");
+inline constexpr reg pcie_down = reg::bits("pcie_down", 0xFF, "bit N when the link of port N is down").or_else(0);
+inline constexpr reg np_slave =
+    reg::bits("np_slave", 0x7F, "the network processor's address on the control bus").written();
+inline constexpr reg np_low =
+    reg::bits("np_low", any_u32, "where the network processor's memory is: the lower 32 bits").written();
+inline constexpr reg np_high = reg::bits("np_high", any_u32, "the upper 32 bits").written();
+inline constexpr device_family family{"sim_board",
+                                      "logic",
+                                      "a programmable logic chip",
+                                      {version, is_fpga, build_year, build_month, build_day, scratch, scratch_stuck,
+                                       spi_agents, spi_fault, pcie_ports, pcie_down, np_slave, np_low, np_high}};
+
+// What the bus reads of the scratch register: in both layouts it stands at this address.
+inline constexpr uint32_t scratch_address = 0x0F;
+uint32_t read_scratch(board &b, const device &chip);
 } // namespace logic_chip
 
 } // namespace kestro_sim

@@ -2,6 +2,7 @@
 #include "drv_basic/management/drv_board.h"
 
 #include "sim/devices/chassis/slots.h"
+#include "sim/devices/management/mastership.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;

@@ -2,6 +2,7 @@
 #include "drv_basic/management/drv_board.h"
 
 #include "sim/devices/management/bus_links.h"
+#include "sim/devices/protection/line_watch.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
@@ -36,8 +37,14 @@ uint32_t drv_board_set_sfu_isolate(uint32_t inst_id, uint32_t id, uint32_t enabl
     return set_switch<fabric_link::family>(inst_id, id, fabric_link::isolate, enable);
 }
 
+// Software cuts the board off, or the watch over the power lines does.
 uint32_t drv_board_get_sfu_isolate(uint32_t inst_id, uint32_t id, uint32_t *value) {
-    return get_switch<fabric_link::family>(inst_id, id, fabric_link::isolate, value);
+    return operate([&](board &b) {
+        refuse_null(value);
+        const auto link = b.find<fabric_link::family>(inst_id, id);
+        const bool is_isolated = b.get(link, fabric_link::isolate) != 0;
+        *value = is_isolated || fabric_isolation::is_active(b, link.instance) ? 1 : 0;
+    });
 }
 
 uint32_t drv_board_set_sfu_fullin_isolate_en(uint32_t inst_id, uint32_t id, uint32_t enable) {

@@ -1,0 +1,67 @@
+// Registers in pairs, for pins 0 to 7 and 8 to 15, in the order in which the chip has them.
+#include "sim/devices/chips/expander.h"
+
+#include "sim/core/catalogue.h"
+
+namespace kestro_sim {
+
+namespace {
+
+uint32_t read_input(board &b, const device &chip, uint32_t address) {
+    return expander::levels(b, expander::one{chip}) >> (8 * address) & 0xFF;
+}
+
+// The fields of a space belong to one chip, so each chip has a layout of its own.
+template <uint32_t Id> struct layout {
+    static constexpr space_field output0[]{{0xFF, &expander::family, Id, &expander::output, 0}};
+    static constexpr space_field output1[]{{0xFF, &expander::family, Id, &expander::output, 8}};
+    static constexpr space_field polarity0[]{{0xFF, &expander::family, Id, &expander::polarity, 0}};
+    static constexpr space_field polarity1[]{{0xFF, &expander::family, Id, &expander::polarity, 8}};
+    static constexpr space_field inputs0[]{{0xFF, &expander::family, Id, &expander::inputs, 0}};
+    static constexpr space_field inputs1[]{{0xFF, &expander::family, Id, &expander::inputs, 8}};
+
+    static constexpr space_register registers[]{
+        {0, "input", "the pins as they are, inputs inverted where the polarity says so", 0, 0, 0, {}, 2, read_input},
+        {2, "output0", "what pins 0 to 7 drive as outputs", 0, 0, 0, output0},
+        {3, "output1", "what pins 8 to 15 drive", 0, 0, 0, output1},
+        {4, "polarity0", "which of pins 0 to 7 read inverted as inputs", 0, 0, 0, polarity0},
+        {5, "polarity1", "which of pins 8 to 15", 0, 0, 0, polarity1},
+        {6, "config0", "which of pins 0 to 7 are inputs", 0, 0, 0, inputs0},
+        {7, "config1", "which of pins 8 to 15", 0, 0, 0, inputs1},
+    };
+    static constexpr register_space space{"chip9555", &expander::family, 8, 8, undeclared::refused, registers, Id};
+};
+
+} // namespace
+
+namespace expander {
+
+// Polarity is a matter of inputs: an output shows the level that it drives.
+uint32_t levels(board &b, const one &chip) {
+    const uint32_t is_input = b.get(chip, inputs);
+    const uint32_t seen = b.get(chip, wired) ^ b.get(chip, polarity);
+    return (seen & is_input) | (b.get(chip, output) & ~is_input);
+}
+
+void drive(board &b, const one &chip, uint32_t pin, uint32_t level) {
+    const uint32_t mask = 1U << pin;
+    refuse_if((b.get(chip, inputs) & mask) != 0, error::bad_value);
+    const uint32_t others = b.get(chip, output) & ~mask;
+    b.put(chip, output, others | level << pin);
+}
+
+const register_space &space_of(const one &chip) {
+    const register_space *const space = find_space("chip9555", chip);
+    refuse_if(space == nullptr, error::not_supported);
+    return *space;
+}
+
+} // namespace expander
+
+device_list devices_of_expander() {
+    static constexpr const device_family *families[]{&expander::family};
+    static constexpr const register_space *spaces[]{&layout<0>::space, &layout<1>::space};
+    return {families, spaces};
+}
+
+} // namespace kestro_sim
