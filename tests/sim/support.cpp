@@ -174,6 +174,14 @@ std::string answers(const test_board &board, const std::vector<std::string> &lin
     return result.out;
 }
 
+std::string launcher_prints(std::vector<std::string> options) {
+    options.insert(options.begin(), build_dir() + "/kestro_sim");
+    const process_result result = run_process(options);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, 0);
+    return result.out;
+}
+
 process_result odd_calls(const test_board &board, const std::vector<std::string> &words) {
     std::vector<std::string> argv{build_dir() + "/tests/odd_calls"};
     argv.insert(argv.end(), words.begin(), words.end());

@@ -78,6 +78,9 @@ process_result call_drivers(const test_board &board, const std::vector<std::stri
 // The same, where nothing is said on standard error.
 std::string answers(const test_board &board, const std::vector<std::string> &lines);
 
+// What the launcher alone prints with these options (--list, --get); it must succeed.
+std::string launcher_prints(std::vector<std::string> options);
+
 // Makes what kestro_call cannot, by odd_calls.
 process_result odd_calls(const test_board &board, const std::vector<std::string> &words);
 

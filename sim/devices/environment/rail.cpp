@@ -2,17 +2,13 @@
 #include "sim/devices/environment/rail.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/environment/status_bits.h"
 
 #include <algorithm>
 
 namespace kestro_sim {
 
 namespace {
-
-struct status_bit {
-    uint32_t mask;
-    const char *meaning;
-};
 
 constexpr status_bit regulator_bits[] = {
     {0x20, "output over-voltage"}, {0x10, "output over-current"}, {0x08, "input under-voltage"},
@@ -23,21 +19,6 @@ constexpr status_bit stage_bits[] = {
     {0x02, "output short"},
     {0x04, "over-temperature"},
 };
-
-finding faults_in(uint32_t status, std::span<const status_bit> bits) {
-    uint32_t known = 0;
-    finding found;
-    for (const status_bit &bit : bits) {
-        known |= bit.mask;
-        if ((status & bit.mask) != 0) {
-            add_fault(found, bit.meaning);
-        }
-    }
-    if ((status & ~known) != 0) {
-        add_fault(found, "unknown fault");
-    }
-    return found;
-}
 
 std::string in_millivolts(uint32_t value) {
     return std::to_string(value) + " mV";
@@ -82,14 +63,12 @@ span history(board &b, const one &which) {
     return {std::min(b.get_or(which, history_min, value), value), std::max(b.get_or(which, history_max, value), value)};
 }
 
-void set_millivolts(board &b, const one &which, uint32_t to) {
+void set_millivolts(board &b, change &writes, const one &which, uint32_t to) {
     refuse_if(to < b.get(which, set_low) || to > b.get(which, set_high), error::bad_value);
     const span peaks = history(b, which);
-    change writes;
     b.put(writes, which, millivolts, to);
     b.keep(writes, which, history_max, peaks.high);
     b.keep(writes, which, history_min, peaks.low);
-    b.commit(writes);
 }
 
 } // namespace rail

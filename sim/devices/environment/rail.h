@@ -48,7 +48,7 @@ void set_thresholds(board &b, const one &which, limits pair, const span &to);
 finding judge(board &b, const one &which, limits pair);
 
 // Only rails behind an adjustable regulator have a range to set them in; the measured value follows at once.
-void set_millivolts(board &b, const one &which, uint32_t to);
+void set_millivolts(board &b, change &writes, const one &which, uint32_t to);
 
 // The lowest and highest value so far.
 span history(board &b, const one &which);

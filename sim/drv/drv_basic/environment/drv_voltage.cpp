@@ -3,6 +3,7 @@
 #include "drv_basic/environment/drv_voltage.h"
 
 #include "sim/devices/environment/rail.h"
+#include "sim/devices/environment/temperature.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
@@ -46,8 +47,15 @@ uint32_t drv_voltage_get_value(uint32_t inst_id, uint32_t voltage_id, uint32_t *
     });
 }
 
+// More volts are more heat, and that shows by and by.
 uint32_t drv_voltage_set_value(uint32_t inst_id, uint32_t voltage_id, uint32_t value) {
-    return operate([&](board &b) { rail::set_millivolts(b, b.find<rail::family>(inst_id, voltage_id), value); });
+    return operate([&](board &b) {
+        const auto which = b.find<rail::family>(inst_id, voltage_id);
+        change writes;
+        rail::set_millivolts(b, writes, which, value);
+        sensor::keep_course(b, writes, which.instance);
+        b.commit(writes);
+    });
 }
 
 uint32_t drv_voltage_get_warning_th(uint32_t inst_id, uint32_t voltage_id, uint32_t *low_th, uint32_t *high_th) {
