@@ -78,12 +78,12 @@ template <uint32_t Id> struct config {
         {0x38, "reserved", "reads 0", 0, 0, 0, {}, 4, read_nothing},
         {0x44, "rest", "reads 0", 0, 0, 0, {}, config_size - 0x44, read_nothing},
     };
-    static constexpr register_space space{"pci", &pci_device::family, 32, config_size, undeclared::refused, registers,
-                                          Id};
+    static constexpr register_space space{"pci_config",        &pci_device::family, 32, config_size,
+                                          undeclared::refused, registers,           Id};
 };
 
 const register_space &space_of(const pci_device::one &which) {
-    const register_space *const space = find_space("pci", which);
+    const register_space *const space = find_space("pci_config", which);
     refuse_if(space == nullptr, error::not_supported);
     return *space;
 }

@@ -105,10 +105,10 @@ uint32_t drv_console_redirect_send_data(const char *data, uint32_t len) {
         refuse_if(len > longest_text, error::out_of_range);
         const redirection &open = *state().open;
         refuse_if(!b.is_present(open.port.instance), error::no_such_instance);
-        console::echo back = console::answer(b, open.port, open.rate, {data, len});
-        if (!back.bytes.empty()) {
-            state().last_echo = b.now() + back.after;
-            post_at(state().last_echo, {topic, open.slot, 0, std::move(back.bytes)});
+        const int64_t now = b.now();
+        for (console::piece &back : console::answer(b, open.port, open.rate, {data, len})) {
+            state().last_echo = std::max(state().last_echo, now + back.after);
+            post_at(now + back.after, {topic, open.slot, 0, std::move(back.bytes)});
         }
     });
 }
