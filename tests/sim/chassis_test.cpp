@@ -206,8 +206,9 @@ TEST(OwnBoard, MistakesAreNamedWhereTheyStand) {
                         "<element name=\"c\" value=\"${colour}\"/></entry></node></module></board>",
                 "4: nothing gives 'colour'; given are: bootstep, dimm_serial, eeprom_device, index, item, mac_base, "
                 "peer_slot, serial, slot, title");
-    expect_said(begin + "<include part=\"none\"/></board>",
-                "2: there is no part 'none'; right is one of: board, card, eeprom_layouts, identity, label, old_card");
+    expect_said(begin + "<include part=\"none\"/></board>", "2: there is no part 'none'; right is one of: board, card, "
+                                                            "console, eeprom_layouts, identity, label, lpu_chips, "
+                                                            "mpu_chips, old_card");
     expect_said("<board name=\"x\">\n</board>", "1: a board without a slot; give it slot=\"a number up to 65535\"");
 }
 

@@ -162,7 +162,12 @@ TEST_F(RegisterSpace, ResetFlagsAreTheDriversOwn) {
 }
 
 TEST_F(RegisterSpace, OnlyTheControlCpldHasThisLayout) {
-    EXPECT_EQ(find_space("cpld", board_.find_at<logic_chip::family>(board_.self(), 1)), nullptr);
+    const register_space *const cpld = find_space("cpld", chip_);
+    const register_space *const fpga = find_space("cpld", board_.find_at<logic_chip::family>(board_.self(), 1));
+    ASSERT_NE(cpld, nullptr);
+    ASSERT_NE(fpga, nullptr);
+    EXPECT_EQ(cpld->width, 8U);
+    EXPECT_EQ(fpga->width, 16U);
     EXPECT_EQ(find_space("spd", chip_), nullptr);
 }
 
