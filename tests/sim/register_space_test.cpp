@@ -35,6 +35,7 @@ constexpr register_space word_space{"words", &logic_chip::family, 16, 8, undecla
 
 constexpr space_register longs[]{{0x10, "long", "x", 0x12345678, 0xFF000000}};
 constexpr register_space long_space{"longs", &logic_chip::family, 32, 0x20, undeclared::all_ones, longs};
+constexpr register_space zero_space{"zeros", &logic_chip::family, 32, 0x20, undeclared::zeros, longs};
 
 class RegisterSpace : public testing::Test {
   protected:
@@ -106,6 +107,10 @@ TEST_F(RegisterSpace, AddressesWithoutARegister) {
     write(long_space, 0x11, 5);
     EXPECT_EQ(read(long_space, 0x11), 0xFFFFFFFFU);
     EXPECT_EQ(refused(long_space, 0x20), error::out_of_range);
+    EXPECT_EQ(read(zero_space, 0x11), 0U);
+    write(zero_space, 0x11, 5);
+    EXPECT_EQ(read(zero_space, 0x11), 0U);
+    EXPECT_EQ(refused(zero_space, 0x20), error::out_of_range);
     write(long_space, 0x10, 0xABCDEF01);
     EXPECT_EQ(read(long_space, 0x10), 0x12CDEF01U);
 }

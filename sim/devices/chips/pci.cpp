@@ -27,10 +27,6 @@ uint32_t read_bar2(board &b, const device &which) {
     return b.get(chip, pci_device::bar2) & ~(b.get(chip, pci_device::bar2_size) - 1);
 }
 
-uint32_t read_nothing(board & /*b*/, const device & /*which*/, uint32_t /*address*/) {
-    return 0;
-}
-
 // Link status: the speed in bits 16 to 19, a width of one lane.
 uint32_t read_link(board &b, const device &which, uint32_t /*address*/) {
     const uint32_t core = b.get(pci_device::one{which}, pci_device::core);
@@ -70,17 +66,13 @@ template <uint32_t Id> struct config {
         {0x10, "bar0", "base register 0", 0, 0, 0, base0},
         {0x14, "bar1", "base register 1, the upper half of 0", 0, 0, 0, base1},
         {0x18, "bar2", "base register 2", 0, 0, 0, base2},
-        {0x1C, "unused", "no further windows", 0, 0, 0, {}, 0x18, read_nothing},
         {0x34, "capabilities", "where the first capability stands", 0x40, all_ones},
-        {0x38, "reserved", "reads 0", 0, 0, 0, {}, 4, read_nothing},
         {0x3C, "interrupt", "the line in bits 0 to 7, pin 1", 0x01FF, 0xFFFFFF00},
         {0x40, "express", "the PCI Express capability, the last one", 0x00020010, all_ones},
-        {0x44, "express_more", "reads 0", 0, 0, 0, {}, 0x0C, read_nothing},
         {0x50, "link", "the speed in bits 16 to 19, the width in 20 to 25", 0, 0, 0, {}, 1, read_link},
-        {0x54, "rest", "reads 0", 0, 0, 0, {}, config_size - 0x54, read_nothing},
     };
-    static constexpr register_space space{"pci_config",        &pci_device::family, 32, config_size,
-                                          undeclared::refused, registers,           Id};
+    static constexpr register_space space{"pci_config",      &pci_device::family, 32, config_size,
+                                          undeclared::zeros, registers,           Id};
 };
 
 const register_space &space_of(const pci_device::one &which) {
