@@ -55,6 +55,12 @@ TEST(ConsoleRedirectDriver, NullTakesTheCallbackBack) {
               "0x0\n0x0\n0x0\n0x0\n0x0\n0x0\n");
 }
 
+// Neither the answer nor the end of a redirection that nobody heard is for one who registers later.
+TEST(ConsoleRedirectDriver, WhatNobodyHeardIsGone) {
+    EXPECT_EQ(printed_by({enable, send_text("a"), close_it, listen, "wait 1", enable, send_text("b"), "wait 1"}),
+              "0x0\n0x0\n0x0\n0x0\n0x0\n0x0\n" + heard("b\\r\\n", 3));
+}
+
 // An end that is still to come does not end what was registered since.
 TEST(ConsoleRedirectDriver, ANewCallbackOutlivesTheEndOfTheOldOne) {
     EXPECT_EQ(
