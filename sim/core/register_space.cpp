@@ -167,7 +167,7 @@ uint32_t peek_space(board &b, const register_space &space, const device &chip, u
     const space_register *which = find_register(space, address);
     if (which == nullptr) {
         refuse_if(space.unknown == undeclared::refused, error::out_of_range);
-        return all_bits(space);
+        return space.unknown == undeclared::all_ones ? all_bits(space) : 0;
     }
     if (which->read != nullptr) {
         return which->read(b, chip, address) & all_bits(space);

@@ -59,7 +59,7 @@ struct space_register {
     void (*after_read)(board &, const device &, uint32_t address) = nullptr;
 };
 
-enum class undeclared : uint8_t { refused, all_ones };
+enum class undeclared : uint8_t { refused, all_ones, zeros };
 
 struct register_space {
     const char *name;            // "cpld": its paths are slot9/cpld/0/0x20
@@ -76,7 +76,7 @@ const register_space *find_space(std::string_view name, const device &chip);
 
 const space_register *find_register(const register_space &space, uint32_t address);
 
-// The bus. Both refuse an address beyond the space, and one without register unless the space reads as all ones there.
+// The bus. Both refuse an address beyond the space, and one without register unless the space reads as something there.
 uint32_t read_space(board &b, const register_space &space, const device &chip, uint32_t address);
 void write_space(board &b, const register_space &space, const device &chip, uint32_t address, uint32_t value);
 

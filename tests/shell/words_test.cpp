@@ -130,6 +130,30 @@ TEST(CheckArgsTest, UnwantedSlotsAreSkipped) {
     EXPECT_EQ(b, 1U);
 }
 
+TEST(CheckArgsTest, AThirdValueStandsBehindTheSecond) {
+    for (const int count : {3, 4, 5}) {
+        words given({"1", "2", "3", "4", "5"});
+        uint32_t inst_id = 0xFFFFFFFF;
+        uint32_t a = 0;
+        uint32_t b = 0;
+        uint32_t c = 0;
+        EXPECT_EQ(printed_by([&] { check_args(4, count, given.args(), &inst_id, &a, &b, &c); }), "");
+        const uint32_t first = count == 4 ? 2 : 1;
+        EXPECT_EQ(inst_id, count == 4 ? 1U : 0xFFFFFFFFU);
+        EXPECT_EQ(a, first);
+        EXPECT_EQ(b, first + 1);
+        EXPECT_EQ(c, first + 2);
+    }
+}
+
+TEST(CheckArgsTest, AThirdValueKeepsItsOwnWithTooFewWords) {
+    words given({"1", "2"});
+    uint32_t c = 99;
+    EXPECT_EQ(printed_by([&] { check_args(4, given.count(), given.args(), nullptr, nullptr, nullptr, &c); }),
+              "input error : in_num : 2 over [3-4] .\n");
+    EXPECT_EQ(c, 99U);
+}
+
 TEST(CheckArgsU64Test, TakesTwoWideValuesBehindTheType) {
     words given({"5", "1", "0x200203040506", "0xffffffffffffffff"});
     uint32_t inst_id = 0xFFFFFFFF;

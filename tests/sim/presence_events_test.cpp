@@ -83,6 +83,16 @@ TEST(PresenceEvents, TellWhatThisProcessSets) {
               event(5, 0) + event(5, 1));
 }
 
+// One that only wanted to know of the operation hears nothing, and goes without waiting for those who hear.
+TEST(PresenceEvents, ANullHandlerComesAndGoesBesideAnother) {
+    EXPECT_EQ(events_in(calls_of({"--state", new_scratch_dir() + "/state", "--clock", "virtual"},
+                                 {"drv_board_in_out_reg(handler=callback, name=\"test\")",
+                                  "drv_board_in_out_reg(handler=null, name=\"asker\")", "wait 1",
+                                  "drv_board_in_out_unreg(handler=null)",
+                                  "drv_board_set_online_status(inst_id=0xff000005, status=1)", "wait 1"})),
+              event(5, 0));
+}
+
 TEST(PresenceEvents, TellWhatTheTechnicianDoes) {
     const std::string state = new_scratch_dir() + "/state";
     listening there(state);

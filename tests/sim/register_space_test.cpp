@@ -54,6 +54,7 @@ constexpr register_space word_space{"words", &logic_chip::family, 16, 8, undecla
 
 constexpr space_register longs[]{{0x10, "long", "x", 0x12345678, 0xFF000000}};
 constexpr register_space long_space{"longs", &logic_chip::family, 32, 0x20, undeclared::all_ones, longs};
+constexpr register_space zero_space{"zeros", &logic_chip::family, 32, 0x20, undeclared::zeros, longs};
 
 class RegisterSpace : public testing::Test {
   protected:
@@ -142,6 +143,10 @@ TEST_F(RegisterSpace, AddressesWithoutARegister) {
     write(long_space, 0x11, 5);
     EXPECT_EQ(read(long_space, 0x11), 0xFFFFFFFFU);
     EXPECT_EQ(refused(long_space, 0x20), error::out_of_range);
+    EXPECT_EQ(read(zero_space, 0x11), 0U);
+    write(zero_space, 0x11, 5);
+    EXPECT_EQ(read(zero_space, 0x11), 0U);
+    EXPECT_EQ(refused(zero_space, 0x20), error::out_of_range);
     write(long_space, 0x10, 0xABCDEF01);
     EXPECT_EQ(read(long_space, 0x10), 0x12CDEF01U);
 }
@@ -198,7 +203,12 @@ TEST_F(RegisterSpace, ResetFlagsAreTheDriversOwn) {
 }
 
 TEST_F(RegisterSpace, OnlyTheControlCpldHasThisLayout) {
-    EXPECT_EQ(find_space("cpld", board_.find_at<logic_chip::family>(board_.self(), 1)), nullptr);
+    const register_space *const cpld = find_space("cpld", chip_);
+    const register_space *const fpga = find_space("cpld", board_.find_at<logic_chip::family>(board_.self(), 1));
+    ASSERT_NE(cpld, nullptr);
+    ASSERT_NE(fpga, nullptr);
+    EXPECT_EQ(cpld->width, 8U);
+    EXPECT_EQ(fpga->width, 16U);
     EXPECT_EQ(find_space("spd", chip_), nullptr);
 }
 

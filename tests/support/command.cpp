@@ -16,8 +16,16 @@ std::string printed(const std::string &lines, const std::string &items) {
 namespace {
 
 std::string banner(banners width, const std::string &text) {
-    return width == banners::wide ? "\n\n*********   " + text + ":  ********\n\n\n"
-                                  : "\n*********   " + text + ":  ********\n";
+    const std::string line = "*********   " + text + ":  ********\n";
+    switch (width) {
+    case banners::bare:
+        return line;
+    case banners::narrow:
+        return "\n" + line;
+    case banners::wide:
+        break;
+    }
+    return "\n\n" + line + "\n\n";
 }
 
 } // namespace
@@ -27,7 +35,8 @@ std::string begin_banner(banners width, const std::string &test) {
 }
 
 std::string framed(banners width, const std::string &test, const std::string &lines) {
-    return begin_banner(width, test) + lines + banner(width, test + " test   end");
+    const char *const end = width == banners::bare ? " test end" : " test   end";
+    return begin_banner(width, test) + lines + banner(width, test + end);
 }
 
 std::string framed(banners width, const std::string &test, const std::string &lines, const std::string &items) {

@@ -37,8 +37,8 @@ extern const char *const result_end;
 // What a sub-command with a result print prints: its own lines, the items of the result print, and its end line.
 std::string printed(const std::string &lines, const std::string &items);
 
-// The banners around a test come in two widths: with one line end in front and behind, or more.
-enum class banners { narrow, wide };
+// The banners around a test come in three widths: a line alone, with one line end in front, or with more around.
+enum class banners { bare, narrow, wide };
 std::string begin_banner(banners width, const std::string &test);
 std::string framed(banners width, const std::string &test, const std::string &lines);
 std::string framed(banners width, const std::string &test, const std::string &lines, const std::string &items);

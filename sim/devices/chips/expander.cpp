@@ -29,7 +29,7 @@ template <uint32_t Id> struct layout {
         {6, "config0", "which of pins 0 to 7 are inputs", 0, 0, 0, inputs0},
         {7, "config1", "which of pins 8 to 15", 0, 0, 0, inputs1},
     };
-    static constexpr register_space space{"chip9555", &expander::family, 8, 8, undeclared::refused, registers, Id};
+    static constexpr register_space space{"expander", &expander::family, 8, 8, undeclared::refused, registers, Id};
 };
 
 } // namespace
@@ -51,7 +51,7 @@ void drive(board &b, const one &chip, uint32_t pin, uint32_t level) {
 }
 
 const register_space &space_of(const one &chip) {
-    const register_space *const space = find_space("chip9555", chip);
+    const register_space *const space = find_space("expander", chip);
     refuse_if(space == nullptr, error::not_supported);
     return *space;
 }

@@ -27,10 +27,6 @@ uint32_t read_bar2(board &b, const device &which) {
     return b.get(chip, pci_device::bar2) & ~(b.get(chip, pci_device::bar2_size) - 1);
 }
 
-uint32_t read_nothing(board & /*b*/, const device & /*which*/, uint32_t /*address*/) {
-    return 0;
-}
-
 // Link status: the speed in bits 16 to 19, a width of one lane.
 uint32_t read_link(board &b, const device &which, uint32_t /*address*/) {
     const uint32_t core = b.get(pci_device::one{which}, pci_device::core);
@@ -74,16 +70,13 @@ template <uint32_t Id> struct config {
         {0x3C, "interrupt", "the line in bits 0 to 7, pin 1", 0x01FF, 0xFFFFFF00},
         {0x40, "express", "the PCI Express capability, the last one", 0x00020010, all_ones},
         {0x50, "link", "the speed in bits 16 to 19, the width in 20 to 25", 0, 0, 0, {}, 1, read_link},
-        {0x1C, "unused", "no further windows", 0, 0, 0, {}, 0x18, read_nothing},
-        {0x38, "reserved", "reads 0", 0, 0, 0, {}, 4, read_nothing},
-        {0x44, "rest", "reads 0", 0, 0, 0, {}, config_size - 0x44, read_nothing},
     };
-    static constexpr register_space space{"pci", &pci_device::family, 32, config_size, undeclared::refused, registers,
-                                          Id};
+    static constexpr register_space space{"pci_config",      &pci_device::family, 32, config_size,
+                                          undeclared::zeros, registers,           Id};
 };
 
 const register_space &space_of(const pci_device::one &which) {
-    const register_space *const space = find_space("pci", which);
+    const register_space *const space = find_space("pci_config", which);
     refuse_if(space == nullptr, error::not_supported);
     return *space;
 }

@@ -17,12 +17,12 @@ using one = device_of<family>;
 // One of the rates that a line can be set to.
 bool is_rate(uint32_t rate);
 
-// What comes back for a text, and after how long: both ways on the line, and a moment to think. Nothing at another
-// rate than its own.
-struct echo {
+// What comes back for a text, in the pieces that a receiver holds, and after how many nanoseconds each: the way there
+// on the line, a moment to think, and the way back. Nothing at another rate than its own.
+struct piece {
     std::vector<uint8_t> bytes;
-    int64_t after; // nanoseconds
+    int64_t after;
 };
-echo answer(board &b, const one &port, uint32_t rate, std::span<const char> text);
+std::vector<piece> answer(board &b, const one &port, uint32_t rate, std::span<const char> text);
 
 } // namespace kestro_sim::console

@@ -71,9 +71,11 @@ uint32_t drv_cpld_get_build_time(uint32_t inst_id, uint32_t chip_id, uint32_t *y
     return operate([&](board &b) {
         refuse_null(year, month, day);
         const auto which = chip(b, inst_id, chip_id);
+        const uint32_t day_of_month = b.get(which, logic_chip::build_day);
+        const uint32_t month_of_year = b.get(which, logic_chip::build_month);
         *year = b.get(which, logic_chip::build_year);
-        *month = b.get(which, logic_chip::build_month);
-        *day = b.get(which, logic_chip::build_day);
+        *month = month_of_year;
+        *day = day_of_month;
     });
 }
 

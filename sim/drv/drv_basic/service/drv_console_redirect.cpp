@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace kestro_sim;
 
@@ -34,7 +36,8 @@ struct process_state {
     std::optional<redirection> open;
     reception heard;
     uint64_t receptions = 0;
-    int64_t last_echo = 0; // when the latest one is due
+    int64_t last_echo = 0;          // when the latest one is due
+    std::vector<event_id> echoes{}; // of the open redirection
 };
 
 // Only touched within operations, and never freed: drivers are called from exit handlers too.
@@ -105,20 +108,25 @@ uint32_t drv_console_redirect_send_data(const char *data, uint32_t len) {
         refuse_if(len > longest_text, error::out_of_range);
         const redirection &open = *state().open;
         refuse_if(!b.is_present(open.port.instance), error::no_such_instance);
-        console::echo back = console::answer(b, open.port, open.rate, {data, len});
-        if (!back.bytes.empty()) {
-            state().last_echo = b.now() + back.after;
-            post_at(state().last_echo, {topic, open.slot, 0, std::move(back.bytes)});
+        const int64_t now = b.now();
+        for (console::piece &back : console::answer(b, open.port, open.rate, {data, len})) {
+            state().last_echo = std::max(state().last_echo, now + back.after);
+            state().echoes.push_back(post_at(now + back.after, {topic, open.slot, 0, std::move(back.bytes)}));
         }
     });
 }
 
+// Answers that are on their way to nobody are gone; those that somebody hears are waited for, and then the callback is
+// forgotten.
 uint32_t drv_console_redirect_close(uint32_t slot_id) {
     listener_id gone = 0;
     const uint32_t result = operate([&](board &b) {
         refuse_if(!state().open || state().open->slot != slot_id, error::no_such_device);
         state().open.reset();
-        if (state().last_echo > b.now()) {
+        const std::vector<event_id> echoes = std::exchange(state().echoes, {});
+        if (state().heard.ears == 0) {
+            std::for_each(echoes.begin(), echoes.end(), cancel);
+        } else if (state().last_echo > b.now()) {
             post_at(state().last_echo, {topic, slot_id, state().heard.number, {}});
         } else {
             gone = std::exchange(state().heard, {}).ears;
