@@ -25,7 +25,7 @@ template <const device_family &Family> uint32_t get_enable(uint32_t inst_id, wor
 
 // A peer that is pulled out, or taken for absent, tells nothing.
 std::string peer_of(board &b, uint32_t inst_id) {
-    const std::string peer = slot_place(peer_slot(b, inst_id));
+    std::string peer = slot_place(peer_slot(b, inst_id));
     refuse_if(!presence::is_there(b, peer), error::no_such_instance);
     return peer;
 }
