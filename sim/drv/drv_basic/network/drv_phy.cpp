@@ -10,7 +10,7 @@ namespace {
 
 // An operation that names a medium is not meant for a port that uses the other one.
 phy::one port_on(board &b, uint32_t chip_id, uint32_t port_id, uint32_t port_mode) {
-    const phy::one port = phy::find(b, chip_id, port_id);
+    phy::one port = phy::find(b, chip_id, port_id);
     refuse_if(port_mode != b.get(port, phy::medium), error::bad_value);
     return port;
 }
