@@ -13,7 +13,7 @@ namespace {
 // The devices of one kind at an instance that has contacts at all.
 template <const device_family &Family> std::vector<device_of<Family>> contacts(board &b, uint32_t inst_id) {
     const std::string place = b.instance(inst_id);
-    const auto found = b.all_at<Family>(place);
+    auto found = b.all_at<Family>(place);
     refuse_if(b.all_at<contact_input::family>(place).empty() && b.all_at<contact_output::family>(place).empty(),
               error::not_supported);
     return found;
