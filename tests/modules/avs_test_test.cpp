@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
+#include "tests/support/failing_allocations.h"
 
 using namespace kestro_tests;
 
@@ -129,8 +130,9 @@ TEST(AvsTest, GetItemStringNeedsThreeWords) {
 }
 
 TEST(AvsTest, NothingIsPrintedWithoutATextArea) {
-    expect_silence_without_text_area("avs_test avs_check_phase_fault 1 64", "drv_avs_check_phase_fault = 0");
-    expect_silence_without_text_area("avs_test avs_check_chip_status 1 64", "drv_avs_check_chip = 0");
-    expect_silence_without_text_area("avs_test avs_check_word_fault_status 1 64", "drv_avs_check_word_fault = 0");
-    expect_silence_without_text_area("avs_test avs_get_item_string 1 2 64", "drv_avs_get_item_string = 0");
+    expect_without_text_area("avs_test avs_check_phase_fault 1 64", "drv_avs_check_phase_fault = 0", timing_lines, 0);
+    expect_without_text_area("avs_test avs_check_chip_status 1 64", "drv_avs_check_chip = 0", timing_lines, 0);
+    expect_without_text_area("avs_test avs_check_word_fault_status 1 64", "drv_avs_check_word_fault = 0", timing_lines,
+                             0);
+    expect_without_text_area("avs_test avs_get_item_string 1 2 64", "drv_avs_get_item_string = 0", timing_lines, 0);
 }

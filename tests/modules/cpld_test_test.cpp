@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
+#include "tests/support/failing_allocations.h"
 
 using namespace kestro_tests;
 
@@ -11,37 +12,6 @@ const std::string refused_dump =
     "*********   test_cpld_reg_dump test begin:  ********\ndump num must less than 1024 \n";
 const std::string log_pointer = "##############################  use command \"cat /dev/kestro_log/drv_log_cpld\" to "
                                 "check all info  #################\n";
-
-// A run in which the N-th allocation fails, and its driver calls. The script is not strict: before the text area other
-// allocations fail, and then the driver is not reached.
-struct starved_run {
-    process_result result;
-    std::string calls;
-};
-
-starved_run run_with_failing_allocation(const std::string &line, const std::string &script, int n) {
-    static const std::string state = new_scratch_dir();
-    static const std::string script_file = new_scratch_dir() + "/script";
-    const std::string trace = new_scratch_dir() + "/trace";
-    write_file(script_file, script + "\n");
-    const process_result result = run_sim({"--state", state, "--clock", "virtual", "--script", script_file, "--trace",
-                                           trace, "--fail-alloc", std::to_string(n)},
-                                          split_words(line));
-    return {result, read_file(trace)};
-}
-
-// The first run that says that memory is out.
-starved_run run_without_text_area(const std::string &line, const std::string &script) {
-    constexpr int allocations_max = 512;
-    for (int n = 1; n < allocations_max; ++n) {
-        const starved_run run = run_with_failing_allocation(line, script, n);
-        if (run.result.out.find("malloc failed") != std::string::npos) {
-            return run;
-        }
-    }
-    ADD_FAILURE() << "no allocation is missed by " << line;
-    return {};
-}
 
 } // namespace
 

@@ -24,10 +24,6 @@ void expect_success(const std::string &line, const std::string &script, const st
 // A sub-command that fails: the body, the timing lines, the failure lines of sub-command and module; status 255.
 void expect_failure(const std::string &line, const std::string &script, const std::string &body);
 
-// The text area of a sub-command, the last thing that its run allocates, cannot be had: nothing but the timing lines is
-// printed, and the run succeeds. The script is not strict: the driver is not reached.
-void expect_silence_without_text_area(const std::string &line, const std::string &script);
-
 // The dispatcher's lines behind a sub-command that took no time.
 extern const char *const timing_lines;
 

@@ -3,10 +3,20 @@
 
 #include <string>
 
+#include "tests/support/process.h"
+
 namespace kestro_tests {
 
-// Expects this output and exit status when the text area, the last thing that the run allocates, cannot be had. The
-// driver is not reached; the script is for the run that has it.
+struct starved_run {
+    process_result result;
+    std::string calls; // the trace
+};
+
+// The run whose text area, the last thing that it allocates, cannot be had. The script is not strict: most often the
+// driver is not reached.
+starved_run run_without_text_area(const std::string &line, const std::string &script);
+
+// Expects this output and exit status of it.
 void expect_without_text_area(const std::string &line, const std::string &script, const std::string &output,
                               int status);
 
