@@ -187,6 +187,15 @@ void presence_by_driver() {
     rest(10);
 }
 
+// Forks while the thread that listens waits. The sanitizer's allocator keeps its locks in a child as they were at that
+// moment, and a thread that was just allocating is not there to open them.
+pid_t fork_at_rest() {
+    rest(50);
+    start = board_now();
+    fflush(stdout);
+    return fork();
+}
+
 // Another process pulls a card; on the real clock that is seen soon. Waits long, but only when it is not seen.
 void presence_by_others() {
     static std::atomic<bool> heard{false};
@@ -197,8 +206,7 @@ void presence_by_others() {
             return uint32_t{0};
         },
         nullptr, "scene", 0);
-    fflush(stdout);
-    const pid_t child = fork();
+    const pid_t child = fork_at_rest();
     if (child == 0) {
         const bool is_alone = threads() == 1;
         _exit(is_alone && drv_board_set_online_status(0xFF000004U, 1) == 0 ? 0 : 1);
@@ -214,8 +222,7 @@ void presence_by_others() {
 // The child of a program that listens does not; it may begin to.
 void in_a_child() {
     hear("a", [](const event &what) { say("parent hears", what.value); });
-    fflush(stdout);
-    const pid_t child = fork();
+    const pid_t child = fork_at_rest();
     if (child == 0) {
         tell("a", 1);
         rest(50);

@@ -1,4 +1,5 @@
 // A run that is forked from a loaded program and one that is started are the same.
+#include <csignal>
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
@@ -69,4 +70,14 @@ TEST(ForkServer, SignalsAndTheTimeLimitEndARun) {
     short_time.time_limit_ms = getenv("KESTRO_EMULATOR") == nullptr ? 1000 : 8000;
     expect_same({"--script", scratch_file("script", "drv_mac_get_num = hang\n")}, {"mac_test", "drv_mac_get_num"},
                 short_time);
+}
+
+// What a run started may live on and hold its pipes.
+TEST(Processes, AKilledRunIsOverWhateverItStarted) {
+    process_options short_time;
+    short_time.time_limit_ms = 100;
+    const process_result result = run_process({"/bin/sh", "-c", "echo begun; sleep 20 & sleep 20"}, short_time);
+    EXPECT_TRUE(result.timed_out);
+    EXPECT_EQ(result.out, "begun\n");
+    EXPECT_EQ(result.status, 128 + SIGKILL);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -66,17 +67,26 @@ void drain(pollfd &pipe, std::string &text) {
     pipe.fd = -1;
 }
 
+// How long the pipes of a child that was killed may stay open: what it started may hold them, and never end.
+constexpr long last_words_ms = 1000;
+
 // Reads both pipes until they close; kills the child when its time is over.
 void collect(pid_t run, const reading_ends &running, const process_options &options, process_result &result) {
     const auto begin = steady::now();
     std::array<pollfd, 2> pipes{{{running.out, POLLIN, 0}, {running.err, POLLIN, 0}}};
     bool killed = false;
+    long last_ms = LONG_MAX;
     while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
         poll(pipes.data(), pipes.size(), options.kill_when ? 2 : 20);
         const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(steady::now() - begin).count();
         if (!killed && is_due(options, static_cast<long>(elapsed), result)) {
             kill(run, SIGKILL);
             killed = true;
+            last_ms = static_cast<long>(elapsed) + last_words_ms;
+        }
+        if (elapsed > last_ms) {
+            std::for_each(pipes.begin(), pipes.end(), [](const pollfd &pipe) { close(pipe.fd); });
+            return;
         }
         for (size_t i = 0; i < pipes.size(); ++i) {
             if (pipes[i].fd >= 0 && pipes[i].revents != 0) {
