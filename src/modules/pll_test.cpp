@@ -24,15 +24,12 @@ int pll_get_reg(int count, char **args) {
     return static_cast<int>(ret);
 }
 
-// The value stands behind the words that the check takes: three in the full form, else two.
 int pll_set_reg(int count, char **args) {
-    constexpr int full_form = 4;
-    const int value_at = count == full_form ? 3 : 2;
     uint32_t inst_id = DRV_INST_SELF;
     uint32_t chip_id = 0;
     uint32_t reg = 0;
-    check_args(full_form, count, args, &inst_id, &chip_id, &reg);
-    const uint32_t value = count > value_at ? word_to_u32(args[value_at]) : 0;
+    uint32_t value = 0;
+    check_args(4, count, args, &inst_id, &chip_id, &reg, &value);
     const uint32_t ret = drv_pll_set_reg(inst_id, chip_id, reg, value);
     printf("drv_pll_set_reg:[ret]:%d\r\n", static_cast<int>(ret));
     return static_cast<int>(ret);
