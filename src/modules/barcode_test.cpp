@@ -7,7 +7,7 @@
 
 #include "drv_basic/identity/drv_barcode.h"
 #include "modules/modules.h"
-#include "selftest/barcode_storage.h"
+#include "selftest/identity/barcode_storage.h"
 #include "shell/console.h"
 #include "shell/dispatch.h"
 #include "shell/result_print.h"

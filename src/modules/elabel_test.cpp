@@ -7,7 +7,7 @@
 
 #include "drv_basic/identity/drv_elabel.h"
 #include "modules/modules.h"
-#include "selftest/elabel_storage.h"
+#include "selftest/identity/elabel_storage.h"
 #include "shell/console.h"
 #include "shell/dispatch.h"
 #include "shell/result_print.h"

@@ -6,7 +6,7 @@
 
 #include "drv_basic/identity/drv_mac.h"
 #include "modules/modules.h"
-#include "selftest/mac_storage.h"
+#include "selftest/identity/mac_storage.h"
 #include "shell/console.h"
 #include "shell/dispatch.h"
 #include "shell/result_print.h"

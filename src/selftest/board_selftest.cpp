@@ -6,9 +6,9 @@
 #include <cstdlib>
 
 #include "drv_basic/management/drv_msc.h"
-#include "selftest/barcode_storage.h"
-#include "selftest/elabel_storage.h"
-#include "selftest/mac_storage.h"
+#include "selftest/identity/barcode_storage.h"
+#include "selftest/identity/elabel_storage.h"
+#include "selftest/identity/mac_storage.h"
 
 namespace {
 

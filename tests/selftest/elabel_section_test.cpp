@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "tests/selftest/board_run.h"
+#include "tests/selftest/part.h"
 
 using namespace kestro_tests;
 
@@ -13,9 +14,8 @@ namespace {
 constexpr const char *built_in = "elable test test test test ...";
 constexpr const char *label_path = "/opt/hostx/home/elabel.txt";
 
-void expect_elabel(const std::string &script, const std::string &root, const std::string &lines) {
-    expect_board_run(no_barcode.script + script + no_mac.script + no_msc_state, root,
-                     {no_barcode.lines, lines, no_mac.lines, ""});
+void expect_elabel(const std::string &script, const std::string &root, const std::string &lines, int result = 0) {
+    expect_part_on(root, "elabel", script, lines, result);
 }
 
 std::string loaded_line() {
@@ -103,16 +103,17 @@ TEST(ElabelSectionTest, AMismatchShowsAllThreeTexts) {
 TEST(ElabelSectionTest, AFailedWriteEndsTheTest) {
     expect_elabel(read_rule("own") + "drv_elabel_write(inst_id=0xffffffff, elabel_id=0) = 0x41\n",
                   root_with_label("12345"),
-                  loaded_line() + "drv_elabel_write fail, ret = 0x41, elabel_id = 0x0, len = 0x5.\r\n");
+                  loaded_line() + "drv_elabel_write fail, ret = 0x41, elabel_id = 0x0, len = 0x5.\r\n", -1);
 }
 
 TEST(ElabelSectionTest, AFailedReadBackLeavesTheTestLabel) {
     expect_elabel(read_rule("own") + write_rule("new") + "drv_elabel_read = 0x42\n", root_with_label("new"),
-                  loaded_line() + "drv_elabel_read after write fail, inst_id=0xffffffff, elabel_id=0x0, ret=0x42.\r\n");
+                  loaded_line() + "drv_elabel_read after write fail, inst_id=0xffffffff, elabel_id=0x0, ret=0x42.\r\n",
+                  -1);
 }
 
 TEST(ElabelSectionTest, AFailedRestoreIsReported) {
-    expect_elabel(read_rule("own") + write_rule("new") + read_rule("new") + "drv_elabel_write = 0x43\n",
-                  root_with_label("new"),
-                  loaded_line() + "drv_elabel_write after test fail, ret = 0x43, elabel_id = 0x0, len = 0x4b0.\r\n");
+    expect_elabel(
+        read_rule("own") + write_rule("new") + read_rule("new") + "drv_elabel_write = 0x43\n", root_with_label("new"),
+        loaded_line() + "drv_elabel_write after test fail, ret = 0x43, elabel_id = 0x0, len = 0x4b0.\r\n", -1);
 }

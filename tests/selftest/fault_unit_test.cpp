@@ -11,8 +11,8 @@
 #include <unistd.h>
 
 #include "selftest/board_selftest.h"
-#include "selftest/elabel_storage.h"
 #include "selftest/files.h"
+#include "selftest/identity/elabel_storage.h"
 #include "selftest/processes.h"
 #include "tests/selftest/fake_drivers.h"
 #include "tests/selftest/faults.h"

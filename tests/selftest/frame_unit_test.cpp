@@ -9,8 +9,8 @@
 #include "bounds/bounds.h"
 #include "selftest/board_selftest.h"
 #include "selftest/entry_walk.h"
+#include "selftest/identity/uniformity.h"
 #include "selftest/result_code.h"
-#include "selftest/uniformity.h"
 #include "tests/selftest/fake_drivers.h"
 #include "tests/support/capture.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "selftest/barcode_storage.h"
-#include "selftest/elabel_storage.h"
-#include "selftest/mac_storage.h"
+#include "selftest/identity/barcode_storage.h"
+#include "selftest/identity/elabel_storage.h"
+#include "selftest/identity/mac_storage.h"
 #include "tests/selftest/fake_drivers.h"
 #include "tests/selftest/fake_storage.h"
 #include "tests/support/capture.h"

@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <string>
 
-#include "selftest/elabel_storage.h"
+#include "selftest/identity/elabel_storage.h"
 #include "tests/selftest/fake_drivers.h"
 #include "tests/support/capture.h"
 #include "tests/support/process.h"

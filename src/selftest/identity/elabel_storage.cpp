@@ -1,5 +1,5 @@
 // Electronic label storage. The board keeps its label: it is written back before anything is compared.
-#include "selftest/elabel_storage.h"
+#include "selftest/identity/elabel_storage.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -10,6 +10,7 @@
 
 #include "bounds/bounds.h"
 #include "drv_basic/identity/drv_elabel.h"
+#include "selftest/test_value.h"
 
 static_assert(elabel_size == DRV_ELABEL_SIZE, "one label, one size");
 
@@ -131,9 +132,12 @@ int elabel_write_test(uint32_t inst_id, uint32_t elabel_id, report_sink sink) {
         report_append(sink, "elabel get write info fail\n");
         return -1;
     }
-    if (!write_label(inst_id, elabel_id, written, length, "drv_elabel_write", sink) ||
-        !read_label(inst_id, elabel_id, read_back, "drv_elabel_read after write", sink) ||
-        !write_label(inst_id, elabel_id, saved, elabel_size, "drv_elabel_write after test", sink)) {
+    begin_test_value();
+    const bool restored = write_label(inst_id, elabel_id, written, length, "drv_elabel_write", sink) &&
+                          read_label(inst_id, elabel_id, read_back, "drv_elabel_read after write", sink) &&
+                          write_label(inst_id, elabel_id, saved, elabel_size, "drv_elabel_write after test", sink);
+    end_test_value();
+    if (!restored) {
         return -1;
     }
     if (memcmp(written, read_back, elabel_size) == 0) {

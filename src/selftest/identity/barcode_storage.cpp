@@ -1,5 +1,5 @@
 // Bar code storage. The board keeps its bar code: it is written back before anything is compared.
-#include "selftest/barcode_storage.h"
+#include "selftest/identity/barcode_storage.h"
 
 #include <cstring>
 
@@ -7,6 +7,7 @@
 #include "drv_basic/identity/drv_barcode.h"
 #include "selftest/entry_walk.h"
 #include "selftest/result_code.h"
+#include "selftest/test_value.h"
 
 namespace {
 
@@ -65,7 +66,10 @@ int barcode_write_test(uint32_t inst_id, uint32_t barcode_id, report_sink sink) 
         return -1;
     }
     strcpy_s(written, sizeof(written), test_text);
-    if (!write_round_trip(inst_id, barcode_id, written, read_back, saved, sink)) {
+    begin_test_value();
+    const bool restored = write_round_trip(inst_id, barcode_id, written, read_back, saved, sink);
+    end_test_value();
+    if (!restored) {
         return -1;
     }
     if (memcmp(written, read_back, DRV_BARCODE_SIZE) == 0) {

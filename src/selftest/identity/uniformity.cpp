@@ -1,5 +1,5 @@
 // Master and backup copies of a card's identity, section against section.
-#include "selftest/uniformity.h"
+#include "selftest/identity/uniformity.h"
 
 #include <cstring>
 

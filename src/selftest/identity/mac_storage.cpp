@@ -1,5 +1,5 @@
 // MAC address storage. The board keeps its addresses: they are written back before anything is compared.
-#include "selftest/mac_storage.h"
+#include "selftest/identity/mac_storage.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -8,6 +8,7 @@
 #include "drv_basic/identity/drv_mac.h"
 #include "drv_basic/management/drv_msc.h"
 #include "selftest/entry_walk.h"
+#include "selftest/test_value.h"
 
 namespace {
 
@@ -90,24 +91,33 @@ int compare_macs(uint32_t written_num, const mac_set &read_back, report_sink sin
     return 0;
 }
 
-// One address fewer than stored, so that a count which is not written shows.
-int write_and_compare(uint32_t inst_id, uint32_t type_id, const mac_set &saved, mac_set *read_back, report_sink sink) {
-    const uint32_t num = saved.num >= 2 ? saved.num - 1 : saved.num;
+// Test address out and back in, then the saved addresses out again.
+bool write_round_trip(uint32_t inst_id, uint32_t type_id, uint32_t num, const mac_set &saved, mac_set *read_back,
+                      report_sink sink) {
     if (write_macs(inst_id, type_id, num, test_address, sink) != 0) {
         report_append(sink, "Error: write mac fail.\r\n");
-        return -1;
+        return false;
     }
     report_macs("write mac", num, test_address, sink);
     if (read_macs(inst_id, type_id, read_back, sink) != 0) {
         report_append(sink, "Error: read mac after write fail.\r\n");
-        return -1;
+        return false;
     }
     report_macs("read mac", read_back->num, read_back->addresses, sink);
     if (write_macs(inst_id, type_id, saved.num, saved.addresses, sink) != 0) {
         report_append(sink, "Error: final write original mac fail.\r\n");
-        return -1;
+        return false;
     }
-    return compare_macs(num, *read_back, sink);
+    return true;
+}
+
+// One address fewer than stored, so that a count which is not written shows.
+int write_and_compare(uint32_t inst_id, uint32_t type_id, const mac_set &saved, mac_set *read_back, report_sink sink) {
+    const uint32_t num = saved.num >= 2 ? saved.num - 1 : saved.num;
+    begin_test_value();
+    const bool restored = write_round_trip(inst_id, type_id, num, saved, read_back, sink);
+    end_test_value();
+    return restored ? compare_macs(num, *read_back, sink) : -1;
 }
 
 } // namespace
