@@ -19,6 +19,7 @@ add_library(probe_language OBJECT
     settings.cpp shape.cpp trace.cpp value.cpp)
 target_include_directories(probe_language PUBLIC ${CMAKE_SOURCE_DIR})
 set_target_properties(probe_language PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden)
+compile_together(probe_language)
 
 set(PROBE_GENERATED ${CMAKE_CURRENT_BINARY_DIR}/generated)
 generate_probe_sources(${PROBE_GENERATED} ${INTERFACE_HEADERS})
@@ -46,4 +47,5 @@ target_link_options(kestro_probe PRIVATE
 add_executable(kestro_call areas.cpp caller.cpp events.cpp kestro_call.cpp ${PROBE_GENERATED}/callbacks.cpp)
 target_link_libraries(kestro_call PRIVATE probe_language probe_interface driver_interface)
 set_target_properties(kestro_call PROPERTIES SKIP_BUILD_RPATH ON)
+compile_together(kestro_call)
 target_link_options(kestro_call PRIVATE -static-libstdc++ -static-libgcc)

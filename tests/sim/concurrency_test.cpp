@@ -2,6 +2,7 @@
 // always one of the written values entirely, and both copies agree.
 #include "sim/core/store.h"
 #include "tests/sim/support.h"
+#include "tests/support/thoroughness.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -128,7 +129,7 @@ TEST(Concurrency, KilledWritersLeaveEverythingWhole) {
     EXPECT_EQ(odd_calls(board, fill_once("0x41")).out, ok + ok + ok);
     std::mt19937 random(20260115);
     std::uniform_int_distribution<int> instant(0, 4000);
-    for (int round = 0; round < 40 && !HasFailure(); ++round) {
+    for (int round = 0; round < 40 && !HasFailure(); round += stride()) {
         std::vector<std::vector<std::string>> victims;
         for (const std::string call : {"fill_label", "fill_barcode", "fill_mac"}) {
             victims.push_back({"kill_after_us", std::to_string(instant(random)), call, "0x51", "100000000"});

@@ -83,7 +83,7 @@ std::vector<good_run> find_swept_runs(const sub_command &command) {
         return operations_in(a.script).size() > operations_in(b.script).size();
     });
     std::vector<good_run> runs;
-    for (const test_line &line : sweeps_all() ? lines : differing_lines(lines)) {
+    for (const test_line &line : everything_is_tried() ? lines : differing_lines(lines)) {
         runs.push_back(run_well(line));
     }
     return runs;
@@ -100,9 +100,14 @@ std::string interleaved(const good_run &run) {
 
 } // namespace
 
-bool sweeps_all() {
-    static const char *const asked = getenv("KESTRO_TESTS_FULL");
-    return asked != nullptr && std::string(asked) == "1";
+std::vector<sub_command> sub_commands_swept_here() {
+    std::vector<sub_command> chosen;
+    for (const sub_command &command : all_sub_commands()) {
+        if (is_tried_here(command.module + " " + command.name)) {
+            chosen.push_back(command);
+        }
+    }
+    return chosen;
 }
 
 const std::string &new_board() {
@@ -159,7 +164,7 @@ std::vector<size_t> faulted_calls(const good_run &run) {
     std::vector<size_t> faulted;
     std::set<std::string> seen;
     for (size_t n = 1; n <= run.calls.size(); ++n) {
-        if (seen.insert(run.calls[n - 1].made).second || sweeps_all()) {
+        if (seen.insert(run.calls[n - 1].made).second || everything_is_tried()) {
             faulted.push_back(n);
         }
     }

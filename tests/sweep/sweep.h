@@ -13,11 +13,12 @@
 #include "tests/support/command.h"
 #include "tests/support/command_list.h"
 #include "tests/support/test_lines.h"
+#include "tests/support/thoroughness.h"
 
 namespace kestro_tests {
 
-// Whether every occurrence of everything is swept, and not only what differs: scripts/test --full.
-bool sweeps_all();
+// Those that this build sweeps (thoroughness.h).
+std::vector<sub_command> sub_commands_swept_here();
 
 // The state of a board that nothing has been written to. The runs of this test program have it one after the other.
 const std::string &new_board();

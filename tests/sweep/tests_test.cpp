@@ -39,7 +39,7 @@ TEST_P(CommandTests, HaveNoDriverCallThatNoSweepReaches) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, CommandTests, testing::ValuesIn(all_sub_commands()), name_of_command);
+INSTANTIATE_TEST_SUITE_P(All, CommandTests, testing::ValuesIn(sub_commands_swept_here()), name_of_command);
 
 TEST(TestLines, AMissingTestWouldShow) {
     EXPECT_TRUE(test_lines_of({"mac_test", "drv_mac_get"}).empty());
