@@ -237,6 +237,9 @@ uint64_t answer_main_program(uint32_t operation, void *const *arguments, const v
         line.inputs = shown_inputs(made);
     }
     const decision decided = running->decide(made);
+    for (int i = 0; i < decided.signals; ++i) {
+        raise(running->signal_sent());
+    }
     errno = error;
     return carry_out(decided, made, line, caller);
 }

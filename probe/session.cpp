@@ -3,6 +3,8 @@
 
 #include "probe/report.h"
 
+#include <algorithm>
+
 namespace kestro_probe {
 
 namespace {
@@ -38,6 +40,12 @@ session::session(settings asked, script rules)
 decision session::decide(const call &made) {
     const std::lock_guard lock(guard_);
     const uint64_t number = ++calls_;
+    decision decided = answer(made, number);
+    decided.signals = static_cast<int>(std::count(asked_.signals.calls.begin(), asked_.signals.calls.end(), number));
+    return decided;
+}
+
+decision session::answer(const call &made, uint64_t number) {
     // A recording moves on at a call that fails on purpose, for the call was made; a rule of a script is not used up.
     if (!asked_.replay.empty()) {
         const decision answer = replayed(made, number);

@@ -15,6 +15,7 @@ struct decision {
     bool real = false;
     uint64_t code = 0;
     const rule *by = nullptr;
+    int signals = 0; // that the program gets first
 };
 
 class session {
@@ -30,6 +31,10 @@ class session {
     // Whether the script or recording has anything to say about an operation.
     bool names(uint32_t operation) const;
 
+    int signal_sent() const {
+        return asked_.signals.number;
+    }
+
     // "file:line" of a rule.
     std::string place_of(const rule &named) const;
 
@@ -39,6 +44,7 @@ class session {
     }
 
   private:
+    decision answer(const call &made, uint64_t number);
     bool fails(uint64_t number) const;
     decision failed(const call &made) const;
     void report_lines_left(uint32_t thread, const std::vector<uint32_t> &left) const;

@@ -3,7 +3,9 @@
 
 #include "probe/cursor.h"
 
+#include <algorithm>
 #include <charconv>
+#include <csignal>
 #include <cstdlib>
 
 namespace kestro_probe {
@@ -40,6 +42,29 @@ bool parse_fail_call(const std::string &text, fail_call &failing) {
     }
 }
 
+bool parse_signal_calls(const std::string &text, signal_calls &signals) {
+    const size_t equals = std::min(text.find('='), text.size());
+    const std::string name = equals < text.size() ? text.substr(equals + 1) : "INT";
+    signals.number = name == "INT" ? SIGINT : name == "TERM" ? SIGTERM : name == "HUP" ? SIGHUP : 0;
+    const char *rest = text.data();
+    const char *const end = text.data() + equals;
+    for (;;) {
+        uint64_t call = 0;
+        const auto [behind, fault] = std::from_chars(rest, end, call);
+        if (fault != std::errc() || call == 0) {
+            return false;
+        }
+        signals.calls.push_back(call);
+        if (behind == end) {
+            return signals.number != 0;
+        }
+        if (*behind != ',') {
+            return false;
+        }
+        rest = behind + 1;
+    }
+}
+
 settings read_settings() {
     settings asked;
     asked.script = variable("KESTRO_PROBE_SCRIPT");
@@ -55,6 +80,12 @@ settings read_settings() {
         asked.fault = "KESTRO_PROBE_FAIL_CALL is '" + failing +
                       "'; set it to the number of a call, as in 3, 3=0x811101a4, or 3+ for that and all after it";
     }
+    const std::string signals = variable("KESTRO_PROBE_SIGNAL_CALL");
+    if (!signals.empty() && !parse_signal_calls(signals, asked.signals)) {
+        asked.fault = "KESTRO_PROBE_SIGNAL_CALL is '" + signals +
+                      "'; set it to numbers of calls, as in 3 or 3,3, and =TERM or =HUP behind them for another signal "
+                      "than INT";
+    }
     if (!asked.replay.empty() && (!asked.script.empty() || asked.strict)) {
         asked.fault = "KESTRO_PROBE_REPLAY answers every call by itself; set it without KESTRO_PROBE_SCRIPT and "
                       "KESTRO_PROBE_STRICT";
@@ -64,14 +95,14 @@ settings read_settings() {
 
 void clean_environment() {
     for (const char *name : {"LD_PRELOAD", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
-                             "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
+                             "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
         unsetenv(name);
     }
 }
 
 bool asks_for_anything(const settings &asked) {
-    return asked.strict || asked.failing.first != 0 || !asked.script.empty() || !asked.trace.empty() ||
-           !asked.replay.empty();
+    return asked.strict || asked.failing.first != 0 || !asked.signals.calls.empty() || !asked.script.empty() ||
+           !asked.trace.empty() || !asked.replay.empty();
 }
 
 } // namespace kestro_probe

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace kestro_probe {
 
@@ -15,17 +16,27 @@ struct fail_call {
     uint32_t code = failure_code;
 };
 
+// At which calls the program gets a signal before the call is answered, counted from 1; a number may come twice.
+struct signal_calls {
+    std::vector<uint64_t> calls;
+    int number = 0;
+};
+
 struct settings {
     std::string script;
     std::string trace;
     std::string replay;
     bool strict = false;
     fail_call failing;
+    signal_calls signals;
     std::string fault; // what is wrong with the settings, empty when nothing is
 };
 
 // "3", "3=0x811101a4", "3+" or "3+=1"; false when the text is none of these.
 bool parse_fail_call(const std::string &text, fail_call &failing);
+
+// "3", "3,3" or "3,7=TERM", of INT (without any), TERM and HUP; false when the text is none of these.
+bool parse_signal_calls(const std::string &text, signal_calls &signals);
 
 settings read_settings();
 

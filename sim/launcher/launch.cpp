@@ -130,14 +130,14 @@ void clear_environment() {
     for (const char *variable :
          {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_SEAT",
           "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT",
-          "KESTRO_PROBE_TRACE", "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL"}) {
+          "KESTRO_PROBE_TRACE", "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
         unsetenv(variable);
     }
 }
 
 bool needs_probe(const launch_options &options) {
     return options.strict || !options.script.empty() || !options.trace.empty() || !options.replay.empty() ||
-           !options.fail_call.empty();
+           !options.fail_call.empty() || !options.signal_call.empty();
 }
 
 // The loader only warns of a library that it cannot preload, and such a run would not be what was asked for.
@@ -176,6 +176,7 @@ void set_probe_environment(const launch_options &options) {
     }
     set_if_given("KESTRO_PROBE_STRICT", options.strict ? "1" : "");
     set_if_given("KESTRO_PROBE_FAIL_CALL", options.fail_call);
+    set_if_given("KESTRO_PROBE_SIGNAL_CALL", options.signal_call);
 }
 
 // The virtual clock goes on from run to run.

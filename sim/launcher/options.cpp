@@ -26,6 +26,8 @@ void describe_options(CLI::App &app, launch_options &options) {
     app.add_option("--replay", options.replay, "a trace whose calls are answered again")->type_name("FILE");
     app.add_option("--fail-call", options.fail_call, "the N-th driver call fails; N+: and all after it")
         ->type_name("N[+][=CODE]");
+    app.add_option("--signal-call", options.signal_call, "a signal comes at the N-th driver call; INT without another")
+        ->type_name("N[,N][=NAME]");
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
     app.add_flag("--reset", options.reset, "make the chassis new first");
     app.add_flag("--accept-images", options.accept_images, "take images that were changed by hand as they now are");
@@ -140,6 +142,25 @@ bool is_failing_call(std::string_view text) {
     return is_number(number, 1, false);
 }
 
+// Numbers from 1 on with commas between them, and maybe the name of a signal.
+bool names_signalled_calls(std::string_view text) {
+    const size_t equals = text.find('=');
+    if (equals != std::string_view::npos) {
+        const std::string_view name = text.substr(equals + 1);
+        if (name != "INT" && name != "TERM" && name != "HUP") {
+            return false;
+        }
+        text = text.substr(0, equals);
+    }
+    for (size_t comma = text.find(','); comma != std::string_view::npos; comma = text.find(',')) {
+        if (!is_number(text.substr(0, comma), 1, false)) {
+            return false;
+        }
+        text.remove_prefix(comma + 1);
+    }
+    return is_number(text, 1, false);
+}
+
 void check_values(const launch_options &options) {
     if (options.clock != "real" && options.clock != "virtual") {
         throw launch_error("--clock", "'" + options.clock + "' is no clock", "right are real and virtual");
@@ -150,6 +171,10 @@ void check_values(const launch_options &options) {
     if (!options.fail_call.empty() && !is_failing_call(options.fail_call)) {
         throw launch_error("--fail-call", "'" + options.fail_call + "' names no call",
                            "right are N, N+, N=CODE and N+=CODE, N from 1 on, CODE decimal or 0x-hexadecimal");
+    }
+    if (!options.signal_call.empty() && !names_signalled_calls(options.signal_call)) {
+        throw launch_error("--signal-call", "'" + options.signal_call + "' names no call",
+                           "right are N, N,N and N=TERM, N from 1 on, the signal INT, TERM or HUP");
     }
     if (!options.fail_alloc.empty() && !is_number(options.fail_alloc, 1, false)) {
         throw launch_error("--fail-alloc", "'" + options.fail_alloc + "' names no allocation",

@@ -28,6 +28,7 @@ struct launch_options {
     std::string trace;      // probe
     std::string replay;     // probe
     std::string fail_call;  // probe
+    std::string signal_call;
     std::string fail_alloc; // world
     bool strict = false;    // probe
     bool reset = false;

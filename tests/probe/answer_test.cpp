@@ -114,6 +114,19 @@ TEST(AnswerTest, OneCallFails) {
                                "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=5\n");
 }
 
+TEST(AnswerTest, ASignalComesBeforeTheCall) {
+    const std::string script = scratch_file("script", "drv_mac_get_num = 0 num=5\n");
+    for (const auto &[asked, number] : {std::pair{"2", SIGINT}, {"2=TERM", SIGTERM}, {"2,3=HUP", SIGHUP}}) {
+        const std::string file = new_scratch_dir() + "/trace";
+        const process_result run =
+            run_tiny({"num", "num", "num"}, {"KESTRO_PROBE_SCRIPT=" + script, "KESTRO_PROBE_TRACE=" + file,
+                                             std::string("KESTRO_PROBE_SIGNAL_CALL=") + asked});
+        EXPECT_EQ(run.status, 128 + number) << asked;
+        EXPECT_EQ(read_file(file), "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=5\n") << asked;
+    }
+    EXPECT_EQ(run_tiny({"num"}, {"KESTRO_PROBE_SIGNAL_CALL=2"}).status, 3);
+}
+
 TEST(AnswerTest, ACallAndAllAfterItFail) {
     EXPECT_EQ(run_tiny({"num", "code", "num"}, {"KESTRO_PROBE_FAIL_CALL=2+"}).out,
               "num: 0x0 4\ncode: 0xdead 0x1 2 3 4\nnum: 0xdead 77\n");

@@ -148,6 +148,10 @@ TEST(StrictTest, SettingsThatMakeNoSenseEndTheRunBeforeItStarts) {
     EXPECT_EQ(number.err, "kestro_probe: KESTRO_PROBE_FAIL_CALL is 'no'; set it to the number of a call, as in 3, "
                           "3=0x811101a4, or 3+ for that and all after it\n");
     EXPECT_EQ(number.status, 2);
+    const process_result signal = run_tiny({"num"}, {"KESTRO_PROBE_SIGNAL_CALL=1=KILL"});
+    EXPECT_EQ(signal.err, "kestro_probe: KESTRO_PROBE_SIGNAL_CALL is '1=KILL'; set it to numbers of calls, as in 3 or "
+                          "3,3, and =TERM or =HUP behind them for another signal than INT\n");
+    EXPECT_EQ(signal.status, 2);
     const process_result strict = run_tiny({"num"}, {"KESTRO_PROBE_STRICT=yes"});
     EXPECT_EQ(strict.err, "kestro_probe: KESTRO_PROBE_STRICT is 'yes'; set it to 1 or leave it out\n");
     EXPECT_EQ(strict.status, 2);

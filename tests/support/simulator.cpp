@@ -22,7 +22,7 @@ struct text_option {
     std::string launch_options::*value;
 };
 
-constexpr std::array<text_option, 8> text_options{{
+constexpr std::array<text_option, 10> text_options{{
     {"--board", &launch_options::board},
     {"--clock", &launch_options::clock},
     {"--state", &launch_options::state},
@@ -31,6 +31,8 @@ constexpr std::array<text_option, 8> text_options{{
     {"--trace", &launch_options::trace},
     {"--replay", &launch_options::replay},
     {"--fail-call", &launch_options::fail_call},
+    {"--signal-call", &launch_options::signal_call},
+    {"--run", &launch_options::run},
 }};
 
 bool take_flag(const std::string &name, launch_options &taken) {

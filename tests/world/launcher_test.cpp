@@ -74,7 +74,7 @@ class Launcher : public testing::Test {
                "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
                "(none)\n"
                "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
-               "KESTRO_PROBE_FAIL_CALL=(none)\n";
+               "KESTRO_PROBE_FAIL_CALL=(none)\nKESTRO_PROBE_SIGNAL_CALL=(none)\n";
     }
 
     std::string word(const std::string &text) const {
@@ -142,9 +142,10 @@ TEST_F(Launcher, TheFirstWordMayBeEmptyOrADash) {
 
 TEST_F(Launcher, HelpNamesEveryOption) {
     const process_result result = run({"--help"});
-    for (const char *option : {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual",
-                               "--script FILE", "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]",
-                               "--fail-alloc N", "--reset", "--accept-images", "--discard"}) {
+    for (const char *option :
+         {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual", "--script FILE",
+          "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]", "--signal-call N[,N][=NAME]",
+          "--fail-alloc N", "--reset", "--accept-images", "--discard"}) {
         EXPECT_NE(result.out.find(std::string("  ") + option + " "), std::string::npos) << option << result.out;
     }
     EXPECT_EQ(result.err, "");
@@ -256,6 +257,9 @@ TEST_F(Launcher, HandsEachOptionOnAsAVariable) {
     for (const char *call : {"1", "7=0x811101A4", "4294967295=0", "3+", "3+=57005"}) {
         EXPECT_EQ(given(run({"--fail-call", call}), "KESTRO_PROBE_FAIL_CALL"), call);
     }
+    for (const char *calls : {"1", "3,3", "3,7,11=TERM", "2=HUP", "2=INT"}) {
+        EXPECT_EQ(given(run({"--signal-call", calls}), "KESTRO_PROBE_SIGNAL_CALL"), calls);
+    }
 }
 
 TEST_F(Launcher, LoadsTheProbeOnlyWhenItHasWork) {
@@ -353,6 +357,11 @@ TEST_F(Launcher, RefusesNumbersThatNameNothing) {
                        std::string("--fail-call: '") + call +
                            "' names no call; right are N, N+, N=CODE and N+=CODE, N from 1 on, CODE decimal or "
                            "0x-hexadecimal");
+    }
+    for (const char *calls : {"0", "x", "1,", ",1", "1,0", "1=", "1=KILL", "1=int", "1 ,2", "=TERM", "1+"}) {
+        expect_refused(run({std::string("--signal-call=") + calls}),
+                       std::string("--signal-call: '") + calls +
+                           "' names no call; right are N, N,N and N=TERM, N from 1 on, the signal INT, TERM or HUP");
     }
     for (const char *number : {"0", "x", "-1", "1+", "1=5", "99999999999"}) {
         expect_refused(run({"--fail-alloc", number}),
