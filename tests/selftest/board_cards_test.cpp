@@ -1,6 +1,7 @@
 // The cards of the board: each that is there loses its power for a moment, must be ready and must tell its type.
 #include <gtest/gtest.h>
 
+#include "tests/selftest/call_order.h"
 #include "tests/selftest/part.h"
 
 using namespace kestro_tests;
@@ -264,4 +265,38 @@ TEST(CardsTest, OnTheSimulatedLineCard) {
                   cycle_line("0x200ffff") +
                   "Success: slot 2 card ok is ok.\r\nSuccess: card 0x200ffff type is 0x2302201.\r\n"
                   "Info   : board card 0x300ffff is not online.\r\nresult 0\n");
+}
+
+// The type of a slot is asked when the walk comes to it, and a card is done before the next one loses its power.
+TEST(CardsTest, TheOrderOfTheCalls) {
+    const std::vector<std::string> calls = calls_of({"--board", "lpu"}, "cards");
+    std::vector<std::string> expected{"drv_board_get_card_list(inst_id=0xffffffff)"};
+    for (const auto &[card, number] : {std::pair<std::string, std::string>{"0x100ffff", "1"}, {"0x200ffff", "2"}}) {
+        expected.push_back("drv_board_get_online_status(inst_id=" + card + ")");
+        for (const std::string operation :
+             {"get_power_status", "set_power_off", "get_power_status", "set_power_on", "get_power_status"}) {
+            expected.push_back("drv_board_" + operation + "(inst_id=" + card + ", type=9)");
+        }
+        expected.push_back("drv_board_get_card_ok(inst_id=0xffffffff, slot_id=" + number + ")");
+        expected.push_back("drv_board_get_type(inst_id=" + card + ")");
+    }
+    expected.push_back("drv_board_get_online_status(inst_id=0x300ffff)");
+    EXPECT_EQ(calls, expected);
+}
+
+TEST(CardsInSlotsTest, TheOrderOfTheCalls) {
+    const std::vector<std::string> calls = calls_of({}, "cards");
+    ASSERT_GT(calls.size(), 11U);
+    EXPECT_EQ(
+        std::vector<std::string>(calls.begin(), calls.begin() + 12),
+        (std::vector<std::string>{
+            "drv_slot_get_range()", "drv_slot_get_type(slot_id=1)", "drv_board_get_online_status(inst_id=0xff000001)",
+            "drv_slot_get_type(slot_id=2)", "drv_board_get_online_status(inst_id=0xff000002)",
+            "drv_board_get_power_status(inst_id=0xff000002, type=9)",
+            "drv_board_set_power_off(inst_id=0xff000002, type=9)",
+            "drv_board_get_power_status(inst_id=0xff000002, type=9)",
+            "drv_board_set_power_on(inst_id=0xff000002, type=9)",
+            "drv_board_get_power_status(inst_id=0xff000002, type=9)", "drv_board_get_type(inst_id=0xff000002)",
+            "drv_board_get_card_ok(inst_id=0xffffffff, slot_id=2)"}));
+    EXPECT_EQ(calls.back(), "drv_slot_get_type(slot_id=16)");
 }

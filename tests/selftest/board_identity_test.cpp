@@ -1,6 +1,7 @@
 // What the board says that it is: type, bill of materials, power, and the versions of its printed circuit board.
 #include <gtest/gtest.h>
 
+#include "tests/selftest/call_order.h"
 #include "tests/selftest/part.h"
 
 using namespace kestro_tests;
@@ -215,4 +216,19 @@ TEST(PcbVersionTest, OnTheSimulatedBoards) {
     EXPECT_EQ(run_part({"--board", "lpu"}, "pcb_version").out,
               "Success: board pcb version check pass. version 0x201\r\n"
               "Success: board user pcb version check pass. version 0x201\r\nresult 0\n");
+}
+
+TEST(PcbVersionTest, TheVersionForUsersIsReadFirst) {
+    EXPECT_EQ(calls_of({}, "pcb_version"), (std::vector<std::string>{"drv_board_get_usr_pcb_ver(inst_id=0xffffffff)",
+                                                                     "drv_board_get_pcb_ver(inst_id=0xffffffff)"}));
+}
+
+TEST(HardwareIdentityTest, TheOrderOfTheQueries) {
+    EXPECT_EQ(calls_of({"--board", "mpu_slave"}, "hardware_identity"),
+              (std::vector<std::string>{
+                  "drv_board_get_type(inst_id=0xffffffff)", "drv_board_get_bom_id(inst_id=0xffffffff)",
+                  "drv_board_get_bom_ver(inst_id=0xffffffff)", "drv_board_get_power(inst_id=0xffffffff)",
+                  "drv_board_get_power_status(inst_id=0xffffffff, type=34)",
+                  "drv_msc_get_state(inst_id=0xffffffff, sw_mode=0)",
+                  "drv_board_get_power_status(inst_id=0xffffffff, type=10)"}));
 }

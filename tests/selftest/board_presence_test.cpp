@@ -1,6 +1,7 @@
 // Presence of the board, its peer and its trusted platform module, and the slots they are in.
 #include <gtest/gtest.h>
 
+#include "tests/selftest/call_order.h"
 #include "tests/selftest/part.h"
 
 using namespace kestro_tests;
@@ -278,4 +279,16 @@ TEST(BoardPresenceTest, OnTheSimulatedLineCard) {
     EXPECT_EQ(run_part({"--board", "lpu"}, "tpm").out,
               "Success: board tpm online 1 (0: present 1: absent) tpm active 0 (0: unactive 1:active)\r\n"
               "result 0\n");
+}
+
+TEST(BoardPresenceTest, TheOrderOfTheQueries) {
+    EXPECT_EQ(calls_of({}, "fullin"),
+              (std::vector<std::string>{"drv_board_get_fullin_status(inst_id=0xffffffff)",
+                                        "drv_board_check_fullin_status(inst_id=0xffffffff, size=256)"}));
+    EXPECT_EQ(calls_of({}, "slot_id"),
+              (std::vector<std::string>{"drv_board_get_self_slotid()", "drv_board_get_self_logic_slotid()",
+                                        "drv_board_get_peer_slotid()", "drv_board_get_peer_logic_slotid()",
+                                        "drv_board_check_slotid(inst_id=0xffffffff, size=256)"}));
+    EXPECT_EQ(calls_of({}, "tpm"), (std::vector<std::string>{"drv_board_get_tpm_online_status(inst_id=0xffffffff)",
+                                                             "drv_board_get_tpm_active_status(inst_id=0xffffffff)"}));
 }

@@ -1,6 +1,8 @@
 // The boot step: saved, overwritten, read back and written back, whatever was read in between.
 #include <gtest/gtest.h>
 
+#include "tests/selftest/call_order.h"
+#include "tests/selftest/held_signals.h"
 #include "tests/selftest/part.h"
 #include "tests/support/simulator.h"
 
@@ -169,4 +171,34 @@ TEST(BootStepTest, TheBoardKeepsItsStep) {
     const process_result own =
         run_sim({"--board", "mpu_slave", "--state", state, "--get", "slot10/board/unit/0/bootstep"}, {});
     EXPECT_EQ(own.out, "55\n");
+}
+
+TEST(BootStepTest, TheSavedStepIsBackBeforeThePeerIsAsked) {
+    EXPECT_EQ(calls_of({"--board", "mpu_slave"}, "boot_step"),
+              (std::vector<std::string>{"drv_board_get_self_bootstep(inst_id=0xffffffff)",
+                                        "drv_board_set_self_bootstep(inst_id=0xffffffff, step=10)",
+                                        "drv_board_get_self_bootstep(inst_id=0xffffffff)",
+                                        "drv_board_set_self_bootstep(inst_id=0xffffffff, step=55)",
+                                        "drv_board_get_peer_bootstep(inst_id=0xffffffff)"}));
+}
+
+// An operator's Ctrl-C waits while the board shows the step of the test.
+TEST(BootStepTest, AnInterruptWaitsUntilTheSavedStepIsBack) {
+    const std::string get = "drv_board_get_self_bootstep";
+    const std::string set = "drv_board_set_self_bootstep";
+    steps answers;
+    answers.saved = "hang";
+    expect_interrupts("boot_step", script_of(answers), get, 1, 1);
+    answers = {};
+    answers.set = "hang";
+    expect_interrupts("boot_step", script_of(answers), set, 2, 2);
+    answers = {};
+    answers.read_back = "hang";
+    expect_interrupts("boot_step", script_of(answers), get, 3, 2);
+    answers = {};
+    answers.restore = "hang";
+    expect_interrupts("boot_step", script_of(answers), set, 4, 2);
+    answers = {};
+    answers.peer = "hang";
+    expect_interrupts("boot_step", script_of(answers), "drv_board_get_peer_bootstep", 5, 1);
 }

@@ -1,6 +1,8 @@
 // Power domains of the board's EPLD, switched off and on again one by one.
 #include <gtest/gtest.h>
 
+#include "tests/selftest/call_order.h"
+#include "tests/selftest/held_signals.h"
 #include "tests/selftest/part.h"
 #include "tests/support/simulator.h"
 
@@ -144,4 +146,31 @@ TEST(EpldPowerTest, ASimulatedDomainIsOnBehindIt) {
     const process_result was_off = run_part({"--state", state, "--set", "slot9/board/power/5/on=0"}, "epld_power");
     EXPECT_NE(was_off.out.find(pass_of_5), std::string::npos);
     EXPECT_EQ(run_sim({"--state", state, "--get", "slot9/board/power/5/on"}, {}).out, "1\n");
+}
+
+TEST(EpldPowerTest, EachDomainIsOnAgainBeforeTheNextOneGoes) {
+    std::vector<std::string> expected;
+    for (const std::string type : {"3", "4"}) {
+        for (const std::string operation :
+             {"get_power_status", "set_power_off", "get_power_status", "set_power_on", "get_power_status"}) {
+            expected.push_back("drv_board_" + operation + "(inst_id=0xffffffff, type=" + type + ")");
+        }
+    }
+    EXPECT_EQ(calls_of({"--board", "lpu"}, "epld_power"), expected);
+}
+
+// An operator's Ctrl-C waits from the moment at which the power may be gone until it is known to be back. Before that,
+// and between two domains, it ends the run.
+TEST(EpldPowerTest, AnInterruptWaitsUntilThePowerIsBack) {
+    const std::string two = described({"0 value=3", "0 value=5"});
+    const std::string is_on = "drv_board_get_power_status";
+    expect_interrupts("epld_power", two + status(3, "hang"), is_on, 1, 1);
+    const std::string begun = two + status(3, "0 status=1");
+    expect_interrupts("epld_power", begun + off(3, "hang"), "drv_board_set_power_off", 2, 2);
+    const std::string is_off = begun + off(3, "0");
+    expect_interrupts("epld_power", is_off + status(3, "hang"), is_on, 3, 2);
+    expect_interrupts("epld_power", is_off + status(3, "0 status=0") + on(3, "hang"), "drv_board_set_power_on", 4, 2);
+    expect_interrupts("epld_power", is_off + status(3, "0 status=0") + on(3, "0") + status(3, "hang"), is_on, 5, 2);
+    expect_interrupts("epld_power", two + good_cycle(3) + status(5, "hang"), is_on, 6, 1);
+    expect_interrupts("epld_power", begun + off(3, "0x72") + status(5, "hang"), is_on, 3, 1);
 }
