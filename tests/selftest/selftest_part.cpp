@@ -10,6 +10,11 @@
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
+#include "selftest/management/board_cards.h"
+#include "selftest/management/board_identity.h"
+#include "selftest/management/board_presence.h"
+#include "selftest/management/boot_step.h"
+#include "selftest/management/power_cycle.h"
 #include "selftest/report.h"
 
 namespace {
@@ -31,6 +36,16 @@ template <int check(uint32_t, report_sink)> int on_self(report_sink sink) {
 
 // A line each, in the order in which a whole-board run comes to them.
 constexpr part parts[] = {
+    {"hardware_identity", on_self<check_hardware_identity>},
+    {"pcb_version", on_self<check_pcb_version>},
+    {"self_online", on_self<check_self_online>},
+    {"peer_online", on_self<check_peer_online>},
+    {"fullin", on_self<check_fullin>},
+    {"slot_id", on_self<check_slot_id>},
+    {"cards", on_self<check_cards>},
+    {"epld_power", on_self<check_epld_power>},
+    {"tpm", on_self<check_tpm>},
+    {"boot_step", on_self<check_boot_step>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},

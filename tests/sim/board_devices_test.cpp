@@ -126,6 +126,15 @@ TEST(Start, ThePeerShowsItsOwnStep) {
               no_such_instance + "0x0 status=1\n");
 }
 
+// The board, its peer and the bus read the same latch.
+TEST(Start, ABitOfTheBootStepThatStays0) {
+    const test_board board = new_altered("mpu_master", {{"self/sim_board/unit/0/bootstep_stuck", "2"}});
+    EXPECT_EQ(answers(board, {"drv_board_set_self_bootstep(step=10)", "drv_board_get_self_bootstep()",
+                              "drv_cpld_reg_read(chip_id=0, offset=0x32)"}),
+              "0x0\n0x0 step=8\n0x0 data=8\n");
+    EXPECT_EQ(answers(seen_from(board, "mpu_slave"), {"drv_board_get_peer_bootstep()"}), "0x0 step=8\n");
+}
+
 TEST(Power, DomainsAreReadBackByAnotherProcess) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(answers(board, {"drv_board_get_power_status(type=3)", "drv_board_set_power_off(type=3)",

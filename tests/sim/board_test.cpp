@@ -222,7 +222,7 @@ TEST(Cards, ListsByKindOfBoard) {
 }
 
 TEST(Cards, ReadyWhenPresentAndPowered) {
-    const test_board board = new_delivered("mpu_master");
+    const test_board board = new_altered("mpu_master", {{"slot5/sim_board/power/9/hold_up", "0"}});
     EXPECT_EQ(answers(board, {"drv_board_get_card_ok(slot_id=5)", "drv_board_get_card_ok(slot_id=6)",
                               "drv_board_set_power_off(inst_id=0xff000005, type=9)"}),
               "0x0 ok=0\n0x0 ok=1\n0x0\n");

@@ -134,9 +134,10 @@ TEST_F(Temperature, ARefusedVoltageChangesNoCourse) {
 TEST_F(Temperature, ACardWarmsUpWhenItIsSwitchedOn) {
     const std::string off = "drv_board_set_power_off(inst_id=0xff000003, type=9)";
     const std::string on = "drv_board_set_power_on(inst_id=0xff000003, type=9)";
-    EXPECT_EQ(answers({off, temperature_of_card(3), "drv_temperature_get_alarm(inst_id=0xff000003, temperature_id=1)",
-                       temperature_of_card(2), on, temperature_of_card(3), "wait 60", temperature_of_card(3)}),
-              ok + no_such_device + no_such_device + value(37) + ok + value(25) + value(34));
+    EXPECT_EQ(
+        answers({off, temperature_of_card(3), "drv_temperature_get_alarm(inst_id=0xff000003, temperature_id=1)",
+                 temperature_of_card(2), "wait 0.5", on, temperature_of_card(3), "wait 60", temperature_of_card(3)}),
+        ok + no_such_device + no_such_device + value(37) + ok + value(25) + value(34));
     EXPECT_EQ(answers({"wait 600", temperature_of_card(3)}), value(40));
 }
 

@@ -5,6 +5,11 @@
 
 namespace kestro_sim {
 
+uint32_t board_unit::read_bootstep(board &b, const device &which) {
+    const device_of<family> unit{which};
+    return b.get(unit, bootstep) & ~b.get(unit, bootstep_stuck);
+}
+
 uint32_t presence::online_status(board &b, const std::string &place) {
     if (!b.is_present(place) || !b.is_within_reach(place)) {
         return absent;

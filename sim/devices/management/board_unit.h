@@ -20,6 +20,7 @@ inline constexpr reg peer_slot = reg::number("peer_slot", 0, UINT16_MAX, "", "th
 inline constexpr reg peer_logic_slot =
     reg::number("peer_logic_slot", 0, UINT16_MAX, "", "its peer's slot as the software counts");
 inline constexpr reg bootstep = reg::number("bootstep", 0, 255, "", "how far its start has come").written();
+inline constexpr reg bootstep_stuck = reg::bits("bootstep_stuck", 0xFF, "bits of its boot step that stay 0").or_else(0);
 inline constexpr reg factory_reset = reg::flag("factory_reset", "whether the next start forgets the configuration");
 inline constexpr reg low_voltage = reg::flag("low_voltage", "whether its supply fell below the limit").written();
 inline constexpr reg mpu =
@@ -31,8 +32,11 @@ inline constexpr device_family family = device_family{
     "unit",
     "a board or card",
     {type, pcb_ver, usr_pcb_ver, soft_pcb_ver, bom_ver, bom_id, power_watts, fullin, logic_slot, peer_slot,
-     peer_logic_slot, bootstep, factory_reset, low_voltage, mpu,
+     peer_logic_slot, bootstep, bootstep_stuck, factory_reset, low_voltage, mpu,
      card_fault}}.up_to(0);
+
+// The boot step as everybody reads it: the board itself, its peer, and the bus.
+uint32_t read_bootstep(board &b, const device &which);
 
 } // namespace board_unit
 

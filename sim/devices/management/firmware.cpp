@@ -48,7 +48,8 @@ constexpr space_field start_bits[]{{0x01, &reset_control::family, 0, &reset_cont
                                    {0x10, &reset_control::family, 0, &reset_control::button, 0, bus::read_only, {}},
                                    {0x80, &reset_control::family, 0, &reset_control::cool, 0, bus::read_only, {}}};
 constexpr space_field reason_bits[]{{0x0F, &reset_reason::family, 0, &reset_reason::reason, 0, bus::read_only, {}}};
-constexpr space_field step_bits[]{{0xFF, &board_unit::family, 0, &board_unit::bootstep}};
+constexpr space_field step_bits[]{
+    {0xFF, &board_unit::family, 0, &board_unit::bootstep, 0, bus::read_write, {board_unit::read_bootstep, nullptr}}};
 constexpr space_field latch_bits[]{{0x01, &board_unit::family, 0, &board_unit::low_voltage, 0, bus::clear_by_one, {}}};
 
 constexpr space_register cpld_registers[]{

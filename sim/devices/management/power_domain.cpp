@@ -7,9 +7,27 @@
 
 namespace kestro_sim {
 
+namespace {
+
+// A card keeps the charge from which it would tell its end, and a break that is shorter passes it by.
+bool is_held_up(board &b, const device_of<power_domain::family> &domain) {
+    const auto switched_off = static_cast<int64_t>(b.get_wide(domain, power_domain::until));
+    return b.now() - switched_off < b.get(domain, power_domain::hold_up) * nanoseconds_per_millisecond;
+}
+
+} // namespace
+
+// A switch that is stuck is not noticed by the driver: only the state tells.
 void power_domain::switch_to(board &b, const device_of<family> &domain, uint32_t to) {
+    if (b.get(domain, stuck) != 0) {
+        return;
+    }
+    const bool was_on = b.get(domain, on) != 0;
     change writes;
-    if (to != 0 && b.get(domain, on) == 0) {
+    if (was_on && to == 0) {
+        b.put(writes, domain, until, static_cast<uint64_t>(b.now()));
+    }
+    if (!was_on && to != 0 && !is_held_up(b, domain)) {
         b.put(writes, domain, since, static_cast<uint64_t>(b.now()));
     }
     b.put(writes, domain, on, to);

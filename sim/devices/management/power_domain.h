@@ -20,12 +20,20 @@ inline constexpr reg since =
     reg::number("since", long_ago, INT64_MAX, "ns", "the board time at which it was switched on")
         .or_else(static_cast<uint64_t>(long_ago))
         .written();
+inline constexpr reg until =
+    reg::number("until", long_ago, INT64_MAX, "ns", "the board time at which it was switched off")
+        .or_else(static_cast<uint64_t>(long_ago))
+        .written();
 inline constexpr reg warm_up =
     reg::number("warm_up", 0, 600000, "ms", "how long what it feeds takes to be ready").or_else(3000);
+inline constexpr reg hold_up =
+    reg::number("hold_up", 0, 60000, "ms", "how long what it feeds lives on its charge without it").or_else(500);
+inline constexpr reg stuck = reg::flag("stuck", "whether its switch stays as it is").or_else(0);
 inline constexpr device_family family =
-    device_family{"sim_board", "power", "a power domain", {on, since, warm_up}}.up_to(domain_count - 1);
+    device_family{"sim_board", "power", "a power domain", {on, since, until, warm_up, hold_up, stuck}}.up_to(
+        domain_count - 1);
 
-// A domain that has power already does not begin anew.
+// What has power already, or still lives on its charge, does not begin anew.
 void switch_to(board &b, const device_of<family> &domain, uint32_t to);
 
 // What the domain feeds has had power for as long as it takes.

@@ -67,12 +67,15 @@ uint32_t drv_board_get_peer_bootstep(uint32_t inst_id, uint32_t *step) {
         refuse_null(step);
         const std::string peer = place_of_slot(b, peer_slot(b, inst_id));
         refuse_if(!b.is_present(peer), error::no_such_instance);
-        *step = b.get(b.find_at<board_unit::family>(peer), board_unit::bootstep);
+        *step = board_unit::read_bootstep(b, b.find_at<board_unit::family>(peer));
     });
 }
 
 uint32_t drv_board_get_self_bootstep(uint32_t inst_id, uint32_t *step) {
-    return read_unit(inst_id, board_unit::bootstep, step);
+    return operate([&](board &b) {
+        refuse_null(step);
+        *step = board_unit::read_bootstep(b, unit(b, inst_id));
+    });
 }
 
 uint32_t drv_board_set_self_bootstep(uint32_t inst_id, uint32_t step) {
