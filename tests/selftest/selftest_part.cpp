@@ -10,6 +10,7 @@
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
+#include "selftest/management/board_health.h"
 #include "selftest/report.h"
 
 namespace {
@@ -31,6 +32,9 @@ template <int check(uint32_t, report_sink)> int on_self(report_sink sink) {
 
 // A line each, in the order in which a whole-board run comes to them.
 constexpr part parts[] = {
+    {"weld", on_self<check_weld>},
+    {"corrosion", on_self<check_corrosion>},
+    {"low_voltage", on_self<check_low_voltage>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
