@@ -10,6 +10,7 @@
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
+#include "selftest/management/bios.h"
 #include "selftest/management/board_health.h"
 #include "selftest/report.h"
 
@@ -35,6 +36,8 @@ constexpr part parts[] = {
     {"weld", on_self<check_weld>},
     {"corrosion", on_self<check_corrosion>},
     {"low_voltage", on_self<check_low_voltage>},
+    {"bios", on_self<check_bios>},
+    {"mpu_status", on_self<check_mpu_status>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
