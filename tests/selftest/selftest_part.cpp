@@ -12,6 +12,7 @@
 #include "selftest/identity/mac_storage.h"
 #include "selftest/management/bios.h"
 #include "selftest/management/board_health.h"
+#include "selftest/management/control_logic.h"
 #include "selftest/report.h"
 
 namespace {
@@ -38,6 +39,8 @@ constexpr part parts[] = {
     {"low_voltage", on_self<check_low_voltage>},
     {"bios", on_self<check_bios>},
     {"mpu_status", on_self<check_mpu_status>},
+    {"control_logic", on_self<check_control_logic>},
+    {"capability", on_self<check_capability>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
