@@ -13,6 +13,7 @@
 #include "selftest/management/bios.h"
 #include "selftest/management/board_health.h"
 #include "selftest/management/control_logic.h"
+#include "selftest/management/storage_sizes.h"
 #include "selftest/report.h"
 
 namespace {
@@ -41,6 +42,7 @@ constexpr part parts[] = {
     {"mpu_status", on_self<check_mpu_status>},
     {"control_logic", on_self<check_control_logic>},
     {"capability", on_self<check_capability>},
+    {"storage_sizes", on_self<check_storage_sizes>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
