@@ -10,6 +10,7 @@
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
+#include "selftest/management/backplane.h"
 #include "selftest/management/bios.h"
 #include "selftest/management/board_health.h"
 #include "selftest/management/control_logic.h"
@@ -46,6 +47,7 @@ constexpr part parts[] = {
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
+    {"backplane", on_self<check_backplane>},
 };
 
 const part *find_part(const char *name) {
