@@ -14,6 +14,7 @@
 #include "selftest/management/bios.h"
 #include "selftest/management/board_health.h"
 #include "selftest/management/control_logic.h"
+#include "selftest/management/smb_counters.h"
 #include "selftest/management/storage_sizes.h"
 #include "selftest/report.h"
 
@@ -48,6 +49,8 @@ constexpr part parts[] = {
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
     {"backplane", on_self<check_backplane>},
+    // No section runs it.
+    {"smb_counters", on_self<check_smb_counters>},
 };
 
 const part *find_part(const char *name) {
