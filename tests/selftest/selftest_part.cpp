@@ -13,6 +13,7 @@
 #include "selftest/management/backplane.h"
 #include "selftest/management/bios.h"
 #include "selftest/management/board_health.h"
+#include "selftest/management/board_mng.h"
 #include "selftest/management/control_logic.h"
 #include "selftest/management/smb_counters.h"
 #include "selftest/management/storage_sizes.h"
@@ -45,6 +46,8 @@ constexpr part parts[] = {
     {"control_logic", on_self<check_control_logic>},
     {"capability", on_self<check_capability>},
     {"storage_sizes", on_self<check_storage_sizes>},
+    // All of the above.
+    {"board_mng", on_self<board_mng_test>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
