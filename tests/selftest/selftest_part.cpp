@@ -15,6 +15,13 @@
 #include "selftest/management/board_presence.h"
 #include "selftest/management/boot_step.h"
 #include "selftest/management/power_cycle.h"
+#include "selftest/management/backplane.h"
+#include "selftest/management/bios.h"
+#include "selftest/management/board_health.h"
+#include "selftest/management/board_mng.h"
+#include "selftest/management/control_logic.h"
+#include "selftest/management/smb_counters.h"
+#include "selftest/management/storage_sizes.h"
 #include "selftest/report.h"
 
 namespace {
@@ -46,9 +53,22 @@ constexpr part parts[] = {
     {"epld_power", on_self<check_epld_power>},
     {"tpm", on_self<check_tpm>},
     {"boot_step", on_self<check_boot_step>},
+    {"weld", on_self<check_weld>},
+    {"corrosion", on_self<check_corrosion>},
+    {"low_voltage", on_self<check_low_voltage>},
+    {"bios", on_self<check_bios>},
+    {"mpu_status", on_self<check_mpu_status>},
+    {"control_logic", on_self<check_control_logic>},
+    {"capability", on_self<check_capability>},
+    {"storage_sizes", on_self<check_storage_sizes>},
+    // All of the above.
+    {"board_mng", on_self<board_mng_test>},
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
+    {"backplane", on_self<check_backplane>},
+    // No section runs it.
+    {"smb_counters", on_self<check_smb_counters>},
 };
 
 const part *find_part(const char *name) {

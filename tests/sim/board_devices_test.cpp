@@ -80,6 +80,13 @@ TEST(Memory, TemperaturesAndBuses) {
         "bus\"\n0x0 state=1 dfx=\"memory event at processor 0\"\n");
 }
 
+TEST(Memory, AModuleThatDoesNotAnswerOnItsBusTellsNothing) {
+    EXPECT_EQ(answers(new_altered("mpu_master", {{"self/sim_board/dimm/1/bus_fault", "1"}}),
+                      {"drv_board_get_dimm_info(dimm_id=1, size=127)", "drv_board_get_dimm_temperature(dimm_id=1)",
+                       "drv_board_get_dimm_temperature(dimm_id=0)"}),
+              "0x8111010f\n0x8111010f\n0x0 temperature=41\n");
+}
+
 TEST(Logic, VersionsAndCounts) {
     EXPECT_EQ(answers(new_delivered("mpu_master"),
                       {"drv_board_get_cpld_num()", "drv_board_get_ctrl_fpga_num()", "drv_board_get_cpld_ver(cpld_id=0)",

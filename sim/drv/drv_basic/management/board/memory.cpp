@@ -15,6 +15,13 @@ uint32_t read_size(uint32_t inst_id, word_of<memory::family> name, uint32_t *siz
     });
 }
 
+// What a module tells comes over its own bus.
+device_of<dimm::family> readable_dimm(board &b, uint32_t inst_id, uint32_t dimm_id) {
+    const auto which = b.find<dimm::family>(inst_id, dimm_id);
+    refuse_if(b.has(which, dimm::bus_fault) && b.get(which, dimm::bus_fault) != 0, error::not_ready);
+    return which;
+}
+
 } // namespace
 
 uint32_t drv_board_get_bootrom_size(uint32_t inst_id, uint32_t *size) {
@@ -40,7 +47,7 @@ uint32_t drv_board_get_sdram_size(uint32_t inst_id, uint32_t *size) {
 uint32_t drv_board_get_dimm_info(uint32_t inst_id, uint32_t dimm_id, uint8_t *buffer, uint32_t size) {
     return operate([&](board &b) {
         refuse_null(buffer);
-        const auto which = b.find<dimm::family>(inst_id, dimm_id);
+        const auto which = readable_dimm(b, inst_id, dimm_id);
         refuse_if(size < dimm::spd_size, error::too_small);
         for (uint32_t i = 0; i < dimm::spd_size; ++i) {
             buffer[i] = static_cast<uint8_t>(read_space(b, dimm::spd, which, dimm::spd_first + i));
@@ -51,7 +58,7 @@ uint32_t drv_board_get_dimm_info(uint32_t inst_id, uint32_t dimm_id, uint8_t *bu
 uint32_t drv_board_get_dimm_temperature(uint32_t inst_id, uint32_t dimm_id, int32_t *temperature) {
     return operate([&](board &b) {
         refuse_null(temperature);
-        *temperature = static_cast<int32_t>(b.get(b.find<dimm::family>(inst_id, dimm_id), dimm::celsius));
+        *temperature = static_cast<int32_t>(b.get(readable_dimm(b, inst_id, dimm_id), dimm::celsius));
     });
 }
 
