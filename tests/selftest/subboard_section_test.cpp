@@ -194,7 +194,7 @@ TEST(SubboardSectionTest, AMessageDoesNotLastUntilTheNextSubboard) {
 }
 
 TEST(SubboardSectionTest, WhatTheDriverLeavesUnwrittenIsZero) {
-    expect_part("subboard", one(wired, wired, wired, wired) + all_rules(0, "0") + ex_rule(0, "0"),
+    expect_part("subboard", one("0", "0", "0", "0") + all_rules(0, "0") + ex_rule(0, "0"),
                 "Success: get subboard 0 cpu-board type is 0x0.\r\n"
                 "Success: get subboard 0 cpu-board pcb is 0x0.\r\n"
                 "Success: get subboard 0 cpu-board bom version is 0x0.\r\n"

@@ -32,7 +32,7 @@ const char *subboard_name(uint32_t subboard_id) {
 }
 
 bool is_described(const entry_walk &walk, const char *element) {
-    uint32_t config = not_wired;
+    uint32_t config = 0;
     return read_element(walk, element, &config) == 0 && config != not_wired;
 }
 
