@@ -20,6 +20,26 @@ inline std::vector<std::string> calls_of(const std::vector<std::string> &options
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("drv_")) {
             calls.push_back(line.substr(0, line.find(" = ")));
+// The driver calls of one part of the self-test in the order in which they are made.
+#pragma once
+
+#include <fstream>
+#include <string>
+
+#include "tests/selftest/part.h"
+#include "tests/support/simulator.h"
+
+namespace kestro_tests {
+
+// A line per call, without its result; calls that only read the board description are left out.
+inline std::string driver_calls(const std::string &name, const std::string &script) {
+    const std::string trace = new_scratch_dir() + "/trace";
+    run_part({"--strict", "--script", scratch_file("script", script), "--trace", trace}, name);
+    std::ifstream lines(trace);
+    std::string calls;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("drv_")) {
+            calls += line.substr(0, line.find(')') + 1) + "\n";
         }
     }
     return calls;

@@ -7,6 +7,12 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "selftest/cards/slots.h"
+#include "selftest/cards/subboards.h"
+#include "selftest/environment/dyinggasp.h"
+#include "selftest/environment/temperature.h"
+#include "selftest/environment/voltage.h"
+#include "selftest/environment/woffline.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -69,6 +75,22 @@ constexpr part parts[] = {
     {"backplane", on_self<check_backplane>},
     // No section runs it.
     {"smb_counters", on_self<check_smb_counters>},
+    {"voltage_values", on_self<check_voltage_values>},
+    {"voltage_setting", on_self<check_voltage_setting>},
+    {"vrm_alerts", on_self<check_vrm_alerts>},
+    {"power_and_avs_dump", on_self<check_power_and_avs_dump>},
+    {"power_stages", on_self<check_power_stages>},
+    {"voltage", on_self<voltage_section>},
+    {"temperature", on_self<temperature_section>},
+    {"barcode", on_self<barcode_section>},
+    {"elabel", elabel},
+    {"mac", on_self<mac_section>},
+    {"woffline", on_self<woffline_section>},
+    {"slot", on_self<slot_section>},
+    {"subboard", on_self<subboard_section>},
+    {"dyinggasp_simulation", on_self<check_dyinggasp_simulation>},
+    {"dyinggasp_cards", on_self<check_dyinggasp_cards>},
+    {"dyinggasp", on_self<dyinggasp_section>},
 };
 
 const part *find_part(const char *name) {

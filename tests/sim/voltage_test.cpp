@@ -111,6 +111,35 @@ TEST(VoltageDriver, ValueOutsideTheRangeIsRefusedAndChangesNothing) {
     EXPECT_EQ(answers(board, {"drv_voltage_set_value(voltage_id=1, value=3300)"}), not_supported);
 }
 
+TEST(VoltageDriver, ARailThatIsStuckTakesASettingAndStays) {
+    const test_board board = new_altered("mpu_master", {{"self/sim_voltage/rail/2/stuck", "1"}});
+    EXPECT_EQ(answers(board, {"drv_voltage_set_value(voltage_id=2, value=1000)", "drv_voltage_get_value(voltage_id=2)",
+                              "drv_voltage_set_value(voltage_id=2, value=1101)",
+                              "drv_voltage_set_value(voltage_id=3, value=900)", "drv_voltage_get_value(voltage_id=3)",
+                              "drv_voltage_get_history_value(voltage_id=2)"}),
+              ok + "0x0 value=1004\n" + bad_value + ok + "0x0 value=900\n0x0 max_value=1010 min_value=998\n");
+}
+
+TEST(VoltageDriver, PowerStagesAreDumped) {
+    const test_board board = new_altered("mpu_master", {{"self/sim_voltage/power/1/status", "0x83"}});
+    EXPECT_EQ(answers(board, {"drv_voltage_dump_power(len=1200)", "drv_voltage_dump_power(inst_id=0xff000002, len=64)",
+                              "drv_voltage_dump_power(inst_id=0xff000005, len=64)",
+                              "drv_voltage_dump_power(inst_id=0xff000006, len=64)",
+                              "drv_voltage_dump_power(len=64, buffer=null)"}),
+              "0x0 buffer=\"power 0: status 0x00, good\\r\\n"
+              "power 1: status 0x83, power not good, output short, unknown fault\\r\\n"
+              "power 2: status 0x00, good\\r\\n\"\n"
+              "0x0 buffer=\"power 0: status 0x00, good\\r\\n\"\n" +
+                  not_supported + no_such_instance + null_pointer);
+}
+
+TEST(VoltageDriver, ADumpOfStagesIsWholeOrRefused) {
+    const test_board board = new_delivered("lpu");
+    EXPECT_EQ(answers(board, {"drv_voltage_dump_power(len=29)", "drv_voltage_dump_power(len=28)",
+                              "drv_voltage_dump_power(len=0)"}),
+              "0x0 buffer=\"power 0: status 0x00, good\\r\\n\"\n" + too_small + too_small);
+}
+
 TEST(VoltageDriver, ThresholdsAreReadBackByAnotherProcess) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(answers(board, {"drv_voltage_get_warning_th(voltage_id=1)", "drv_voltage_get_alarm_th(voltage_id=1)"}),

@@ -93,6 +93,22 @@ TEST_F(Woffline, CutsTheBoardOffFromTheFabricsWhenItMay) {
               ok + "0x0 value=0\n0x0 value=1\n");
 }
 
+TEST_F(Woffline, AnEnableThatIsStuckTakesAWriteAndStays) {
+    EXPECT_EQ(answers_after({"--set", "slot9/woffline/watch/0/stuck=1", "--set", "slot9/woffline/interrupt/0/stuck=1",
+                             "--set", "slot9/woffline/isolation/0/stuck=1"},
+                            {"drv_woffline_set_en_state(enable=0)", "drv_woffline_get_en_state()",
+                             "drv_woffline_set_irq_enable(enable=0)", "drv_woffline_get_irq_enable()",
+                             "drv_woffline_set_sfu_isolate_en(enable=1)", "drv_woffline_get_sfu_isolate_en()"}),
+              ok + "0x0 enable=1\n" + ok + "0x0 enable=1\n" + ok + "0x0 enable=0\n");
+    EXPECT_EQ(answers_after({}, {"drv_woffline_set_en_state(enable=2)", "drv_woffline_set_irq_enable(enable=2)",
+                                 "drv_woffline_set_sfu_isolate_en(enable=2)"}),
+              bad_value + bad_value + bad_value);
+    EXPECT_EQ(answers_after({"--set", "slot9/woffline/interrupt/0/stuck=0"},
+                            {"drv_woffline_set_irq_enable(enable=0)", "drv_woffline_get_irq_enable()",
+                             "drv_woffline_set_en_state(enable=0)", "drv_woffline_get_en_state()"}),
+              ok + "0x0 enable=0\n" + ok + "0x0 enable=1\n");
+}
+
 TEST_F(Woffline, RefusesWhatItDoesNotHave) {
     EXPECT_EQ(answers_after({}, {"drv_woffline_set_en_state(enable=2)", "drv_woffline_set_irq_enable(enable=2)",
                                  "drv_woffline_set_sfu_isolate_en(enable=2)", "drv_woffline_get_state(chip_id=2)",

@@ -32,6 +32,9 @@ uint32_t drv_voltage_check_vrm_alert(uint32_t inst_id, uint32_t chip_id, DRV_OUT
 uint32_t drv_voltage_check_power(uint32_t inst_id, uint32_t power_id, DRV_OUT uint32_t *result,
                                  DRV_OUT_TEXT(len) char *buffer, uint32_t len);
 
+/* The state of all power stages as text, at most len bytes. */
+uint32_t drv_voltage_dump_power(uint32_t inst_id, DRV_OUT_TEXT(len) char *buffer, uint32_t len);
+
 /* The rail's name, at most size bytes. */
 uint32_t drv_voltage_get_node_desc(uint32_t inst_id, uint32_t voltage_id, DRV_OUT_TEXT(size) char *desc, uint32_t size);
 

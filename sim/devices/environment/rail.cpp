@@ -5,6 +5,7 @@
 #include "sim/devices/environment/status_bits.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace kestro_sim {
 
@@ -65,6 +66,9 @@ span history(board &b, const one &which) {
 
 void set_millivolts(board &b, change &writes, const one &which, uint32_t to) {
     refuse_if(to < b.get(which, set_low) || to > b.get(which, set_high), error::bad_value);
+    if (b.get(which, stuck) != 0) {
+        return;
+    }
     const span peaks = history(b, which);
     b.put(writes, which, millivolts, to);
     b.keep(writes, which, history_max, peaks.high);
@@ -79,6 +83,14 @@ finding regulator::check(board &b, const device_of<family> &which) {
 
 finding power_stage::check(board &b, const device_of<family> &which) {
     return faults_in(b.get(which, status), stage_bits);
+}
+
+std::string power_stage::dump_line(board &b, const device_of<family> &which) {
+    const finding found = check(b, which);
+    char line[128];
+    const int length = snprintf(line, sizeof line, "power %u: status 0x%02x, %s\r\n", which.id, b.get(which, status),
+                                found.status == 0 ? "good" : found.text.c_str());
+    return {line, static_cast<size_t>(length)};
 }
 
 device_list devices_of_rail() {

@@ -4,6 +4,8 @@
 #include "sim/core/board.h"
 #include "sim/core/finding.h"
 
+#include <string>
+
 namespace kestro_sim {
 
 namespace rail {
@@ -26,11 +28,14 @@ inline constexpr reg set_low =
 inline constexpr reg set_high =
     reg::number("set_high", 0, millivolts_max, "mV", "the most an adjustable rail is set to");
 
-inline constexpr device_family family{
-    "sim_voltage",
-    "rail",
-    "a voltage rail",
-    {desc, millivolts, warning_low, warning_high, alarm_low, alarm_high, history_max, history_min, set_low, set_high}};
+inline constexpr reg stuck =
+    reg::flag("stuck", "whether the regulator takes a setting and does not follow it").or_else(0);
+
+inline constexpr device_family family{"sim_voltage",
+                                      "rail",
+                                      "a voltage rail",
+                                      {desc, millivolts, warning_low, warning_high, alarm_low, alarm_high, history_max,
+                                       history_min, set_low, set_high, stuck}};
 
 using one = device_of<family>;
 
@@ -68,6 +73,9 @@ inline constexpr reg status =
     reg::bits("status", any_u32, "its fault bits: 0x01 power not good, 0x02 output short, 0x04 over-temperature");
 inline constexpr device_family family{"sim_voltage", "power", "a power stage", {status}};
 finding check(board &b, const device_of<family> &which);
+
+// The line of a stage in a dump.
+std::string dump_line(board &b, const device_of<family> &which);
 } // namespace power_stage
 
 } // namespace kestro_sim

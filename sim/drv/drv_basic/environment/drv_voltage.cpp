@@ -106,6 +106,19 @@ uint32_t drv_voltage_check_power(uint32_t inst_id, uint32_t power_id, uint32_t *
     });
 }
 
+// As with the scaling controllers: what does not fit is refused.
+uint32_t drv_voltage_dump_power(uint32_t inst_id, char *buffer, uint32_t len) {
+    return operate([&](board &b) {
+        const auto stages = b.all_at<power_stage::family>(b.instance(inst_id));
+        refuse_if(stages.empty(), error::not_supported);
+        std::string dump;
+        for (const auto &stage : stages) {
+            dump += power_stage::dump_line(b, stage);
+        }
+        write_text(buffer, len, dump);
+    });
+}
+
 uint32_t drv_voltage_get_node_desc(uint32_t inst_id, uint32_t voltage_id, char *desc, uint32_t size) {
     return operate(
         [&](board &b) { write_text(desc, size, b.text(b.find<rail::family>(inst_id, voltage_id), rail::desc)); });

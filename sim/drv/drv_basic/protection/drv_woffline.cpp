@@ -12,8 +12,15 @@ uint32_t accept_instance(uint32_t inst_id) {
     return operate([&](board &b) { b.find<line_watch::family>(inst_id); });
 }
 
-template <const device_family &Family> uint32_t set_enable(uint32_t inst_id, written_of<Family> name, uint32_t enable) {
-    return operate([&](board &b) { b.put(b.find<Family>(inst_id), name, enable); });
+template <const device_family &Family>
+uint32_t set_enable(uint32_t inst_id, written_of<Family> name, word_of<Family> stuck, uint32_t enable) {
+    return operate([&](board &b) {
+        const auto which = b.find<Family>(inst_id);
+        refuse_if(enable > 1, error::bad_value);
+        if (b.get(which, stuck) == 0) {
+            b.put(which, name, enable);
+        }
+    });
 }
 
 template <const device_family &Family> uint32_t get_enable(uint32_t inst_id, word_of<Family> name, uint32_t *enable) {
@@ -41,7 +48,7 @@ uint32_t drv_woffline_deinit(uint32_t inst_id) {
 }
 
 uint32_t drv_woffline_set_en_state(uint32_t inst_id, uint32_t enable) {
-    return set_enable<line_watch::family>(inst_id, line_watch::enable, enable);
+    return set_enable<line_watch::family>(inst_id, line_watch::enable, line_watch::stuck, enable);
 }
 
 uint32_t drv_woffline_get_en_state(uint32_t inst_id, uint32_t *enable) {
@@ -63,7 +70,7 @@ uint32_t drv_woffline_get_peer_state(uint32_t inst_id, uint32_t chip_id, uint32_
 }
 
 uint32_t drv_woffline_set_irq_enable(uint32_t inst_id, uint32_t enable) {
-    return set_enable<line_interrupt::family>(inst_id, line_interrupt::enable, enable);
+    return set_enable<line_interrupt::family>(inst_id, line_interrupt::enable, line_interrupt::stuck, enable);
 }
 
 uint32_t drv_woffline_get_irq_enable(uint32_t inst_id, uint32_t *enable) {
@@ -78,7 +85,7 @@ uint32_t drv_woffline_get_irq_state(uint32_t inst_id, uint32_t chip_id, uint32_t
 }
 
 uint32_t drv_woffline_set_sfu_isolate_en(uint32_t inst_id, uint32_t enable) {
-    return set_enable<fabric_isolation::family>(inst_id, fabric_isolation::enable, enable);
+    return set_enable<fabric_isolation::family>(inst_id, fabric_isolation::enable, fabric_isolation::stuck, enable);
 }
 
 uint32_t drv_woffline_get_sfu_isolate_en(uint32_t inst_id, uint32_t *enable) {
