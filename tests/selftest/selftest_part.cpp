@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "selftest/cards/slave_board.h"
+#include "selftest/environment/soft_reset.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -34,6 +36,8 @@ constexpr part parts[] = {
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
+    {"soft_reset", on_self<soft_reset_section>},
+    {"slave_special", on_self<slave_special_section>},
 };
 
 const part *find_part(const char *name) {
