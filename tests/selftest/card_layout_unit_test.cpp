@@ -1,10 +1,14 @@
-// What is noted of each card.
+// What is noted of each card, and what of it outlasts the card's test.
 #include <gtest/gtest.h>
 
 #include <map>
 
+#include "drv_basic/management/drv_board.h"
 #include "nb_bsp/nb_bsp.h"
 #include "selftest/cards/card_layout.h"
+#include "selftest/cards/card_test.h"
+#include "tests/selftest/fake_drivers.h"
+#include "tests/selftest/fake_storage.h"
 #include "tests/support/capture.h"
 
 using namespace kestro_tests;
@@ -16,8 +20,9 @@ struct place {
     uint32_t size;
 };
 
-// The card's EEPROM.
+// The card's EEPROM, and the number that the board support gives the card.
 std::map<uint32_t, place> sections;
+uint32_t number_of_card;
 
 const std::map<uint32_t, place> kv_lpu = {{8, {2544, 128}}, {9, {2672, 128}}};
 const std::map<uint32_t, place> qrm_old = {{0, {0, 1024}},    {7, {2048, 128}}, {11, {2240, 1536}},
@@ -26,7 +31,10 @@ const std::map<uint32_t, place> qrm_old = {{0, {0, 1024}},    {7, {2048, 128}}, 
 class CardLayoutTest : public testing::Test {
   protected:
     void SetUp() override {
+        drivers() = {};
+        storage() = {};
         sections.clear();
+        number_of_card = 0;
         for (uint32_t card = 0; card <= card_numbers; ++card) {
             set_card_layout(card, unknown_card);
             set_card_value(card, 0);
@@ -43,6 +51,12 @@ int recognise(uint32_t card_number) {
     return result;
 }
 
+int test_card() {
+    int result = 99;
+    printed_by([&] { result = card_onekey_test(1, console_sink); });
+    return result;
+}
+
 } // namespace
 
 uint32_t find_section_info_by_section(uint32_t, uint32_t section_id, uint32_t *, uint32_t *offset, uint32_t *size) {
@@ -52,6 +66,16 @@ uint32_t find_section_info_by_section(uint32_t, uint32_t section_id, uint32_t *,
     }
     *offset = found->second.offset;
     *size = found->second.size;
+    return 0;
+}
+
+uint32_t get_card_id(uint32_t, uint32_t *card_id) {
+    *card_id = number_of_card;
+    return 0;
+}
+
+uint32_t drv_board_get_type(uint32_t, uint32_t *type) {
+    *type = 5;
     return 0;
 }
 
@@ -91,4 +115,22 @@ TEST_F(CardLayoutTest, ValuesAreNotLayouts) {
     EXPECT_EQ(card_layout_of(3), 2U);
     EXPECT_EQ(card_value_of(4), 7U);
     EXPECT_EQ(card_value_of(5), 0U);
+}
+
+TEST_F(CardLayoutTest, AFullTestTakesTheNoteBackAndLeavesTheValue) {
+    number_of_card = 9;
+    sections = qrm_old;
+    set_card_value(9, 11);
+    test_card();
+    EXPECT_EQ(card_layout_of(9), 0U);
+    EXPECT_EQ(card_value_of(9), 11U);
+}
+
+// Its test ends early, so the note stays; and it passes whatever fails.
+TEST_F(CardLayoutTest, AKvLineCardKeepsItsNote) {
+    number_of_card = 9;
+    sections = kv_lpu;
+    storage().broken = true;
+    EXPECT_EQ(test_card(), 0);
+    EXPECT_EQ(card_layout_of(9), 4U);
 }
