@@ -44,6 +44,12 @@ std::string section_at(int id, int offset, int size) {
 const std::string next_generation = section_at(6, 0, 16) + section_at(0, 16, 1200) + section_at(1, 1216, 1200) +
                                     section_at(7, 2416, 128) + section_at(8, 2544, 128) + section_at(9, 2672, 128) +
                                     section_at(10, 2800, 24) + section_at(2, 3072, 5120);
+const std::string router_old = section(6, no_section) + section_at(0, 0, 1024) + section_at(8, 2048, 4096) +
+                               section_at(1, 6144, 1024) + section_at(7, 7168, 64) + section_at(12, 7232, 300) +
+                               section_at(14, 7532, 600);
+const std::string qrm_old = section(6, no_section) + section_at(0, 0, 1024) + section_at(7, 2048, 128) +
+                            section_at(11, 2240, 1536) + section_at(12, 3776, 300) + section_at(13, 7296, 64) +
+                            section_at(8, 8016, 176);
 const std::string kv_lpu =
     section(6, no_section) + section(0, no_section) + section_at(8, 2544, 128) + section_at(9, 2672, 128);
 
@@ -334,6 +340,75 @@ TEST(CardTest, PowerThatIsNotTold) {
     expect_power("0 power=0xffffffff", "Success: card get power pass power = 0xffffffff. \r\n", 0);
 }
 
+// ---- cards whose sensors the board reads
+
+namespace {
+
+std::string nodes_of_sensors(const std::string &temperature, const std::string &dump = not_supported) {
+    const auto missing = [](const std::string &module, const std::string &node) {
+        return call("xml_get_entry_num", "module=\"" + module + "\", node=\"" + node + "\"", "0x51");
+    };
+    return call("xml_get_entry_num", "module=\"temp_mng\", node=\"temp_attr\"", "0 count=1") +
+           call("xml_get_element_value_u32",
+                "module=\"temp_mng\", node=\"temp_attr\", entry=\"entry0\", element=\"temperature_id\"", "0 value=0") +
+           call("drv_temperature_get_value", "temperature_id=0", temperature) +
+           call("drv_temperature_get_node_desc", "temperature_id=0, size=64", "0 desc=\"card\"") +
+           missing("voltage_mng", "check_attr") + missing("voltage_mng", "set_attr") +
+           missing("voltage_mng", "vrm_alert_result") + call("drv_voltage_dump_power", "len=1200", dump) +
+           call("drv_avs_dump_dfx_info", "len=1200", not_supported) + missing("voltage_mng", "power_check");
+}
+
+const std::string temperature_line = "Success: get temperature_id 0   value is 31. desc: card\r\n";
+const std::string voltage_lines = "Info   : voltage get value is not support.\r\n"
+                                  "Info   : voltage set value is not support.\r\n"
+                                  "Info   : voltage avs alert check is not support.\r\n"
+                                  "Info   : voltage power dump is not support\r\n"
+                                  "Info   : voltage avs dump is not support\r\n"
+                                  "Success: voltage power and avs dump pass\r\n"
+                                  "Info   : voltage power check is not support.\r\n";
+
+} // namespace
+
+TEST(CardTest, AnOldRouterCardHasSensorsAndNoCopyOfItsAddresses) {
+    expect_card(found_card() + init("0") + router_old + good_mac() + same_labels + good_label() + good_barcode() +
+                    good_mac() + nodes_of_sensors("0 value=31") + power("0 power=18"),
+                type_line + divided("router old card format") + good_mac_lines + same_labels_lines + good_label_lines +
+                    good_barcode_lines + good_mac_lines + temperature_line + voltage_lines + power_line,
+                0);
+}
+
+TEST(CardTest, AnOldQrmCardHasNoCopyOfItsLabelEither) {
+    expect_card(found_card() + init("0") + qrm_old + good_mac() + good_label() + good_barcode() + good_mac() +
+                    nodes_of_sensors("0 value=31") + power("0 power=18"),
+                type_line + divided("qrm old card format") + good_mac_lines + good_label_lines + good_barcode_lines +
+                    good_mac_lines + temperature_line + voltage_lines + power_line,
+                0);
+}
+
+TEST(CardTest, ASensorThatFailsFailsTheCard) {
+    expect_card(found_card() + init("0") + qrm_old + no_mac + good_label() + no_barcode + nodes_of_sensors("0x37") +
+                    power("0 power=18"),
+                type_line + divided("qrm old card format") + no_mac_line + good_label_lines + no_barcode_line +
+                    no_mac_line + "Error: temperature get fail. temperature_id 0 ret 0x37\r\n" +
+                    "Success: get temperature_id 0   value is 0. desc: card\r\n" + voltage_lines + power_line,
+                -1);
+}
+
+TEST(CardTest, AVoltageThatFailsFailsTheCard) {
+    expect_card(found_card() + init("0") + router_old + no_mac + same_labels + good_label() + no_barcode +
+                    nodes_of_sensors("0 value=31", "0x38") + power("0 power=18"),
+                type_line + divided("router old card format") + no_mac_line + same_labels_lines + good_label_lines +
+                    no_barcode_line + no_mac_line + temperature_line +
+                    "Info   : voltage get value is not support.\r\n"
+                    "Info   : voltage set value is not support.\r\n"
+                    "Info   : voltage avs alert check is not support.\r\n"
+                    "Error  : voltage power dump fail 0x38\r\n"
+                    "Info   : voltage avs dump is not support\r\n"
+                    "Info   : voltage power check is not support.\r\n" +
+                    power_line,
+                -1);
+}
+
 // ---- the cards of the simulated chassis
 
 namespace {
@@ -461,4 +536,31 @@ TEST(CardOnABoardTest, ACardWithAForeignLayout) {
                     type_line + divided("kv lpu card format") + mac_lines_of(8, "0x2-0xa0-0xc0-0x5-0x0-0x0"), 0);
     expect_on_board({"--board", layout(8192)}, "card_in_slot_5",
                     lines_of({.layout_lines = no_layout_lines, .mac_copies = ""}), 0);
+}
+
+// Fans at half speed: a watt lifts the second sensor by twice the 0.5 K that it does at full speed.
+TEST(CardOnABoardTest, CardsOfTheOldFormats) {
+    const auto sensors = [](const std::string &celsius) {
+        return "Success: get temperature_id 0   value is 25. desc: card inlet\r\n"
+               "Success: get temperature_id 1   value is " +
+               celsius +
+               ". desc: card\r\n"
+               "Success: get voltage_id 0   value is 3298mv. desc: 3V3 card. max 3308 min 3288\r\n"
+               "Success: get voltage_id 1   value is 1001mv. desc: 1V0 card core. max 1005 min 997\r\n"
+               "Info   : voltage set value is not support.\r\n"
+               "Info   : voltage avs alert check is not support.\r\n"
+               "Info   : voltage avs dump is not support\r\n"
+               "Success: voltage power and avs dump pass\r\n"
+               "Success: voltage power 0 check pass\r\n";
+    };
+    expect_on_board({}, "card_in_slot_2",
+                    "Success: card type is 0x2302001 \r\n" + divided("router old card format") + no_mac_line +
+                        same_labels_lines + file_label_lines + no_barcode_line + no_mac_line + sensors("37") +
+                        "Success: card get power pass power = 0xc. \r\n",
+                    0);
+    expect_on_board({}, "card_in_slot_3",
+                    "Success: card type is 0x2302002 \r\n" + divided("qrm old card format") + no_mac_line +
+                        file_label_lines + no_barcode_line + no_mac_line + sensors("40") +
+                        "Success: card get power pass power = 0xf. \r\n",
+                    0);
 }
