@@ -1,6 +1,8 @@
 // The card test: presence and type, the layout of the EEPROM, and what is tested of a card of each layout.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "tests/selftest/part.h"
 #include "tests/support/driver_calls.h"
 
@@ -260,6 +262,17 @@ TEST(CardTest, OneSectionThatIsOffMakesAnotherLayout) {
     }
 }
 
+// No layout asks on behind its first section that is off.
+TEST(CardTest, LayoutsEndAtTheFirstSectionThatIsOff) {
+    const auto asked = [](int id, const std::string &answer, int times) {
+        return section(id, answer + " x" + std::to_string(times));
+    };
+    expect_card(short_card(found_card() + init("0") + asked(6, no_section, 1) +
+                           asked(0, "0 device_id=2 offset=0 size=1024", 2) + asked(8, no_section, 2) +
+                           asked(7, no_section, 1)),
+                short_card_lines(type_line + no_layout_lines), 0);
+}
+
 TEST(CardTest, ASectionOfAKvLineCardThatIsOff) {
     const std::string before = section(6, no_section) + section(0, no_section) + section_at(8, 2544, 128);
     expect_card(short_card(found_card() + init("0") + before + section_at(9, 2672, 127)),
@@ -446,6 +459,16 @@ void expect_on_board(const std::vector<std::string> &options, const std::string 
     EXPECT_EQ(run.err, "") << name;
 }
 
+// The operations that a trace shows, each with a blank behind it.
+std::string operations_in(const std::string &trace) {
+    std::istringstream lines(trace);
+    std::string names;
+    for (std::string line; std::getline(lines, line);) {
+        names += line.substr(0, line.find('(')) + " ";
+    }
+    return names;
+}
+
 // The master, with what sits in slot 5 changed.
 std::string changed_card(const std::string &changes) {
     return scratch_file("board.xml", "<board name=\"changed\" like=\"mpu\" slot=\"9\"><place name=\"slot5\">" +
@@ -460,6 +483,24 @@ TEST(CardOnABoardTest, PresentCards) {
     // Once more: the first run has left the card as it was.
     expect_on_board(state, "card_in_slot_5", lines_of({}), 0);
     expect_on_board({"--board", "lpu"}, "card_1_on_board", lines_of({.address = "0x2-0xa0-0xc0-0x7-0x10-0x0"}), 0);
+}
+
+TEST(CardOnABoardTest, TheOrderOfTheCalls) {
+    const std::string trace = new_scratch_dir() + "/trace";
+    run_part({"--trace", trace}, "card_in_slot_5");
+    const std::string mac = "drv_mac_get_num drv_eeprom_read_data drv_eeprom_read_data "
+                            "drv_mac_get_num drv_mac_get_addr_num drv_mac_set_num drv_mac_set_addr_num "
+                            "drv_mac_get_num drv_mac_get_addr_num drv_mac_set_num drv_mac_set_addr_num ";
+    std::string sections;
+    for (int i = 0; i < 8; ++i) {
+        sections += "find_section_info_by_section ";
+    }
+    EXPECT_EQ(operations_in(read_file(trace)),
+              "get_card_id drv_board_get_online_status drv_board_get_type drv_init_entry " + sections + mac +
+                  "drv_eeprom_read_data drv_eeprom_read_data "
+                  "drv_elabel_read drv_elabel_write drv_elabel_read drv_elabel_write "
+                  "drv_barcode_read drv_barcode_write drv_barcode_read drv_barcode_write " +
+                  mac + "drv_board_get_power ");
 }
 
 TEST(CardOnABoardTest, AKvLineCard) {

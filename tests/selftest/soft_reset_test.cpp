@@ -156,3 +156,15 @@ TEST(SoftResetOnABoardTest, BoardsThatCameUpFromPower) {
     }
     EXPECT_EQ(run_part({"--board", "lpu"}, "soft_reset").out, "Info: ptn soft reset is not support.\r\nresult 0\n");
 }
+
+TEST(SoftResetOnABoardTest, TheOrderOfTheCalls) {
+    const std::string trace = new_scratch_dir() + "/trace";
+    run_part({"--trace", trace}, "soft_reset");
+    EXPECT_EQ(read_file(trace),
+              "xml_get_element_value_u32(inst_id=0xffffffff, module=\"softreset_mng\", node=\"softreset_attr\", "
+              "entry=\"softreset_support\", element=\"value\") = 0x0 value=1\n"
+              "drv_softreset_get_reset_type(inst_id=0xffffffff) = 0x0 reset_type=2\n"
+              "drv_memenv_num_get(name=\"kestro_softreset_mode\", base=10) = 0x0 value=1\n"
+              "drv_env_get(name=\"board_reset_mode\", size=256) = 0x0 value=\"1\"\n"
+              "drv_env_get(name=\"hard_reset_init_flag\", size=4) = 0x0 value=\"1\"\n");
+}
