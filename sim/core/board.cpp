@@ -7,6 +7,7 @@
 #include "sim/core/registers.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/time.h"
+#include "sim/devices/management/card_bus.h"
 #include "sim/devices/management/mastership.h"
 
 #include <algorithm>
@@ -84,7 +85,7 @@ bool board::is_seen(const std::string &place) {
     }
     const auto slot = slot_of_place(place);
     const bool is_in_card_slot = slot && type_of_slot(described(), *slot) == card_slot;
-    return !is_in_card_slot || slot_of_place(seat_) == master_slot();
+    return !is_in_card_slot || card_bus::is_open(*this, slot_of_place(seat_).value_or(0), *slot);
 }
 
 // A chassis that does not say has no two to choose from.

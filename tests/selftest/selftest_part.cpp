@@ -13,6 +13,9 @@
 #include "selftest/environment/temperature.h"
 #include "selftest/environment/voltage.h"
 #include "selftest/environment/woffline.h"
+#include "selftest/cards/card_test.h"
+#include "selftest/cards/slave_board.h"
+#include "selftest/environment/soft_reset.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -47,7 +50,11 @@ template <int check(uint32_t, report_sink)> int on_self(report_sink sink) {
     return check(self, sink);
 }
 
-// A line each, in the order in which a whole-board run comes to them.
+template <uint32_t card> int on_card(report_sink sink) {
+    return card_onekey_test(card, sink);
+}
+
+// A line each, in the order in which a whole-board run comes to them; last what it does not come to.
 constexpr part parts[] = {
     {"hardware_identity", on_self<check_hardware_identity>},
     {"pcb_version", on_self<check_pcb_version>},
@@ -91,6 +98,14 @@ constexpr part parts[] = {
     {"dyinggasp_simulation", on_self<check_dyinggasp_simulation>},
     {"dyinggasp_cards", on_self<check_dyinggasp_cards>},
     {"dyinggasp", on_self<dyinggasp_section>},
+    {"soft_reset", on_self<soft_reset_section>},
+    {"slave_special", on_self<slave_special_section>},
+    {"card_in_slot_1", on_card<0xff000001>},
+    {"card_in_slot_2", on_card<0xff000002>},
+    {"card_in_slot_3", on_card<0xff000003>},
+    {"card_in_slot_4", on_card<0xff000004>},
+    {"card_in_slot_5", on_card<0xff000005>},
+    {"card_1_on_board", on_card<0x0100ffff>},
 };
 
 const part *find_part(const char *name) {

@@ -215,6 +215,22 @@ TEST(Eeprom, Limits) {
               no_such_instance);
 }
 
+// The sections of old cards hold 1024 bytes of the 1200 that a label has.
+TEST(Eeprom, LabelsOfShortSectionsAreFilledUp) {
+    const test_board master = new_master();
+    const std::string read = "drv_eeprom_read_data(inst_id=0xff000002, section_id=";
+    const std::string label(1024, 'x');
+    EXPECT_EQ(answers(master, {"drv_elabel_write(inst_id=0xff000002, elabel_id=0, area=\"" + label + "\", len=1024)",
+                               read + "0, offset=0, len=1200)", read + "1, offset=0, len=1200)",
+                               read + "1, offset=1023, len=177)"}),
+              ok + "0x0 buffer=" + bytes(label, 1200) + "\n0x0 buffer=" + bytes(label, 1200) +
+                  "\n0x0 buffer=" + bytes("x", 177) + "\n");
+    EXPECT_EQ(
+        answers(master, {read + "0, offset=0, len=1201)", read + "1, offset=1, len=1200)",
+                         read + "1, offset=1024, len=1)", read + "0, offset=0, len=0)", read + "7, offset=0, len=65)"}),
+        out_of_range + out_of_range + out_of_range + out_of_range + out_of_range);
+}
+
 TEST(Bsp, SectionsOfCards) {
     const test_board board = new_master();
     EXPECT_EQ(answers(board, {"find_section_info_by_section(inst_id=0xff000005, section_id=6)",

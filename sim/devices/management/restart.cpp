@@ -2,6 +2,7 @@
 #include "sim/devices/management/restart.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/storage/environment.h"
 
 namespace kestro_sim {
 
@@ -16,6 +17,7 @@ void note_restart(board &b, change &writes, const std::string &place, restart_re
     if (b.has(control, reset_control::cool)) {
         b.put(writes, control, reset_control::cool, static_cast<uint32_t>(kind));
     }
+    note_start(b, writes, place, reason, kind);
 }
 
 device_list devices_of_restart() {

@@ -2,20 +2,16 @@
 #include "drv_basic/management/drv_board.h"
 
 #include "sim/devices/chassis/slots.h"
-#include "sim/devices/management/mastership.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
 
 namespace {
 
-bool is_slave(board &b) {
-    return !b.all_at<master_control::family>(b.self()).empty() && own_slot(b) != b.master_slot();
-}
-
 // The type of a card stands in the card's own logic, on a bus that only the master drives.
 device_of<board_unit::family> typed_unit(board &b, uint32_t inst_id) {
-    refuse_if(is_slave(b) && is_card(b, b.instance(inst_id)), error::not_supported);
+    const std::string place = b.instance(inst_id);
+    refuse_if(is_card(b, place) && !b.is_seen(place), error::not_supported);
     return unit(b, inst_id);
 }
 

@@ -9,6 +9,6 @@ using namespace kestro_sim;
 uint32_t drv_softreset_get_reset_type(uint32_t inst_id, uint32_t *reset_type) {
     return operate([&](board &b) {
         refuse_null(reset_type);
-        *reset_type = static_cast<uint32_t>(soft_reset::last(b, b.find<soft_reset::family>(inst_id)));
+        *reset_type = soft_reset::last(b, b.find<soft_reset::family>(inst_id));
     });
 }
