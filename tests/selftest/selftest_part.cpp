@@ -7,6 +7,13 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "selftest/board_selftest.h"
+#include "selftest/chips/expander.h"
+#include "selftest/chips/mdio_bus.h"
+#include "selftest/chips/pci.h"
+#include "selftest/chips/rtc.h"
+#include "selftest/environment/board_capability.h"
+#include "selftest/environment/digital.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -29,11 +36,30 @@ template <int check(uint32_t, report_sink)> int on_self(report_sink sink) {
     return check(self, sink);
 }
 
+// On the console the step's buffer is printed whole, as a whole-board run does.
+template <buffered_step step> int buffered(report_sink sink) {
+    if (sink.buffer != nullptr) {
+        return step(self, sink.buffer, report_capacity, sink.fill);
+    }
+    auto *buffer = static_cast<char *>(calloc(report_capacity + 1, 1));
+    uint32_t fill = 0;
+    const int result = step(self, buffer, report_capacity, &fill);
+    fputs(buffer, stdout);
+    free(buffer);
+    return result;
+}
+
 // A line each, in the order in which a whole-board run comes to them.
 constexpr part parts[] = {
     {"barcode", on_self<barcode_section>},
     {"elabel", elabel},
     {"mac", on_self<mac_section>},
+    {"digital", on_self<digital_section>},
+    {"board_capability", on_self<board_capability_section>},
+    {"mdio", on_self<mdio_section>},
+    {"pci", on_self<pci_section>},
+    {"chip9555", on_self<chip9555_section>},
+    {"rtc", buffered<rtc_section>},
 };
 
 const part *find_part(const char *name) {
