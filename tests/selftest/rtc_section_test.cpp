@@ -81,6 +81,13 @@ void expect_dump(const std::string &script, const std::string &logged, const std
     expect_rtc(good_clock + script, logged + clock_lines + line, result);
 }
 
+// A board whose clock was set: what it counted, in nanoseconds since 2000, when the board was made.
+std::string board_that_counts(const std::string &nanoseconds) {
+    return scratch_file("board.xml", "<board name=\"late\" like=\"mpu\" slot=\"9\"><module name=\"sim_rtc\">"
+                                     "<node name=\"chip\"><entry name=\"0\"><element name=\"offset\" value=\"" +
+                                         nanoseconds + "\"/></entry></node></module></board>");
+}
+
 } // namespace
 
 TEST(RtcSectionTest, AGoodClock) {
@@ -252,4 +259,42 @@ TEST(RtcSectionTest, OrderOfCalls) {
                           "drv_rtc_write_time\n"
                           "drv_rtc_dump_info\n"
                           "drv_log_record\n");
+}
+
+// A second has been added each time, so the clock of a second run is a second ahead.
+TEST(RtcSectionTest, AHealthyClockIsPutBack) {
+    const std::string state = new_scratch_dir();
+    const std::string first = run_part({"--state", state, "--board", "mpu_slave"}, "rtc").out;
+    const std::string second = run_part({"--state", state, "--board", "mpu_slave"}, "rtc").out;
+    const std::string unchanged = write_lines + recover_line + dump_line + "result 0\n";
+    EXPECT_EQ(first, "\r\n[RTC_TEST][info]:RTC get dump info: \r\n"
+                     "0x00: 0x00 subsecond\r\n0x01: 0x01 second\r\n0x02: 0x00 minute\r\n0x03: 0x08 hour\r\n"
+                     "0x04: 0x04 day_of_week\r\n0x05: 0x15 day_of_month\r\n0x06: 0x01 month\r\n0x07: 0x26 year\r\n"
+                     "0x08: 0x00 status\r\n0x09: 0x00 trim\r\n\r\n" +
+                         battery_line +
+                         "Success: read rtc time test pass\r\n\trtc time: 2026/1/15 8:0:0:0 Week4(7 for Sunday)\r\n" +
+                         agree_lines + unchanged);
+    EXPECT_EQ(second.substr(second.find("Success: rtc battery")),
+              battery_line +
+                  "Success: read rtc time test pass\r\n\trtc time: 2026/1/15 8:0:1:0 Week4(7 for Sunday)\r\n"
+                  "Success: rtc system time consistency test pass\r\n" +
+                  sys_line + "\ttime diff: -1.000000(s)\r\n" + unchanged);
+}
+
+// It was set to three seconds before eight when the board was made.
+TEST(RtcSectionTest, ASimulatedClockThatLags) {
+    const std::string lines = run_part({"--board", board_that_counts("821779197000000000")}, "rtc").out;
+    EXPECT_EQ(lines.substr(lines.find("Success: rtc battery")),
+              battery_line +
+                  "Success: read rtc time test pass\r\n\trtc time: 2026/1/15 7:59:57:0 Week4(7 for Sunday)\r\n"
+                  "Error : rtc system time consistency test fail\r\n" +
+                  sys_line + "\ttime diff: 3.000000(s)\r\n" + write_lines + recover_line + dump_line + "result -1\n");
+}
+
+// Second 60 began the next minute, which the chip carries over.
+TEST(RtcSectionTest, ASecondBeforeTheMinute) {
+    const std::string lines = run_part({"--board", board_that_counts("821779199000000000")}, "rtc").out;
+    EXPECT_NE(lines.find("\trtc time: 2026/1/15 7:59:59:0 Week4(7 for Sunday)\r\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("0x01: 0x00 second\r\n0x02: 0x00 minute\r\n0x03: 0x08 hour\r\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("result 0\n"), std::string::npos) << lines;
 }
