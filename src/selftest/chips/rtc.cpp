@@ -1,5 +1,5 @@
-// The real-time clock. Its time is replaced for a moment and put back with a second added, for about that long the test
-// takes.
+// The real-time clock. Its time is replaced for a moment and put back with a second added, which is about what the test
+// has taken of it.
 #include "selftest/chips/rtc.h"
 
 #include <cstdarg>
@@ -46,10 +46,10 @@ __attribute__((format(printf, 2, 3))) void append(rtc_report *report, const char
 
 time_t calendar_time(const drv_rtc_time &time) {
     tm calendar = {};
-    calendar.tm_sec = time.second;
-    calendar.tm_min = time.minute;
-    calendar.tm_hour = time.hour;
-    calendar.tm_mday = time.day_of_month;
+    calendar.tm_sec = int{time.second};
+    calendar.tm_min = int{time.minute};
+    calendar.tm_hour = int{time.hour};
+    calendar.tm_mday = int{time.day_of_month};
     calendar.tm_mon = time.month - 1;
     calendar.tm_year = time.year + 100;
     return mktime(&calendar);
@@ -97,9 +97,11 @@ int check_consistency(rtc_report *report, const drv_rtc_time &rtc) {
     return agrees ? 0 : -1;
 }
 
-void append_time(rtc_report *report, const char *what, const drv_rtc_time &time) {
-    append(report, "\t%s time: 20%d/%d/%d %d:%d:%d:%d \r\n", what, time.year, time.month, time.day_of_month, time.hour,
-           time.minute, time.second, time.subsecond);
+void append_times(rtc_report *report, const drv_rtc_time &written, const drv_rtc_time &read) {
+    append(report, "\twrite time: 20%d/%d/%d %d:%d:%d:%d \r\n", written.year, written.month, written.day_of_month,
+           written.hour, written.minute, written.second, written.subsecond);
+    append(report, "\tread  time: 20%d/%d/%d %d:%d:%d:%d \r\n", read.year, read.month, read.day_of_month, read.hour,
+           read.minute, read.second, read.subsecond);
 }
 
 // What the clock shows is told after a write that failed, too.
@@ -115,8 +117,7 @@ int check_write(rtc_report *report) {
     } else {
         append(report, "Error : write rtc time test fail\r\n\tret 0x%x\r\n", ret);
     }
-    append_time(report, "write", test_time);
-    append_time(report, "read ", read_back);
+    append_times(report, test_time, read_back);
     append(report, "\ttime diff: %f(s)\r\n", difference);
     return passed ? 0 : -1;
 }
@@ -166,7 +167,10 @@ int check_clock(rtc_report *report) {
 
 // The drivers know the board's one clock: the description only says whether it is there.
 int rtc_section(uint32_t inst_id, char *buffer, uint32_t capacity, uint32_t *fill) {
-    rtc_report report = {buffer, capacity, *fill};
+    rtc_report report = {};
+    report.buffer = buffer;
+    report.capacity = capacity;
+    report.fill = *fill;
     int result = -1;
     if (has_entries(open_entry_walk(inst_id, "rtc", "rtc_chip"))) {
         result = check_clock(&report);

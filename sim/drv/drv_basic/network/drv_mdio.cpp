@@ -10,7 +10,7 @@ namespace {
 
 // Devices within a PHY are a matter of clause 45.
 phy::one phy_at(board &b, uint32_t inst_id, uint32_t chip_id, uint8_t phy_addr, uint8_t dev_addr) {
-    const phy::one port = phy::find_at(b, b.instance(inst_id), chip_id, phy_addr);
+    phy::one port = phy::find_at(b, b.instance(inst_id), chip_id, phy_addr);
     refuse_if(dev_addr != 0, error::bad_value);
     return port;
 }
