@@ -16,6 +16,13 @@
 #include "selftest/cards/card_test.h"
 #include "selftest/cards/slave_board.h"
 #include "selftest/environment/soft_reset.h"
+#include "selftest/board_selftest.h"
+#include "selftest/chips/expander.h"
+#include "selftest/chips/mdio_bus.h"
+#include "selftest/chips/pci.h"
+#include "selftest/chips/rtc.h"
+#include "selftest/environment/board_capability.h"
+#include "selftest/environment/digital.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -55,6 +62,20 @@ template <uint32_t card> int on_card(report_sink sink) {
 }
 
 // A line each, in the order in which a whole-board run comes to them; last what it does not come to.
+// On the console the step's buffer is printed whole, as a whole-board run does.
+template <buffered_step step> int buffered(report_sink sink) {
+    if (sink.buffer != nullptr) {
+        return step(self, sink.buffer, report_capacity, sink.fill);
+    }
+    auto *buffer = static_cast<char *>(calloc(report_capacity + 1, 1));
+    uint32_t fill = 0;
+    const int result = step(self, buffer, report_capacity, &fill);
+    fputs(buffer, stdout);
+    free(buffer);
+    return result;
+}
+
+// A line each, in the order in which a whole-board run comes to them.
 constexpr part parts[] = {
     {"hardware_identity", on_self<check_hardware_identity>},
     {"pcb_version", on_self<check_pcb_version>},
@@ -106,6 +127,12 @@ constexpr part parts[] = {
     {"card_in_slot_4", on_card<0xff000004>},
     {"card_in_slot_5", on_card<0xff000005>},
     {"card_1_on_board", on_card<0x0100ffff>},
+    {"digital", on_self<digital_section>},
+    {"board_capability", on_self<board_capability_section>},
+    {"mdio", on_self<mdio_section>},
+    {"pci", on_self<pci_section>},
+    {"chip9555", on_self<chip9555_section>},
+    {"rtc", buffered<rtc_section>},
 };
 
 const part *find_part(const char *name) {

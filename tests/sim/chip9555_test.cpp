@@ -27,6 +27,26 @@ std::string set_level(uint32_t chip, uint32_t pin, uint32_t value) {
            ", value=" + std::to_string(value) + ")";
 }
 
+std::string pin_call(const std::string &operation, uint32_t chip, uint32_t pin) {
+    return "drv_chip9555_" + operation + "(chip_id=" + std::to_string(chip) + ", pin=" + std::to_string(pin);
+}
+
+std::string polar(uint32_t chip, uint32_t pin) {
+    return pin_call("get_polar", chip, pin) + ")";
+}
+
+std::string set_polar(uint32_t chip, uint32_t pin, uint32_t to) {
+    return pin_call("set_polar", chip, pin) + ", polarity=" + std::to_string(to) + ")";
+}
+
+std::string direction(uint32_t chip, uint32_t pin) {
+    return pin_call("get_orientation", chip, pin) + ")";
+}
+
+std::string set_direction(uint32_t chip, uint32_t pin, uint32_t to) {
+    return pin_call("set_indirection", chip, pin) + ", orientation=" + std::to_string(to) + ")";
+}
+
 } // namespace
 
 // Chip 1 is as after power-on: all pins are inputs and read what they are wired to, 0x3C7E.
@@ -77,6 +97,33 @@ TEST(Chip9555Driver, InputRegistersTakeNoWrite) {
               "0x0\n0x0\n0x0 value=15\n0x0 value=165\n0x0 value=15\n");
 }
 
+TEST(Chip9555Driver, PolarityAndDirectionOfAPin) {
+    const test_board board = new_delivered("mpu_master");
+    EXPECT_EQ(answers(board, {polar(0, 12), set_polar(0, 12, 1), set_polar(0, 3, 1), polar(0, 12), polar(0, 3),
+                              polar(0, 4), reg(0, 4), reg(0, 5), level(0, 13), level(0, 12), set_polar(0, 12, 0),
+                              polar(0, 12), level(0, 12)}),
+              "0x0 polarity=0\n0x0\n0x0\n0x0 polarity=1\n0x0 polarity=1\n0x0 polarity=0\n0x0 value=8\n0x0 value=16\n"
+              "0x0 value=1\n0x0 value=1\n0x0\n0x0 polarity=0\n0x0 value=0\n");
+    EXPECT_EQ(answers(board, {direction(0, 2), direction(0, 8), set_direction(0, 2, 1), direction(0, 2), level(0, 2),
+                              reg(0, 6), set_direction(0, 2, 0), reg(0, 6)}),
+              "0x0 orientation=0\n0x0 orientation=1\n0x0\n0x0 orientation=1\n0x0 value=1\n0x0 value=4\n0x0\n"
+              "0x0 value=0\n");
+}
+
+TEST(Chip9555Driver, DumpShowsAllRegisters) {
+    const test_board board = new_delivered("mpu_master");
+    EXPECT_EQ(answers(board, {"drv_chip9555_dump(chip_id=1, len=256)", "drv_chip9555_dump(chip_id=1, len=71)"}),
+              "0x0 text=\"input 0x7e 0x3c, output 0xff 0xff, polarity 0x00 0x00, config 0xff 0xff\"\n" + too_small);
+}
+
+// A short holds bit 4 of whatever is written; what the chip held before stays until then.
+TEST(Chip9555Driver, ADataLineThatIsHeldHigh) {
+    const test_board board = new_altered("mpu_master", {{"self/sim_chip9555/chip/0/data_high", "0x10"}});
+    EXPECT_EQ(answers(board, {reg(0, 4), set_reg(0, 4, 0), reg(0, 4), set_polar(0, 0, 1), reg(0, 4), set_level(0, 0, 0),
+                              reg(0, 2)}),
+              "0x0 value=0\n0x0\n0x0 value=16\n0x0\n0x0 value=17\n0x0\n0x0 value=30\n");
+}
+
 TEST(Chip9555Driver, AnotherProcessAndTheTechnicianSeeTheSamePins) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(answers(board, {set_level(0, 6, 1)}), ok);
@@ -93,6 +140,13 @@ TEST(Chip9555Driver, LimitsAndUnknowns) {
                               set_level(0, 0, 2), reg(2, 0), level(2, 0)}),
               out_of_range + out_of_range + bad_value + no_such_device + no_such_device + bad_value + no_such_device +
                   no_such_device);
+    EXPECT_EQ(answers(board, {polar(0, 16), set_polar(0, 16, 0), set_polar(0, 0, 2), polar(2, 0), direction(0, 16),
+                              set_direction(0, 16, 1), set_direction(0, 0, 2), set_direction(2, 0, 1)}),
+              no_such_device + no_such_device + bad_value + no_such_device + no_such_device + no_such_device +
+                  bad_value + no_such_device);
+    EXPECT_EQ(answers(board, {"drv_chip9555_get_polar(polarity=null)", "drv_chip9555_get_orientation(orientation=null)",
+                              "drv_chip9555_dump(text=null)"}),
+              null_pointer + null_pointer + null_pointer);
     EXPECT_EQ(answers(board, {"drv_chip9555_get_reg(inst_id=0xff000005)", "drv_chip9555_set_level(inst_id=0xff000006)",
                               "drv_chip9555_get_reg(value=null)", "drv_chip9555_get_level(value=null)"}),
               not_supported + no_such_instance + null_pointer + null_pointer);

@@ -27,53 +27,66 @@ TEST(DigitalDriver, NumbersOfInputsAndOutputs) {
               "0x0 num=4\n0x0 num=2\n" + ok + ok);
     EXPECT_EQ(
         answers(new_delivered("lpu"), {"drv_digital_get_in_num()", "drv_digital_get_out_num()", "drv_digital_init()",
-                                       "drv_digital_deinit()", get(0), set(0, 1), mode(0, 1)}),
+                                       "drv_digital_deinit()", get(1), set(100, 1), mode(1, 1)}),
         not_supported + not_supported + not_supported + not_supported + not_supported + not_supported + not_supported);
 }
 
 TEST(DigitalDriver, InputsFollowTheRelaysThatTheyAreWiredTo) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(answers(board, {get(0), get(1), set(1, 1), get(0), get(1), set(0, 1), set(1, 0)}),
+    EXPECT_EQ(answers(board, {get(1), get(2), set(101, 1), get(1), get(2), set(100, 1), set(101, 0)}),
               "0x0 status=0\n0x0 status=0\n0x0\n0x0 status=0\n0x0 status=1\n0x0\n0x0\n");
-    EXPECT_EQ(answers(board, {get(0), get(1)}), "0x0 status=1\n0x0 status=0\n");
+    EXPECT_EQ(answers(board, {get(1), get(2), get(100), get(101)}),
+              "0x0 status=1\n0x0 status=0\n0x0 status=1\n0x0 status=0\n");
 }
 
 TEST(DigitalDriver, WiresMayCross) {
     const test_board board = new_altered(
-        "mpu_master", {{"self/sim_digital/input/0/wired_to", "1"}, {"self/sim_digital/input/3/wired_to", "0"}});
-    EXPECT_EQ(answers(board, {set(0, 1), get(0), get(1), get(3), set(1, 1), get(0), get(1)}),
+        "mpu_master", {{"self/sim_digital/input/1/wired_to", "101"}, {"self/sim_digital/input/4/wired_to", "100"}});
+    EXPECT_EQ(answers(board, {set(100, 1), get(1), get(2), get(4), set(101, 1), get(1), get(2)}),
               "0x0\n0x0 status=0\n0x0 status=0\n0x0 status=1\n0x0\n0x0 status=1\n0x0 status=1\n");
 }
 
-// Nothing is wired to inputs 2 and 3: the contact outside the first is closed.
+// Nothing is wired to inputs 3 and 4: the contact outside the first is closed.
 TEST(DigitalDriver, OtherInputsSenseTheOutside) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(answers(board, {set(0, 1), set(1, 1), get(2), get(3)}), "0x0\n0x0\n0x0 status=1\n0x0 status=0\n");
+    EXPECT_EQ(answers(board, {set(100, 1), set(101, 1), get(3), get(4)}), "0x0\n0x0\n0x0 status=1\n0x0 status=0\n");
     const auto technician = run_process({build_dir() + "/kestro_sim", "--state", board.state, "--set",
-                                         "slot9/digital/input/2/closed=0", "--set", "slot9/digital/input/3/closed=1"});
+                                         "slot9/digital/input/3/closed=0", "--set", "slot9/digital/input/4/closed=1"});
     EXPECT_EQ(technician.err, "");
-    EXPECT_EQ(answers(board, {get(2), get(3)}), "0x0 status=0\n0x0 status=1\n");
+    EXPECT_EQ(answers(board, {get(3), get(4)}), "0x0 status=0\n0x0 status=1\n");
 }
 
 // In mode 2 an open contact is the active one.
-TEST(DigitalDriver, ModeTurnsTheSenseOfAContact) {
+TEST(DigitalDriver, ModeTurnsTheSenseOfAnInput) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(answers(board, {mode(2, 2), mode(3, 2), get(2), get(3), mode(2, 1), get(2)}),
+    EXPECT_EQ(answers(board, {mode(3, 2), mode(4, 2), get(3), get(4), mode(3, 1), get(3)}),
               "0x0\n0x0\n0x0 status=0\n0x0 status=1\n0x0\n0x0 status=1\n");
 }
 
-// Both ends of channel 0 turn, so what is set is what is read; the relay itself opens, as an input that kept its mode
-// notices.
-TEST(DigitalDriver, ModeIsThatOfBothEndsOfAChannel) {
-    const test_board board = new_altered("mpu_master", {{"self/sim_digital/input/3/wired_to", "0"}});
-    EXPECT_EQ(answers(board, {set(0, 1), get(0), get(3), mode(0, 2), get(0), get(3), set(0, 0), get(0), get(3)}),
-              "0x0\n0x0 status=1\n0x0 status=1\n0x0\n0x0 status=1\n0x0 status=0\n0x0\n0x0 status=0\n0x0 status=1\n");
+// The relay itself changes over and reads as it was set; the input that is wired to it has a mode of its own.
+TEST(DigitalDriver, ModeOfARelayIsNotThatOfItsInput) {
+    const test_board board = new_delivered("mpu_master");
+    EXPECT_EQ(answers(board, {set(100, 1), get(1), mode(100, 2), get(100), get(1), mode(1, 2), get(1), set(100, 0),
+                              get(100), get(1)}),
+              "0x0\n0x0 status=1\n0x0\n0x0 status=1\n0x0 status=0\n0x0\n0x0 status=1\n0x0\n0x0 status=0\n"
+              "0x0 status=0\n");
+}
+
+TEST(DigitalDriver, AContactThatIsStuckShowsWhereItStands) {
+    const test_board open = new_altered("mpu_master", {{"self/sim_digital/output/100/stuck", "0"}});
+    EXPECT_EQ(answers(open, {set(100, 1), get(100), get(1), set(101, 1), get(101), mode(100, 2), get(100)}),
+              "0x0\n0x0 status=0\n0x0 status=0\n0x0\n0x0 status=1\n0x0\n0x0 status=1\n");
+    const test_board closed = new_altered("mpu_master", {{"self/sim_digital/output/100/stuck", "1"}});
+    EXPECT_EQ(answers(closed, {get(100), get(1), set(100, 0), get(100)}),
+              "0x0 status=1\n0x0 status=1\n0x0\n0x0 status=1\n");
 }
 
 TEST(DigitalDriver, LimitsAndUnknowns) {
     const test_board board = new_delivered("mpu_master");
-    EXPECT_EQ(answers(board, {get(4), set(2, 1), mode(4, 1), set(0, 2), mode(0, 0), mode(0, 3), get(0)}),
-              no_such_device + no_such_device + no_such_device + bad_value + bad_value + bad_value + "0x0 status=0\n");
+    EXPECT_EQ(answers(board, {get(0), get(5), get(102), set(1, 1), set(102, 1), mode(5, 1), set(100, 2), mode(1, 0),
+                              mode(100, 3), get(1), get(100)}),
+              no_such_device + no_such_device + no_such_device + no_such_device + no_such_device + no_such_device +
+                  bad_value + bad_value + bad_value + "0x0 status=0\n0x0 status=0\n");
     EXPECT_EQ(answers(board, {"drv_digital_init(inst_id=0xff000005)", "drv_digital_init(inst_id=0xff000006)",
                               "drv_digital_get_status(status=null)", "drv_digital_get_in_num(num=null)",
                               "drv_digital_get_out_num(num=null)"}),

@@ -162,6 +162,18 @@ TEST(PciDriver, ALinkThatDoesNotTrain) {
         << said;
 }
 
+TEST(PciDriver, StatusOfACore) {
+    const std::string first = "drv_pci_get_status(core_num=0)";
+    const std::string second = "drv_pci_get_status(core_num=1)";
+    EXPECT_EQ(answers(new_delivered("mpu_master"), {first, second, "drv_pci_get_status(core_num=2)"}),
+              "0x0 status=49\n0x0 status=33\n" + no_such_device);
+    EXPECT_EQ(answers(new_altered("mpu_master", {{"self/sim_pci/core/0/link", "0"}, {"self/sim_pci/core/1/mute", "1"}}),
+                      {first, second}),
+              "0x0 status=0\n0x8111010f\n");
+    EXPECT_EQ(answers(new_delivered("lpu"), {first}), not_supported);
+    EXPECT_EQ(answers(new_delivered("mpu_master"), {"drv_pci_get_status(status=null)"}), null_pointer);
+}
+
 TEST(PciDriver, BoardsWithoutPciAndMissingAreas) {
     EXPECT_EQ(answers(new_delivered("lpu"), {read_at(1, 0, 0), "drv_pci_get_dfx_info()", "drv_pci_device_probe(bus=1)",
                                              "drv_pci_get_device_bar(bdf=0x100)"}),

@@ -17,6 +17,17 @@ uint32_t drv_chip9555_get_level(uint32_t inst_id, uint32_t chip_id, uint32_t pin
 /* Only a pin that is configured as an output is driven. */
 uint32_t drv_chip9555_set_level(uint32_t inst_id, uint32_t chip_id, uint32_t pin, uint32_t value);
 
+/* 1 is a pin that reads inverted as an input. */
+uint32_t drv_chip9555_get_polar(uint32_t inst_id, uint32_t chip_id, uint32_t pin, DRV_OUT uint32_t *polarity);
+uint32_t drv_chip9555_set_polar(uint32_t inst_id, uint32_t chip_id, uint32_t pin, uint32_t polarity);
+
+/* orientation: 0 output, 1 input. */
+uint32_t drv_chip9555_get_orientation(uint32_t inst_id, uint32_t chip_id, uint32_t pin, DRV_OUT uint32_t *orientation);
+uint32_t drv_chip9555_set_indirection(uint32_t inst_id, uint32_t chip_id, uint32_t pin, uint32_t orientation);
+
+/* All registers as text, a pair each. */
+uint32_t drv_chip9555_dump(uint32_t inst_id, uint32_t chip_id, DRV_OUT_TEXT(len) char *text, uint32_t len);
+
 DRV_END_DECLS
 
 #endif

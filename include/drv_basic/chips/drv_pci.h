@@ -45,6 +45,9 @@ uint32_t drv_pci_get_device_bar(uint32_t bdf, uint32_t bar, DRV_OUT uint64_t *ad
 /* core_num: how many cores there are, also where the record holds fewer. */
 uint32_t drv_pci_get_dfx_info(DRV_OUT struct drv_pci_dfx_info *info);
 
+/* The status register of one core: bit 0 its link is up, bits 4 to 7 the speed. */
+uint32_t drv_pci_get_status(uint32_t core_num, DRV_OUT uint32_t *status);
+
 DRV_END_DECLS
 
 #endif

@@ -23,7 +23,10 @@ DRV_STATIC_ASSERT(sizeof(struct drv_rtc_time) == 8, "RTC time crosses the driver
 uint32_t drv_rtc_read_time(DRV_OUT struct drv_rtc_time *time);
 uint32_t drv_rtc_write_time(DRV_IN const struct drv_rtc_time *time);
 
-/* All registers as text, a line each. */
+/* status: 0 good, 1 low. */
+uint32_t drv_rtc_read_battery_status(DRV_OUT uint32_t *status);
+
+/* The clock's registers as text, a line each; not the memory that it keeps for software. */
 uint32_t drv_rtc_dump_info(DRV_OUT_TEXT(len) char *buffer, uint32_t len);
 
 /* num registers from start on as text. */

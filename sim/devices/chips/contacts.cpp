@@ -6,8 +6,15 @@
 namespace kestro_sim {
 
 bool contact_output::is_closed(board &b, const device_of<family> &which) {
+    if (b.has(which, stuck)) {
+        return b.get(which, stuck) != 0;
+    }
     const bool is_active = b.get(which, status) != 0;
     return is_active == (b.get(which, mode) == active_closed);
+}
+
+uint32_t contact_output::shown(board &b, const device_of<family> &which) {
+    return is_closed(b, which) == (b.get(which, mode) == active_closed) ? 1 : 0;
 }
 
 uint32_t contact_input::status(board &b, const device_of<family> &which) {

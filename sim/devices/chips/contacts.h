@@ -13,8 +13,12 @@ inline constexpr reg status = reg::flag("status", "whether it is active").writte
 inline constexpr reg mode = reg::number("mode", active_closed, active_open, "", "1 closed when active, 2 open")
                                 .written()
                                 .or_else(active_closed);
-inline constexpr device_family family{"sim_digital", "output", "a relay", {status, mode}};
+inline constexpr reg stuck = reg::flag("stuck", "where its contact stays, whatever drives it: 0 open, 1 closed");
+inline constexpr device_family family{"sim_digital", "output", "a relay, from 100 on", {status, mode, stuck}};
 bool is_closed(board &b, const device_of<family> &which);
+
+// Whether its contact stands as it does when active; an auxiliary contact tells.
+uint32_t shown(board &b, const device_of<family> &which);
 } // namespace contact_output
 
 namespace contact_input {
@@ -24,7 +28,7 @@ inline constexpr reg closed =
 inline constexpr reg mode = reg::number("mode", active_closed, active_open, "", "1 active when closed, 2 when open")
                                 .written()
                                 .or_else(active_closed);
-inline constexpr device_family family{"sim_digital", "input", "a contact input", {wired_to, closed, mode}};
+inline constexpr device_family family{"sim_digital", "input", "a contact input, from 1 on", {wired_to, closed, mode}};
 uint32_t status(board &b, const device_of<family> &which);
 } // namespace contact_input
 

@@ -3,6 +3,8 @@
 
 #include "sim/core/catalogue.h"
 
+#include <cstdio>
+
 namespace kestro_sim {
 
 namespace {
@@ -43,17 +45,61 @@ uint32_t levels(board &b, const one &chip) {
     return (seen & is_input) | (b.get(chip, output) & ~is_input);
 }
 
-void drive(board &b, const one &chip, uint32_t pin, uint32_t level) {
-    const uint32_t mask = 1U << pin;
-    refuse_if((b.get(chip, inputs) & mask) != 0, error::bad_value);
-    const uint32_t others = b.get(chip, output) & ~mask;
-    b.put(chip, output, others | level << pin);
-}
+namespace {
+
+// The first of each pair of registers.
+constexpr uint32_t output_pair = 2;
+constexpr uint32_t polarity_pair = 4;
+constexpr uint32_t config_pair = 6;
 
 const register_space &space_of(const one &chip) {
     const register_space *const space = find_space("expander", chip);
     refuse_if(space == nullptr, error::not_supported);
     return *space;
+}
+
+void set_bit(board &b, const one &chip, uint32_t pair, uint32_t pin, uint32_t to) {
+    const uint32_t address = pair + pin / 8;
+    const uint32_t mask = 1U << pin % 8;
+    const uint32_t others = read_register(b, chip, address) & ~mask;
+    write_register(b, chip, address, others | (to != 0 ? mask : 0));
+}
+
+} // namespace
+
+uint32_t read_register(board &b, const one &chip, uint32_t address) {
+    return read_space(b, space_of(chip), chip, address);
+}
+
+void write_register(board &b, const one &chip, uint32_t address, uint32_t value) {
+    write_space(b, space_of(chip), chip, address, value | b.get(chip, data_high));
+}
+
+void set_polarity(board &b, const one &chip, uint32_t pin, uint32_t is_inverted) {
+    set_bit(b, chip, polarity_pair, pin, is_inverted);
+}
+
+void set_direction(board &b, const one &chip, uint32_t pin, uint32_t is_input) {
+    set_bit(b, chip, config_pair, pin, is_input);
+}
+
+void drive(board &b, const one &chip, uint32_t pin, uint32_t level) {
+    refuse_if((b.get(chip, inputs) >> pin & 1U) != 0, error::bad_value);
+    set_bit(b, chip, output_pair, pin, level);
+}
+
+std::string dump(board &b, const one &chip) {
+    constexpr const char *names[]{"input", "output", "polarity", "config"};
+    std::string text;
+    for (uint32_t address = 0; address < 8; ++address) {
+        char value[8];
+        snprintf(value, sizeof value, " 0x%02x", read_register(b, chip, address));
+        if (address % 2 == 0) {
+            text += (address == 0 ? "" : ", ") + std::string(names[address / 2]);
+        }
+        text += value;
+    }
+    return text;
 }
 
 } // namespace expander

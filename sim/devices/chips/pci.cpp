@@ -142,6 +142,11 @@ uint32_t speed_now(board &b, const one &which) {
     return is_up(b, which) ? b.get(which, speed) : 0;
 }
 
+uint32_t status(board &b, const one &which) {
+    refuse_if(b.get(which, mute) != 0, error::not_ready);
+    return (is_up(b, which) ? 1U : 0U) | speed_now(b, which) << 4;
+}
+
 } // namespace pci_core
 
 device_list devices_of_pci() {

@@ -69,6 +69,7 @@ inline constexpr reg mode = reg::choice("mode", modes, "which end of the link it
 inline constexpr reg max_payload = reg::number("max_payload", 128, 4096, "bytes", "the largest packet").required();
 inline constexpr reg max_read_request =
     reg::number("max_read_request", 128, 4096, "bytes", "the largest read").required();
+inline constexpr reg mute = reg::flag("mute", "whether its status register does not answer").or_else(0);
 inline constexpr reg dllp_err = reg::number("dllp_err", 0, any_u32, "", "broken packets of the link layer").or_else(0);
 inline constexpr reg tlp_err =
     reg::number("tlp_err", 0, any_u32, "", "broken packets of the transaction layer").or_else(0);
@@ -77,14 +78,17 @@ inline constexpr device_family family = device_family{
     "sim_pci",
     "core",
     "a PCI Express core of the processor",
-    {link, speed, mode, max_payload, max_read_request, dllp_err,
-     tlp_err}}.up_to(7);
+    {link, speed, mode, max_payload, max_read_request, dllp_err, tlp_err,
+     mute}}.up_to(7);
 
 using one = device_of<family>;
 
 // Up as long as one of the devices behind it is there.
 bool is_up(board &b, const one &which);
 uint32_t speed_now(board &b, const one &which);
+
+// Its status register. Refuses (not_ready) where that does not answer.
+uint32_t status(board &b, const one &which);
 
 } // namespace pci_core
 

@@ -71,6 +71,10 @@ constexpr uint32_t coded(uint32_t number) {
     return number / 10 << 4 | number % 10;
 }
 
+constexpr uint32_t decoded(uint32_t digits) {
+    return (digits >> 4) * 10 + (digits & 0x0F);
+}
+
 uint32_t read_counter(board &b, const device &chip, uint32_t address) {
     rtc::counters time = rtc::read(b, rtc::chip{chip});
     return coded(counter(time, address));
@@ -78,7 +82,7 @@ uint32_t read_counter(board &b, const device &chip, uint32_t address) {
 
 // What is no number in these digits is not taken; hardware cannot refuse it.
 void write_counter(board &b, const device &chip, uint32_t address, uint32_t value) {
-    const uint32_t number = (value >> 4) * 10 + (value & 0x0F);
+    const uint32_t number = decoded(value);
     if ((value & 0x0F) > 9 || value >> 4 > 9 || number > counter_max[address]) {
         return;
     }
@@ -104,6 +108,7 @@ constexpr space_field status_bits[]{
     {0x01, &rtc::family, 0, &rtc::oscillator_stopped, 0, bus::read_write, {nullptr, takes_cleared}},
     {0x02, &rtc::family, 0, &rtc::battery, 0, bus::read_only, {read_battery_low, nullptr}}};
 
+constexpr uint32_t memory_begin = 0x10;
 constexpr uint32_t space_size = 0x20;
 constexpr space_register registers[]{
     counter_at(0x00, "subsecond", "hundredths of a second; this and the following in binary coded decimal"),
@@ -117,7 +122,7 @@ constexpr space_register registers[]{
     {0x08, "status", "bit 0 the oscillator has stopped since the time was set, bit 1 battery low", 0, 0xFC, 0,
      status_bits},
     {0x09, "trim", "how much the oscillator is slowed down, in parts per million"},
-    {0x10, "memory", "what software keeps in the battery's care", 0, 0, 0, {}, 16},
+    {memory_begin, "memory", "what software keeps in the battery's care", 0, 0, 0, {}, 16},
 };
 
 __attribute__((format(printf, 1, 2))) std::string line_of(const char *format, ...) {
@@ -168,6 +173,7 @@ void rtc::set(board &b, const chip &which, const counters &to) {
     for (uint32_t i = 0; i < counter_count; ++i) {
         refuse_if(counter(time, i) > counter_max[i], error::bad_value);
     }
+    time.hour = decoded(coded(time.hour) & ~b.get(which, hour_lost));
     const int64_t moment = since_2000(time);
     change writes;
     b.keep(writes, which, offset, static_cast<uint64_t>(moment - b.now()));
@@ -193,9 +199,10 @@ finding rtc::check(board &b, const chip &which) {
 
 std::string rtc::dump(board &b, const chip &which) {
     std::string text;
-    for (const space_register &block : registers) {
-        for (uint32_t address = block.address; address < block.address + block.count; ++address) {
-            text += line_of("0x%02x: 0x%02x %s\r\n", address, read_space(b, rtc_space, which, address), block.name);
+    for (const space_register &each : registers) {
+        if (each.address < memory_begin) {
+            text += line_of("0x%02x: 0x%02x %s\r\n", each.address, read_space(b, rtc_space, which, each.address),
+                            each.name);
         }
     }
     return text;

@@ -20,9 +20,12 @@ inline constexpr reg day_ahead =
 inline constexpr reg oscillator_stopped =
     reg::flag("oscillator_stopped", "whether the oscillator has stopped since the time was set").or_else(0).written();
 inline constexpr reg battery = reg::number("battery", 0, 5000, "mV", "the voltage of its battery").required();
+inline constexpr reg hour_lost =
+    reg::bits("hour_lost", 0x3F, "bits of its hours, in binary coded decimal, that it does not take").or_else(0);
 
 inline constexpr device_family family =
-    device_family{"sim_rtc", "chip", "a real-time clock", {offset, day_ahead, oscillator_stopped, battery}}.up_to(0);
+    device_family{"sim_rtc", "chip", "a real-time clock", {offset, day_ahead, oscillator_stopped, battery, hour_lost}}
+        .up_to(0);
 
 using chip = device_of<family>;
 
@@ -47,7 +50,7 @@ void set(board &b, const chip &which, const counters &to);
 bool is_battery_low(board &b, const chip &which);
 finding check(board &b, const chip &which);
 
-// A line per register; the bytes from a register on, eight in a line.
+// A line per register of the clock, without its memory; the bytes from a register on, eight in a line.
 std::string dump(board &b, const chip &which);
 std::string dump_bytes(board &b, const chip &which, uint32_t start, uint32_t num);
 

@@ -102,18 +102,26 @@ uint32_t if_negotiated(board &b, const one &port, uint32_t bits) {
     return has_negotiated(b, port) ? bits : 0;
 }
 
-} // namespace
-
-std::vector<one> ports_of(board &b, uint32_t chip_id) {
-    std::vector<one> ports = b.all_at<family>(b.self());
+std::vector<one> ports_at(board &b, const std::string &place, uint32_t chip_id) {
+    std::vector<one> ports = b.all_at<family>(place);
     refuse_if(ports.empty(), error::not_supported);
     std::erase_if(ports, [&](const one &port) { return b.get(port, chip) != chip_id; });
     refuse_if(ports.empty(), error::no_such_device);
     return ports;
 }
 
+} // namespace
+
+std::vector<one> ports_of(board &b, uint32_t chip_id) {
+    return ports_at(b, b.self(), chip_id);
+}
+
 one find(board &b, uint32_t chip_id, uint32_t at_address) {
-    for (const one &port : ports_of(b, chip_id)) {
+    return find_at(b, b.self(), chip_id, at_address);
+}
+
+one find_at(board &b, const std::string &place, uint32_t chip_id, uint32_t at_address) {
+    for (const one &port : ports_at(b, place, chip_id)) {
         if (b.get(port, address) == at_address) {
             return port;
         }

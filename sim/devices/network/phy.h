@@ -9,6 +9,7 @@
 #include "sim/core/register_space.h"
 #include "sim/core/time.h"
 
+#include <string>
 #include <vector>
 
 namespace kestro_sim {
@@ -72,7 +73,9 @@ inline constexpr device_family family{"sim_phy",
 
 using one = device_of<family>;
 
+// Of the own board, whose driver knows no other, or of any place.
 one find(board &b, uint32_t chip_id, uint32_t at_address);
+one find_at(board &b, const std::string &place, uint32_t chip_id, uint32_t at_address);
 std::vector<one> ports_of(board &b, uint32_t chip_id);
 
 // All registers as after a reset, and the link begins anew. The medium stays: it is strapped to pins.

@@ -1,10 +1,10 @@
-// Dry contacts: channel n is input n and output n.
+// Dry contacts: the channels of inputs and of outputs have different numbers.
 #include "drv_basic/chips/drv_digital.h"
 
 #include "sim/devices/chips/contacts.h"
 #include "sim/drv/driver.h"
 
-#include <algorithm>
+#include <optional>
 
 using namespace kestro_sim;
 
@@ -23,21 +23,22 @@ uint32_t accept_instance(uint32_t inst_id) {
     return operate([&](board &b) { contacts<contact_input::family>(b, inst_id); });
 }
 
+// The channel as a device of one kind, if that is what it is.
 template <const device_family &Family>
-void set_modes(board &b, uint32_t inst_id, uint32_t channel, written_of<Family> name, uint32_t mode, change &writes) {
+std::optional<device_of<Family>> channel_as(board &b, uint32_t inst_id, uint32_t channel) {
     for (const auto &contact : contacts<Family>(b, inst_id)) {
         if (contact.id == channel) {
-            b.put(writes, contact, name, mode);
+            return contact;
         }
     }
+    return std::nullopt;
 }
 
-bool has_channel(board &b, uint32_t inst_id, uint32_t channel) {
-    const auto is_channel = [&](const device &which) { return which.id == channel; };
-    const auto inputs = contacts<contact_input::family>(b, inst_id);
-    const auto outputs = contacts<contact_output::family>(b, inst_id);
-    return std::any_of(inputs.begin(), inputs.end(), is_channel) ||
-           std::any_of(outputs.begin(), outputs.end(), is_channel);
+// Anything but an output is taken for an input.
+device_of<contact_input::family> input(board &b, uint32_t inst_id, uint32_t channel) {
+    const auto found = channel_as<contact_input::family>(b, inst_id, channel);
+    refuse_if(!found, error::no_such_device);
+    return *found;
 }
 
 } // namespace
@@ -50,14 +51,13 @@ uint32_t drv_digital_deinit(uint32_t inst_id) {
     return accept_instance(inst_id);
 }
 
-// Both ends of a channel change together, or neither does.
 uint32_t drv_digital_set_mode(uint32_t inst_id, uint32_t chip_id, uint32_t mode) {
     return operate([&](board &b) {
-        refuse_if(!has_channel(b, inst_id, chip_id), error::no_such_device);
-        change writes;
-        set_modes<contact_input::family>(b, inst_id, chip_id, contact_input::mode, mode, writes);
-        set_modes<contact_output::family>(b, inst_id, chip_id, contact_output::mode, mode, writes);
-        b.commit(writes);
+        if (const auto relay = channel_as<contact_output::family>(b, inst_id, chip_id)) {
+            b.put(*relay, contact_output::mode, mode);
+        } else {
+            b.put(input(b, inst_id, chip_id), contact_input::mode, mode);
+        }
     });
 }
 
@@ -69,7 +69,8 @@ uint32_t drv_digital_set_status(uint32_t inst_id, uint32_t chip_id, uint32_t sta
 uint32_t drv_digital_get_status(uint32_t inst_id, uint32_t chip_id, uint32_t *status) {
     return operate([&](board &b) {
         refuse_null(status);
-        *status = contact_input::status(b, b.find<contact_input::family>(inst_id, chip_id));
+        const auto relay = channel_as<contact_output::family>(b, inst_id, chip_id);
+        *status = relay ? contact_output::shown(b, *relay) : contact_input::status(b, input(b, inst_id, chip_id));
     });
 }
 

@@ -92,3 +92,10 @@ uint32_t drv_pci_get_dfx_info(drv_pci_dfx_info *info) {
         *info = told;
     });
 }
+
+uint32_t drv_pci_get_status(uint32_t core_num, uint32_t *status) {
+    return operate([&](board &b) {
+        refuse_null(status);
+        *status = pci_core::status(b, b.find_at<pci_core::family>(b.self(), core_num));
+    });
+}

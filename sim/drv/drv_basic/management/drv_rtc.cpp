@@ -51,3 +51,10 @@ uint32_t drv_rtc_reg_dump(uint32_t start, uint32_t num, char *buffer, uint32_t l
 uint32_t drv_rtc_check(uint32_t *result, char *buffer, uint32_t len) {
     return operate([&](board &b) { tell(rtc::check(b, own_chip(b)), result, buffer, len); });
 }
+
+uint32_t drv_rtc_read_battery_status(uint32_t *status) {
+    return operate([&](board &b) {
+        refuse_null(status);
+        *status = rtc::is_battery_low(b, own_chip(b)) ? 1 : 0;
+    });
+}
