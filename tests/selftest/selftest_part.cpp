@@ -7,6 +7,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "selftest/chips/cpld.h"
+#include "selftest/chips/i2c_bus.h"
+#include "selftest/chips/interrupts.h"
+#include "selftest/chips/local_bus.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -31,9 +35,10 @@ template <int check(uint32_t, report_sink)> int on_self(report_sink sink) {
 
 // A line each, in the order in which a whole-board run comes to them.
 constexpr part parts[] = {
-    {"barcode", on_self<barcode_section>},
-    {"elabel", elabel},
-    {"mac", on_self<mac_section>},
+    {"barcode", on_self<barcode_section>}, {"elabel", elabel},
+    {"mac", on_self<mac_section>},         {"intr", on_self<intr_section>},
+    {"cpld", on_self<cpld_section>},       {"i2c", on_self<i2c_section>},
+    {"lbc", on_self<lbc_section>},
 };
 
 const part *find_part(const char *name) {
