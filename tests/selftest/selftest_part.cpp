@@ -23,6 +23,10 @@
 #include "selftest/chips/rtc.h"
 #include "selftest/environment/board_capability.h"
 #include "selftest/environment/digital.h"
+#include "selftest/chips/cpld.h"
+#include "selftest/chips/i2c_bus.h"
+#include "selftest/chips/interrupts.h"
+#include "selftest/chips/local_bus.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
@@ -133,6 +137,10 @@ constexpr part parts[] = {
     {"pci", on_self<pci_section>},
     {"chip9555", on_self<chip9555_section>},
     {"rtc", buffered<rtc_section>},
+    {"barcode", on_self<barcode_section>}, {"elabel", elabel},
+    {"mac", on_self<mac_section>},         {"intr", on_self<intr_section>},
+    {"cpld", on_self<cpld_section>},       {"i2c", on_self<i2c_section>},
+    {"lbc", on_self<lbc_section>},
 };
 
 const part *find_part(const char *name) {

@@ -141,6 +141,39 @@ TEST(CpldDriver, AgentsAndPorts) {
         "0x0 data=4\n0x0 data=2\n");
 }
 
+TEST(CpldDriver, LinksAndReceivers) {
+    const std::vector<std::string> calls = {"drv_cpld_check_chip_link(chip_id=0, size=64)",
+                                            "drv_cpld_check_chip_link(chip_id=1, size=64)",
+                                            "drv_cpld_uart_get_recv_alarm(chip_id=0, channel=0, size=64)",
+                                            "drv_cpld_uart_get_recv_alarm(chip_id=0, channel=1, size=64)",
+                                            "drv_cpld_uart_get_recv_alarm(chip_id=0, channel=2, size=64)",
+                                            "drv_cpld_uart_get_recv_alarm(chip_id=1, channel=0, size=64)"};
+    const std::string good = "0x0 result=0 msg=\"\"\n";
+    EXPECT_EQ(answers(new_delivered("mpu_master"), calls), good + good + good + good + no_such_device + not_supported);
+    EXPECT_EQ(answers(new_altered("mpu_master", {{"self/sim_board/logic/0/link_down", "7"},
+                                                 {"self/sim_board/logic/0/uart_alarm", "2"},
+                                                 {"self/sim_board/logic/1/chip_links", ""}}),
+                      calls),
+              "0x0 result=1 msg=\"link to chip 0 is down, link to chip 1 is down\"\n" + not_supported + good +
+                  "0x0 result=1 msg=\"receiver 1 lost characters\"\n" + no_such_device + not_supported);
+}
+
+// A CPLD keeps its logic without power, so it neither loads it nor loses bits of it.
+TEST(CpldDriver, LogicThatIsLoaded) {
+    const std::vector<std::string> calls = {
+        "drv_cpld_check_repeat_load(chip_id=0, size=64)", "drv_cpld_check_repeat_load(chip_id=1, size=64)",
+        "drv_fpga_check_seu(chip_id=0, size=64)", "drv_fpga_check_seu(chip_id=1, size=64)",
+        "drv_cpld_get_version(chip_id=1)"};
+    const std::string good = "0x0 result=0 msg=\"\"\n";
+    EXPECT_EQ(answers(new_delivered("mpu_master"), calls), not_supported + good + good + good + "0x0 version=515\n");
+    EXPECT_EQ(answers(new_altered("mpu_master", {{"self/sim_board/logic/0/upsets", "4"},
+                                                 {"self/sim_board/logic/1/upsets", "3"},
+                                                 {"self/sim_board/logic/1/repeated_loads", "2"}}),
+                      calls),
+              not_supported + "0x0 result=1 msg=\"loads beside the first: 2\"\n" + good +
+                  "0x0 result=1 msg=\"turned bits: 3\"\n0x0 version=515\n");
+}
+
 TEST(CpldDriver, AllFunctionsTellWhichFailed) {
     EXPECT_EQ(answers(new_delivered("mpu_master"),
                       {"drv_cpld_test_all_function(chip_id=0)", "drv_cpld_test_all_function(chip_id=2)"}),
@@ -178,9 +211,13 @@ TEST(CpldDriver, InstancesAndMissingAreas) {
                  "drv_cpld_selftest(chip_id=0, size=64, msg=null)", "drv_cpld_test_all_function(chip_id=0, flag=null)",
                  "drv_cpld_get_build_time(chip_id=0, year=null)", "drv_cpld_get_build_time(chip_id=0, day=null)",
                  "drv_cpld_check_agent_spi_status(chip_id=0, size=64, result=null)",
-                 "drv_cpld_check_pcie_link_status(chip_id=1, size=64, msg=null)"}),
+                 "drv_cpld_check_pcie_link_status(chip_id=1, size=64, msg=null)",
+                 "drv_cpld_check_chip_link(chip_id=0, size=64, result=null)",
+                 "drv_cpld_uart_get_recv_alarm(chip_id=0, size=64, msg=null)",
+                 "drv_cpld_check_repeat_load(chip_id=1, size=64, msg=null)",
+                 "drv_cpld_get_version(chip_id=0, version=null)", "drv_fpga_check_seu(chip_id=1, size=64, msg=null)"}),
         null_pointer + null_pointer + null_pointer + null_pointer + null_pointer + null_pointer + null_pointer +
-            null_pointer);
+            null_pointer + null_pointer + null_pointer + null_pointer + null_pointer + null_pointer);
 }
 
 } // namespace kestro_tests

@@ -21,7 +21,7 @@ const std::string not_described = "0x81110105";
 } // namespace
 
 TEST(XmlQuery, EntryNumCountsEntries) {
-    expect_answer("xml_get_entry_num(module=\"i2c\", node=\"i2c_dev\")", "0x0 count=4");
+    expect_answer("xml_get_entry_num(module=\"i2c\", node=\"i2c_dev\")", "0x0 count=5");
     expect_answer("xml_get_entry_num(module=\"softreset_mng\", node=\"softreset_attr\")", "0x0 count=1");
     expect_answer("xml_get_entry_num(module=\"i2c\", node=\"none\")", not_described);
     expect_answer("xml_get_entry_num(module=\"none\", node=\"i2c_dev\")", not_described);
@@ -50,7 +50,7 @@ TEST(XmlQuery, ElementNumbers) {
                   "0x0 value=34");
     expect_answer("xml_get_element_value_u64(module=\"sim_identity\", node=\"mac\", entry=\"1\", element=\"base\")",
                   "0x0 value=0x2a0c0090020");
-    expect_answer("xml_get_element_value_u32(module=\"i2c\", node=\"i2c_dev\", entry=\"entry4\", element=\"chip_id\")",
+    expect_answer("xml_get_element_value_u32(module=\"i2c\", node=\"i2c_dev\", entry=\"entry5\", element=\"chip_id\")",
                   not_described);
     expect_answer("xml_get_element_value_u32(module=\"i2c\", node=\"i2c_dev\", entry=\"entry2\", element=\"none\")",
                   not_described);
@@ -105,11 +105,11 @@ TEST(XmlQuery, Existence) {
     expect_answer("xml_is_node_exist(module=\"i2c\", node=\"i2c_dev\")", "0x0 flag=1");
     expect_answer("xml_is_node_exist(module=\"i2c\", node=\"none\")", "0x0 flag=0");
     expect_answer("xml_is_node_exist(module=\"none\", node=\"i2c_dev\")", "0x0 flag=0");
-    expect_answer("xml_is_entry_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry3\")", "0x0 flag=1");
-    expect_answer("xml_is_entry_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry4\")", "0x0 flag=0");
-    expect_answer("xml_is_element_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry3\", element=\"chip_id\")",
+    expect_answer("xml_is_entry_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry4\")", "0x0 flag=1");
+    expect_answer("xml_is_entry_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry5\")", "0x0 flag=0");
+    expect_answer("xml_is_element_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry4\", element=\"chip_id\")",
                   "0x0 flag=1");
-    expect_answer("xml_is_element_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry3\", element=\"none\")",
+    expect_answer("xml_is_element_exist(module=\"i2c\", node=\"i2c_dev\", entry=\"entry4\", element=\"none\")",
                   "0x0 flag=0");
 }
 
@@ -131,7 +131,7 @@ TEST(XmlQuery, InstancesThatAreNotThere) {
 }
 
 TEST(XmlQuery, TheOwnSlotIsTheBoardItself) {
-    expect_answer("xml_get_entry_num(inst_id=0xff000009, module=\"i2c\", node=\"i2c_dev\")", "0x0 count=4");
+    expect_answer("xml_get_entry_num(inst_id=0xff000009, module=\"i2c\", node=\"i2c_dev\")", "0x0 count=5");
 }
 
 TEST(XmlQuery, LoadAndUnload) {

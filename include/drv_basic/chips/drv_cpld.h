@@ -32,6 +32,20 @@ uint32_t drv_cpld_test_all_function(uint32_t inst_id, uint32_t chip_id, DRV_OUT 
 uint32_t drv_cpld_get_build_time(uint32_t inst_id, uint32_t chip_id, DRV_OUT uint32_t *year, DRV_OUT uint32_t *month,
                                  DRV_OUT uint32_t *day);
 
+uint32_t drv_cpld_get_version(uint32_t inst_id, uint32_t chip_id, DRV_OUT uint32_t *version);
+
+/* Whether an FPGA had to load its logic more than once since it has power. */
+uint32_t drv_cpld_check_repeat_load(uint32_t inst_id, uint32_t chip_id, DRV_OUT uint32_t *result,
+                                    DRV_OUT_TEXT(size) char *msg, uint32_t size);
+
+/* The links to the logic chips beside it, all together. */
+uint32_t drv_cpld_check_chip_link(uint32_t inst_id, uint32_t chip_id, DRV_OUT uint32_t *result,
+                                  DRV_OUT_TEXT(size) char *msg, uint32_t size);
+
+/* channel: the chip's serial receiver, from 0. */
+uint32_t drv_cpld_uart_get_recv_alarm(uint32_t inst_id, uint32_t chip_id, uint32_t channel, DRV_OUT uint32_t *result,
+                                      DRV_OUT_TEXT(size) char *msg, uint32_t size);
+
 /* channel: the agent behind the chip, from 0. */
 uint32_t drv_cpld_check_agent_spi_status(uint32_t inst_id, uint32_t chip_id, uint32_t channel, DRV_OUT uint32_t *result,
                                          DRV_OUT_TEXT(size) char *msg, uint32_t size);

@@ -110,6 +110,44 @@ finding check_port(board &b, const one &chip, uint32_t channel) {
     return found;
 }
 
+finding check_receiver(board &b, const one &chip, uint32_t channel) {
+    refuse_if(channel >= b.get(chip, uarts), error::no_such_device);
+    finding found;
+    if (is_set(b.get(chip, uart_alarm), channel)) {
+        add_fault(found, "receiver " + std::to_string(channel) + " lost characters");
+    }
+    return found;
+}
+
+finding check_chip_links(board &b, const one &chip) {
+    const uint32_t links = b.get(chip, chip_links);
+    const uint32_t down = b.get(chip, link_down);
+    finding found;
+    for (uint32_t i = 0; i < links; ++i) {
+        if (is_set(down, i)) {
+            add_fault(found, "link to chip " + std::to_string(i) + " is down");
+        }
+    }
+    return found;
+}
+
+finding check_repeated_loads(board &b, const one &chip) {
+    refuse_if(b.get(chip, is_fpga) == 0, error::not_supported);
+    finding found;
+    if (const uint32_t loads = b.get(chip, repeated_loads); loads != 0) {
+        add_fault(found, "loads beside the first: " + std::to_string(loads));
+    }
+    return found;
+}
+
+finding check_upsets(board &b, const one &chip) {
+    finding found;
+    if (const uint32_t turned = b.get(chip, upsets); turned != 0 && b.get(chip, is_fpga) != 0) {
+        add_fault(found, "turned bits: " + std::to_string(turned));
+    }
+    return found;
+}
+
 uint32_t failed_functions(board &b, const one &chip) {
     uint32_t failed = selftest(b, chip).status;
     for (uint32_t i = 0; i < b.get_or(chip, spi_agents, 0); ++i) {

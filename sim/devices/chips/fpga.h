@@ -19,6 +19,14 @@ finding selftest(board &b, const one &chip);
 // Refuse a chip that has none (not_supported), and a channel beyond the last (no_such_device).
 finding check_agent(board &b, const one &chip, uint32_t channel);
 finding check_port(board &b, const one &chip, uint32_t channel);
+finding check_receiver(board &b, const one &chip, uint32_t channel);
+
+// All links together. Refuses (not_supported) a chip that has none.
+finding check_chip_links(board &b, const one &chip);
+
+// Of FPGAs: a CPLD keeps its logic without power (not_supported), and particles do not turn it (no finding).
+finding check_repeated_loads(board &b, const one &chip);
+finding check_upsets(board &b, const one &chip);
 
 // Bit 0 the self-test, bit 1 the agents, bit 2 the ports: set where a check that the chip has found a fault.
 uint32_t failed_functions(board &b, const one &chip);

@@ -30,16 +30,25 @@ inline constexpr reg spi_agents = reg::number("spi_agents", 1, 8, "", "how many 
 inline constexpr reg spi_fault = reg::bits("spi_fault", 0xFF, "bit N when agent N does not answer").or_else(0);
 inline constexpr reg pcie_ports = reg::number("pcie_ports", 1, 8, "", "how many PCIe ports it has");
 inline constexpr reg pcie_down = reg::bits("pcie_down", 0xFF, "bit N when the link of port N is down").or_else(0);
+inline constexpr reg chip_links = reg::number("chip_links", 1, 8, "", "how many logic chips it has a link to");
+inline constexpr reg link_down = reg::bits("link_down", 0xFF, "bit N when the link to chip N is down").or_else(0);
+inline constexpr reg uarts = reg::number("uarts", 1, 8, "", "how many serial receivers it has");
+inline constexpr reg uart_alarm = reg::bits("uart_alarm", 0xFF, "bit N when receiver N lost characters").or_else(0);
+inline constexpr reg repeated_loads =
+    reg::number("repeated_loads", 0, 255, "", "how often an FPGA loaded its logic again since it has power").or_else(0);
+inline constexpr reg upsets =
+    reg::number("upsets", 0, 255, "", "how many bits of an FPGA's configuration turned").or_else(0);
 inline constexpr reg np_slave =
     reg::bits("np_slave", 0x7F, "the network processor's address on the control bus").written();
 inline constexpr reg np_low =
     reg::bits("np_low", any_u32, "where the network processor's memory is: the lower 32 bits").written();
 inline constexpr reg np_high = reg::bits("np_high", any_u32, "the upper 32 bits").written();
-inline constexpr device_family family{"sim_board",
-                                      "logic",
-                                      "a programmable logic chip",
-                                      {version, is_fpga, build_year, build_month, build_day, scratch, scratch_stuck,
-                                       spi_agents, spi_fault, pcie_ports, pcie_down, np_slave, np_low, np_high}};
+inline constexpr device_family family{
+    "sim_board", "logic", "a programmable logic chip", {version,   is_fpga,    build_year,    build_month,
+                                                        build_day, scratch,    scratch_stuck, spi_agents,
+                                                        spi_fault, pcie_ports, pcie_down,     chip_links,
+                                                        link_down, uarts,      uart_alarm,    repeated_loads,
+                                                        upsets,    np_slave,   np_low,        np_high}};
 
 // What the bus reads of the scratch register: in both layouts it stands at this address.
 inline constexpr uint32_t scratch_address = 0x0F;

@@ -19,7 +19,12 @@ inline constexpr device_family family{"sim_board", "corrosion", "a corrosion sen
 namespace interrupt_line {
 inline constexpr reg type = reg::number("type", 0, any_u32, "", "the type of interrupt").required().fixed();
 inline constexpr reg fault = reg::flag("fault", "whether the line is stuck").required();
-inline constexpr device_family family{"sim_board", "interrupt", "an interrupt line", {type, fault}};
+inline constexpr reg numbered =
+    reg::flag("numbered", "whether it is called by its index, and not by its type alone").or_else(1).fixed();
+inline constexpr reg enabled = reg::flag("enabled", "whether it is let through").written().or_else(0);
+inline constexpr reg raised = reg::flag("raised", "whether its source is raised").or_else(0);
+inline constexpr device_family family{
+    "sim_board", "interrupt", "an interrupt line", {type, fault, numbered, enabled, raised}};
 } // namespace interrupt_line
 
 namespace trusted_module {

@@ -91,6 +91,29 @@ uint32_t drv_cpld_check_pcie_link_status(uint32_t inst_id, uint32_t chip_id, uin
         [&](board &b) { tell(logic_chip::check_port(b, chip(b, inst_id, chip_id), channel), result, msg, size); });
 }
 
+uint32_t drv_cpld_get_version(uint32_t inst_id, uint32_t chip_id, uint32_t *version) {
+    return operate([&](board &b) {
+        refuse_null(version);
+        *version = b.get(chip(b, inst_id, chip_id), logic_chip::version);
+    });
+}
+
+uint32_t drv_cpld_check_repeat_load(uint32_t inst_id, uint32_t chip_id, uint32_t *result, char *msg, uint32_t size) {
+    return operate(
+        [&](board &b) { tell(logic_chip::check_repeated_loads(b, chip(b, inst_id, chip_id)), result, msg, size); });
+}
+
+uint32_t drv_cpld_check_chip_link(uint32_t inst_id, uint32_t chip_id, uint32_t *result, char *msg, uint32_t size) {
+    return operate(
+        [&](board &b) { tell(logic_chip::check_chip_links(b, chip(b, inst_id, chip_id)), result, msg, size); });
+}
+
+uint32_t drv_cpld_uart_get_recv_alarm(uint32_t inst_id, uint32_t chip_id, uint32_t channel, uint32_t *result, char *msg,
+                                      uint32_t size) {
+    return operate(
+        [&](board &b) { tell(logic_chip::check_receiver(b, chip(b, inst_id, chip_id), channel), result, msg, size); });
+}
+
 uint32_t drv_cpld_set_np_para(uint32_t inst_id, uint32_t chip_id, uint32_t slave_addr, uint64_t np_addr) {
     return operate([&](board &b) { logic_chip::set_np(b, chip(b, inst_id, chip_id), slave_addr, np_addr); });
 }

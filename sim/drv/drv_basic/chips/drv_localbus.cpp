@@ -1,0 +1,33 @@
+// Chips on the local bus.
+#include "drv_basic/chips/drv_localbus.h"
+
+#include "sim/devices/chips/bus_chips.h"
+#include "sim/drv/driver.h"
+
+#include <algorithm>
+
+using namespace kestro_sim;
+
+namespace {
+
+localbus_chip::one chip(board &b, uint32_t inst_id, uint32_t chip_id) {
+    return b.find<localbus_chip::family>(inst_id, chip_id);
+}
+
+} // namespace
+
+uint32_t drv_localbus_read(uint32_t inst_id, uint32_t chip_id, uint32_t address, uint8_t *buffer, uint32_t length) {
+    return operate([&](board &b) {
+        refuse_null(buffer);
+        const auto bytes = localbus_chip::read(b, chip(b, inst_id, chip_id), address, length);
+        std::copy(bytes.begin(), bytes.end(), buffer);
+    });
+}
+
+uint32_t drv_localbus_write(uint32_t inst_id, uint32_t chip_id, uint32_t address, const uint8_t *buffer,
+                            uint32_t length) {
+    return operate([&](board &b) {
+        refuse_null(buffer);
+        localbus_chip::write(b, chip(b, inst_id, chip_id), address, {buffer, length});
+    });
+}
