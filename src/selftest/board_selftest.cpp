@@ -6,9 +6,29 @@
 #include <cstdlib>
 
 #include "drv_basic/management/drv_msc.h"
+#include "selftest/cards/slave_board.h"
+#include "selftest/cards/slots.h"
+#include "selftest/cards/subboards.h"
+#include "selftest/chips/cpld.h"
+#include "selftest/chips/expander.h"
+#include "selftest/chips/i2c_bus.h"
+#include "selftest/chips/interrupts.h"
+#include "selftest/chips/local_bus.h"
+#include "selftest/chips/mdio_bus.h"
+#include "selftest/chips/pci.h"
+#include "selftest/chips/rtc.h"
+#include "selftest/environment/board_capability.h"
+#include "selftest/environment/digital.h"
+#include "selftest/environment/dyinggasp.h"
+#include "selftest/environment/soft_reset.h"
+#include "selftest/environment/temperature.h"
+#include "selftest/environment/voltage.h"
+#include "selftest/environment/woffline.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
+#include "selftest/management/backplane.h"
+#include "selftest/management/board_mng.h"
 
 namespace {
 
@@ -18,27 +38,38 @@ int elabel_section(uint32_t inst_id, report_sink sink) {
 }
 
 constexpr std::array common_sections = {
-    selftest_section{"board mng", nullptr, nullptr},     selftest_section{"voltage", nullptr, nullptr},
-    selftest_section{"temperature", nullptr, nullptr},   selftest_section{"barcode", barcode_section, nullptr},
-    selftest_section{"elabel", elabel_section, nullptr}, selftest_section{"mac", mac_section, nullptr},
-    selftest_section{"woffline", nullptr, nullptr},      selftest_section{"slot", nullptr, nullptr},
-    selftest_section{"digital", nullptr, nullptr},       selftest_section{"board capability", nullptr, nullptr},
-    selftest_section{"soft-reset", nullptr, nullptr},    selftest_section{"sub-board", nullptr, nullptr},
-    selftest_section{"dyinggasp", nullptr, nullptr},     selftest_section{"intr", nullptr, nullptr},
-    selftest_section{"cpld", nullptr, nullptr},          selftest_section{"i2c", nullptr, nullptr},
-    selftest_section{"lbc bus", nullptr, nullptr},       selftest_section{"mdio", nullptr, nullptr},
-    selftest_section{"pci", nullptr, nullptr},           selftest_section{"chip9555", nullptr, nullptr},
-    selftest_section{"rtc", nullptr, nullptr},           selftest_section{"msc", nullptr, nullptr},
+    selftest_section{"board mng", board_mng_test, nullptr},
+    selftest_section{"voltage", voltage_section, nullptr},
+    selftest_section{"temperature", temperature_section, nullptr},
+    selftest_section{"barcode", barcode_section, nullptr},
+    selftest_section{"elabel", elabel_section, nullptr},
+    selftest_section{"mac", mac_section, nullptr},
+    selftest_section{"woffline", woffline_section, nullptr},
+    selftest_section{"slot", slot_section, nullptr},
+    selftest_section{"digital", digital_section, nullptr},
+    selftest_section{"board capability", board_capability_section, nullptr},
+    selftest_section{"soft-reset", soft_reset_section, nullptr},
+    selftest_section{"sub-board", subboard_section, nullptr},
+    selftest_section{"dyinggasp", dyinggasp_section, nullptr},
+    selftest_section{"intr", intr_section, nullptr},
+    selftest_section{"cpld", cpld_section, nullptr},
+    selftest_section{"i2c", i2c_section, nullptr},
+    selftest_section{"lbc bus", lbc_section, nullptr},
+    selftest_section{"mdio", mdio_section, nullptr},
+    selftest_section{"pci", pci_section, nullptr},
+    selftest_section{"chip9555", chip9555_section, nullptr},
+    selftest_section{"rtc", nullptr, rtc_section},
+    selftest_section{"msc", nullptr, nullptr},
 };
 
 // Only the master reaches the backplane and the power supplies.
 constexpr std::array master_sections = {
-    selftest_section{"backplane", nullptr, nullptr},
+    selftest_section{"backplane", check_backplane, nullptr},
     selftest_section{"power", nullptr, nullptr},
 };
 
 constexpr std::array slave_sections = {
-    selftest_section{"slave board special", nullptr, nullptr},
+    selftest_section{"slave board special", slave_special_section, nullptr},
 };
 
 // On a console run there is no report buffer: the step gets one of its own, which is then printed whole.

@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "tests/selftest/part.h"
+#include "tests/support/simulator.h"
 
 namespace kestro_tests {
 
-// The driver calls of a part on a simulated board, without results: "drv_board_get_type(inst_id=0xffffffff)".
+// The driver calls of a part, without results: "drv_board_get_type(inst_id=0xffffffff)". Those that only read the board
+// description are left out.
 inline std::vector<std::string> calls_of(const std::vector<std::string> &options, const std::string &name) {
     const std::string trace = new_scratch_dir() + "/trace";
     std::vector<std::string> all = options;
@@ -20,27 +22,16 @@ inline std::vector<std::string> calls_of(const std::vector<std::string> &options
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("drv_")) {
             calls.push_back(line.substr(0, line.find(" = ")));
-// The driver calls of one part of the self-test in the order in which they are made.
-#pragma once
-
-#include <fstream>
-#include <string>
-
-#include "tests/selftest/part.h"
-#include "tests/support/simulator.h"
-
-namespace kestro_tests {
-
-// A line per call, without its result; calls that only read the board description are left out.
-inline std::string driver_calls(const std::string &name, const std::string &script) {
-    const std::string trace = new_scratch_dir() + "/trace";
-    run_part({"--strict", "--script", scratch_file("script", script), "--trace", trace}, name);
-    std::ifstream lines(trace);
-    std::string calls;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("drv_")) {
-            calls += line.substr(0, line.find(')') + 1) + "\n";
         }
+    }
+    return calls;
+}
+
+// The same under a strict script, a line per call.
+inline std::string driver_calls(const std::string &name, const std::string &script) {
+    std::string calls;
+    for (const std::string &call : calls_of({"--strict", "--script", scratch_file("script", script)}, name)) {
+        calls += call + "\n";
     }
     return calls;
 }

@@ -7,39 +7,39 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "selftest/cards/slots.h"
-#include "selftest/cards/subboards.h"
-#include "selftest/environment/dyinggasp.h"
-#include "selftest/environment/temperature.h"
-#include "selftest/environment/voltage.h"
-#include "selftest/environment/woffline.h"
+#include "selftest/board_selftest.h"
 #include "selftest/cards/card_test.h"
 #include "selftest/cards/slave_board.h"
-#include "selftest/environment/soft_reset.h"
-#include "selftest/board_selftest.h"
+#include "selftest/cards/slots.h"
+#include "selftest/cards/subboards.h"
+#include "selftest/chips/cpld.h"
 #include "selftest/chips/expander.h"
+#include "selftest/chips/i2c_bus.h"
+#include "selftest/chips/interrupts.h"
+#include "selftest/chips/local_bus.h"
 #include "selftest/chips/mdio_bus.h"
 #include "selftest/chips/pci.h"
 #include "selftest/chips/rtc.h"
 #include "selftest/environment/board_capability.h"
 #include "selftest/environment/digital.h"
-#include "selftest/chips/cpld.h"
-#include "selftest/chips/i2c_bus.h"
-#include "selftest/chips/interrupts.h"
-#include "selftest/chips/local_bus.h"
+#include "selftest/environment/dyinggasp.h"
+#include "selftest/environment/soft_reset.h"
+#include "selftest/environment/temperature.h"
+#include "selftest/environment/voltage.h"
+#include "selftest/environment/woffline.h"
 #include "selftest/identity/barcode_storage.h"
 #include "selftest/identity/elabel_storage.h"
 #include "selftest/identity/mac_storage.h"
-#include "selftest/management/board_cards.h"
-#include "selftest/management/board_identity.h"
-#include "selftest/management/board_presence.h"
-#include "selftest/management/boot_step.h"
-#include "selftest/management/power_cycle.h"
 #include "selftest/management/backplane.h"
 #include "selftest/management/bios.h"
+#include "selftest/management/board_cards.h"
 #include "selftest/management/board_health.h"
+#include "selftest/management/board_identity.h"
 #include "selftest/management/board_mng.h"
+#include "selftest/management/board_presence.h"
+#include "selftest/management/boot_step.h"
 #include "selftest/management/control_logic.h"
+#include "selftest/management/power_cycle.h"
 #include "selftest/management/smb_counters.h"
 #include "selftest/management/storage_sizes.h"
 #include "selftest/report.h"
@@ -65,7 +65,6 @@ template <uint32_t card> int on_card(report_sink sink) {
     return card_onekey_test(card, sink);
 }
 
-// A line each, in the order in which a whole-board run comes to them; last what it does not come to.
 // On the console the step's buffer is printed whole, as a whole-board run does.
 template <buffered_step step> int buffered(report_sink sink) {
     if (sink.buffer != nullptr) {
@@ -79,7 +78,7 @@ template <buffered_step step> int buffered(report_sink sink) {
     return result;
 }
 
-// A line each, in the order in which a whole-board run comes to them.
+// In the order in which a whole-board run comes to them; behind the checks of a section the section itself.
 constexpr part parts[] = {
     {"hardware_identity", on_self<check_hardware_identity>},
     {"pcb_version", on_self<check_pcb_version>},
@@ -99,14 +98,7 @@ constexpr part parts[] = {
     {"control_logic", on_self<check_control_logic>},
     {"capability", on_self<check_capability>},
     {"storage_sizes", on_self<check_storage_sizes>},
-    // All of the above.
     {"board_mng", on_self<board_mng_test>},
-    {"barcode", on_self<barcode_section>},
-    {"elabel", elabel},
-    {"mac", on_self<mac_section>},
-    {"backplane", on_self<check_backplane>},
-    // No section runs it.
-    {"smb_counters", on_self<check_smb_counters>},
     {"voltage_values", on_self<check_voltage_values>},
     {"voltage_setting", on_self<check_voltage_setting>},
     {"vrm_alerts", on_self<check_vrm_alerts>},
@@ -119,28 +111,31 @@ constexpr part parts[] = {
     {"mac", on_self<mac_section>},
     {"woffline", on_self<woffline_section>},
     {"slot", on_self<slot_section>},
+    {"digital", on_self<digital_section>},
+    {"board_capability", on_self<board_capability_section>},
+    {"soft_reset", on_self<soft_reset_section>},
     {"subboard", on_self<subboard_section>},
     {"dyinggasp_simulation", on_self<check_dyinggasp_simulation>},
     {"dyinggasp_cards", on_self<check_dyinggasp_cards>},
     {"dyinggasp", on_self<dyinggasp_section>},
-    {"soft_reset", on_self<soft_reset_section>},
+    {"intr", on_self<intr_section>},
+    {"cpld", on_self<cpld_section>},
+    {"i2c", on_self<i2c_section>},
+    {"lbc", on_self<lbc_section>},
+    {"mdio", on_self<mdio_section>},
+    {"pci", on_self<pci_section>},
+    {"chip9555", on_self<chip9555_section>},
+    {"rtc", buffered<rtc_section>},
+    {"backplane", on_self<check_backplane>},
     {"slave_special", on_self<slave_special_section>},
+    // What a whole-board run does not come to.
+    {"smb_counters", on_self<check_smb_counters>},
     {"card_in_slot_1", on_card<0xff000001>},
     {"card_in_slot_2", on_card<0xff000002>},
     {"card_in_slot_3", on_card<0xff000003>},
     {"card_in_slot_4", on_card<0xff000004>},
     {"card_in_slot_5", on_card<0xff000005>},
     {"card_1_on_board", on_card<0x0100ffff>},
-    {"digital", on_self<digital_section>},
-    {"board_capability", on_self<board_capability_section>},
-    {"mdio", on_self<mdio_section>},
-    {"pci", on_self<pci_section>},
-    {"chip9555", on_self<chip9555_section>},
-    {"rtc", buffered<rtc_section>},
-    {"barcode", on_self<barcode_section>}, {"elabel", elabel},
-    {"mac", on_self<mac_section>},         {"intr", on_self<intr_section>},
-    {"cpld", on_self<cpld_section>},       {"i2c", on_self<i2c_section>},
-    {"lbc", on_self<lbc_section>},
 };
 
 const part *find_part(const char *name) {
