@@ -1,38 +1,23 @@
-// Whole-board runs: what the self-test prints around the section under test.
+// Whole-board runs: all sections of the self-test, one after the other.
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "tests/support/command.h"
+#include "tests/support/process.h"
 
 namespace kestro_tests {
 
-// The sections of which a test says what they do; the others only print their banners.
-struct board_lines {
-    std::string barcode;
-    std::string elabel;
-    std::string mac;
-    std::string behind_msc; // the banners of a master or a slave board
-};
+// The self-test on a simulated board, on the virtual clock.
+process_result run_board(std::vector<std::string> options);
 
-// Everything that `board_test board_onekey_test` prints, timing lines included.
-std::string board_output(const board_lines &lines);
+// The banners of a run, in order, as they are printed.
+std::string banners_of(const std::string &output);
 
-// A run with a strict script, the board's files coming from a directory of the test, and these lines.
-void expect_board_run(const std::string &script, const std::string &root, const board_lines &lines);
+// What a run printed behind the banner of a section, up to the next one or the dispatcher's lines.
+std::string section_of(const std::string &output, const std::string &name);
 
 // A root directory whose label file holds this text.
 std::string root_with_label(const std::string &label);
-
-// Script and lines of a section that ends at once, for the tests of the other sections.
-struct short_section {
-    std::string script;
-    std::string lines;
-};
-
-extern const short_section no_barcode;
-extern const short_section no_elabel;
-extern const short_section no_mac;
-extern const std::string no_msc_state;
 
 } // namespace kestro_tests
