@@ -51,7 +51,7 @@ template <uint32_t power_state::*Figure> uint32_t from_state(board &, const one 
 constexpr property_row property_rows[] = {
     {1, spoken::by_all, [](board &, const one &, const power_state &now) { return now.has_alarm() ? 1U : 0U; }},
     {2, spoken::by_all, [](board &, const one &, const power_state &now) { return now.is_output_on ? 0U : 1U; }},
-    {3, spoken::by_all, from_supply<power_supply::rated>},
+    {3, spoken::by_all, from_build<power_build::rating>},
     {4, spoken::on_pmbus, from_supply<power_supply::current_limit>},
     {5, spoken::by_all, from_supply<power_supply::temp_limit>},
     {6, spoken::on_pmbus, [](board &, const one &, const power_state &now) { return status_word(now); }},

@@ -58,7 +58,7 @@ void work_out_flow(board &b, const one &which, power_state &state) {
 // Fans turn slowly at no load and fully at the rated power.
 void work_out_heat(board &b, const one &which, power_state &state) {
     constexpr uint32_t idle_percent = 30;
-    const uint32_t rated = b.get_or(which, power_supply::rated, state.output_watts);
+    const uint32_t rated = b.get(which, power_supply::rated);
     const auto air = static_cast<int32_t>(b.get(board::at<ambient::family>(board::chassis()), ambient::celsius));
     const uint32_t heat = divided(uint64_t{b.get(which, power_supply::rise)} * state.output_watts, rated);
     state.celsius = static_cast<uint32_t>(std::max(air, 0)) + heat;

@@ -28,7 +28,7 @@ inline constexpr reg feed_low =
     reg::number("feed_low", 0, 1000000, "mV", "below it the input is called low").required();
 inline constexpr reg feed_high =
     reg::number("feed_high", 0, 1000000, "mV", "above it the input is too high").required();
-inline constexpr reg rated = reg::number("rated", 1, 100000, "W", "what it can give");
+inline constexpr reg rated = reg::number("rated", 1, 100000, "W", "what it can give").required();
 inline constexpr reg output = reg::number("output", 1, 100000, "mV", "its output voltage").required();
 inline constexpr reg load = reg::number("load", 0, 100000, "W", "what the chassis takes from it").required();
 inline constexpr reg efficiency =
@@ -81,6 +81,7 @@ using one = device_of<family>;
 // How it was built.
 namespace power_build {
 
+inline constexpr reg rating = reg::number("rating", 1, 100000, "W", "the rated power that it tells");
 inline constexpr reg device_type = reg::number("device_type", 0, any_u32, "", "the type of device");
 inline constexpr reg hardware = reg::number("hardware", 0, any_u32, "", "its hardware version");
 inline constexpr reg protocol = reg::number("protocol", 0, any_u32, "", "the version of its protocol");
@@ -96,8 +97,8 @@ inline constexpr reg label = reg::text("label", 1022, "its electronic label").re
 inline constexpr device_family family{"sim_power",
                                       "build",
                                       "the make of a power supply, by slot * 10 + place",
-                                      {device_type, hardware, protocol, pfc, converter, holdup, shutdown, panel_switch,
-                                       airflow, features, controller, label}};
+                                      {rating, device_type, hardware, protocol, pfc, converter, holdup, shutdown,
+                                       panel_switch, airflow, features, controller, label}};
 
 } // namespace power_build
 
