@@ -252,3 +252,19 @@ TEST(PowerSectionTest, TheSlaveOfTheChassisAndALineCard) {
               banner(13, 0) + slave_line + banner(13, 1) + slave_line + banner(14, 0) + slave_line + "result 0\n");
     EXPECT_EQ(run_part({"--board", "lpu"}, "power").out, "Info: power is not support.\r\nresult 0\n");
 }
+
+// A supply whose presence line is broken comes up all the same, which only the tests of the whole frame see: the
+// section leaves out what is not online.
+TEST(PowerOnekeyTest, ASupplyWithABrokenPresenceLine) {
+    const process_result run =
+        run_part({"--board", "mpu_master", "--set", "chassis/power/supply/130/line_broken=1"}, "power_onekey_init");
+    EXPECT_EQ(run.out, master_line + init_lines(13, 0) +
+                           "Error  : slot 13 power 0 is not online, but init success.\r\n"
+                           "Info   : slot 13 power 1 init and deinit test begin. \r\n"
+                           "Success: slot 13 power 1 init and deinit success. times 0\r\n"
+                           "Success: slot 13 power 1 init and deinit success. times 1\r\n"
+                           "Success: slot 13 power 1 init and deinit success. times 2\r\n"
+                           "Success: slot 13 power 1 duplicate init success\r\n"
+                           "result -1\n");
+    EXPECT_EQ(run.err, "");
+}

@@ -310,6 +310,28 @@ TEST_F(PowerSupply, AProgramThatIsLostByALoad) {
                   no_such_device);
 }
 
+TEST_F(PowerSupply, NullPointersAreRefused) {
+    const std::vector<std::string> lines = {
+        "drv_power_get_num(slot_id=13, num=null)",
+        "drv_power_get_property(" + ac + ", type=1, value=null)",
+        "drv_power_get_alarm(" + ac + ", type=1, alarms=null)",
+        "drv_power_get_alarm(" + ac + ", type=1, sub_alarm=null)",
+        "drv_power_get_board_property(" + ac + ", type=0, buffer=null, len=9)",
+        "drv_power_get_board_property(" + ac + ", type=0, len=null)",
+        "drv_power_set_board_property(" + ac + ", type=0, buffer=null, len=9)",
+        "drv_power_get_bbox_info(" + ac + ", buffer=null, len=9)",
+        "drv_power_get_bbox_info(" + ac + ", len=9, retlen=null)",
+        "drv_power_get_software_info(" + ac + ", info=null)",
+        "drv_power_get_softver(" + ac + ", soft_id=1, module_id=0, version=null)",
+        "drv_power_load_app(" + ac + ", reserved=0, data=null, len=9)",
+    };
+    std::string refused;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        refused += null_pointer;
+    }
+    EXPECT_EQ(answers(lines), refused);
+}
+
 TEST_F(PowerSupply, TheHooksForCorrections) {
     EXPECT_EQ(answers({"drv_power_patch_func1(text=\"test start 1\", len=12)",
                        "drv_power_patch_func2(text=\"test start 2\", len=12)", "drv_power_patch_func1(len=0)"}),
