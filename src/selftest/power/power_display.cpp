@@ -155,17 +155,17 @@ void show_label(const power_unit &unit, board_area *area, report_sink sink) {
 }
 
 struct board_property_row {
-    uint32_t type;
     const char *name;
     const char *behind_failure;
+    uint32_t type;
     bool is_text;
 };
 
 constexpr board_property_row board_property_rows[] = {
-    {board_soft_ver, "POWER_BOARD_SOFT_VER", "", false},
-    {board_hw_ver, "POWER_BOARD_HW_VER", "", false},
-    {module_feature, "POWER_MODULE_FEATURE", " ", false},
-    {chip_feature, "POWER_CHIP_FEATURE", "", true},
+    {"POWER_BOARD_SOFT_VER", "", board_soft_ver, false},
+    {"POWER_BOARD_HW_VER", "", board_hw_ver, false},
+    {"POWER_MODULE_FEATURE", " ", module_feature, false},
+    {"POWER_CHIP_FEATURE", "", chip_feature, true},
 };
 
 void show_board_property(const power_unit &unit, const board_property_row &row, board_area *area, report_sink sink) {
