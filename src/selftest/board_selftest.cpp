@@ -29,6 +29,7 @@
 #include "selftest/identity/mac_storage.h"
 #include "selftest/management/backplane.h"
 #include "selftest/management/board_mng.h"
+#include "selftest/power/power_onekey.h"
 
 namespace {
 
@@ -65,7 +66,7 @@ constexpr std::array common_sections = {
 // Only the master reaches the backplane and the power supplies.
 constexpr std::array master_sections = {
     selftest_section{"backplane", check_backplane, nullptr},
-    selftest_section{"power", nullptr, nullptr},
+    selftest_section{"power", power_section, nullptr},
 };
 
 constexpr std::array slave_sections = {

@@ -42,6 +42,13 @@
 #include "selftest/management/power_cycle.h"
 #include "selftest/management/smb_counters.h"
 #include "selftest/management/storage_sizes.h"
+#include "selftest/power/power_display.h"
+#include "selftest/power/power_init.h"
+#include "selftest/power/power_input.h"
+#include "selftest/power/power_onekey.h"
+#include "selftest/power/power_reports.h"
+#include "selftest/power/power_set_and_get.h"
+#include "selftest/power/power_software.h"
 #include "selftest/report.h"
 
 namespace {
@@ -76,6 +83,44 @@ template <buffered_step step> int buffered(report_sink sink) {
     fputs(buffer, stdout);
     free(buffer);
     return result;
+}
+
+constexpr uint32_t power_slot = 13;
+constexpr power_unit supply = {power_slot, 0};
+
+template <int check(const power_unit &, report_sink)> int on_supply(report_sink sink) {
+    return check(supply, sink);
+}
+
+template <power_test_mode mode> int power_onekey(report_sink sink) {
+    return power_onekey_test(power_slot, mode, sink);
+}
+
+template <uint32_t len> int power_bbox(report_sink sink) {
+    return power_bbox_report(supply, len, sink);
+}
+
+int power_number(report_sink sink) {
+    return power_number_report(power_slot, sink);
+}
+
+int power_version(report_sink sink) {
+    return power_version_report(supply, 2, 1, sink);
+}
+
+// What it found as one number: 1 on the PMBus, 2 no input.
+int power_input_found(report_sink sink) {
+    const power_input found = detect_power_input(supply, sink);
+    return (found.pmbus ? 1 : 0) + (found.no_input ? 2 : 0);
+}
+
+int power_init(report_sink sink) {
+    return power_init_test(supply, 3, sink);
+}
+
+int power_software_info(report_sink sink) {
+    drv_power_software_info info{};
+    return power_software_report(supply, sink, &info);
 }
 
 // In the order in which a whole-board run comes to them; behind the checks of a section the section itself.
@@ -127,6 +172,7 @@ constexpr part parts[] = {
     {"chip9555", on_self<chip9555_section>},
     {"rtc", buffered<rtc_section>},
     {"backplane", on_self<check_backplane>},
+    {"power", on_self<power_section>},
     {"slave_special", on_self<slave_special_section>},
     // What a whole-board run does not come to.
     {"smb_counters", on_self<check_smb_counters>},
@@ -136,6 +182,27 @@ constexpr part parts[] = {
     {"card_in_slot_4", on_card<0xff000004>},
     {"card_in_slot_5", on_card<0xff000005>},
     {"card_1_on_board", on_card<0x0100ffff>},
+    {"power_single", on_supply<power_single_test>},
+    {"power_display", on_supply<power_display_test>},
+    {"power_bbox_16", power_bbox<16>},
+    {"power_bbox_0", power_bbox<0>},
+    {"power_bbox_half_report", power_bbox<report_capacity / 2 + 1>},
+    {"power_bbox_largest", power_bbox<0xffffffff>},
+    {"power_input", power_input_found},
+    {"power_properties", on_supply<power_property_display>},
+    {"power_board_properties", on_supply<power_board_property_display>},
+    {"power_alarms", on_supply<power_alarm_display>},
+    {"power_init", power_init},
+    {"power_set_and_get", on_supply<power_set_and_get_test>},
+    {"power_software", on_supply<power_software_test>},
+    {"power_software_info", power_software_info},
+    {"power_number", power_number},
+    {"power_version", power_version},
+    {"power_onekey_all", power_onekey<power_test_all>},
+    {"power_onekey_display", power_onekey<power_test_display>},
+    {"power_onekey_config", power_onekey<power_test_config>},
+    {"power_onekey_init", power_onekey<power_test_init>},
+    {"power_onekey_software", power_onekey<power_test_software>},
 };
 
 const part *find_part(const char *name) {
