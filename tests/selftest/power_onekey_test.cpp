@@ -141,6 +141,61 @@ TEST(PowerOnekeyTest, EachTestFailsTheRun) {
                 -1);
 }
 
+namespace {
+
+std::string root_with_image() {
+    const std::string root = new_scratch_dir();
+    std::filesystem::create_directories(root + "/opt/hostx/home");
+    write_file(root + "/opt/hostx/home/power_app.bin", "1");
+    return root;
+}
+
+// Of a supply that lists no programs and takes the image.
+std::string loaded_lines(int slot, int power) {
+    const std::string no_list = "Success: " + on(slot, power) + " not support get software info. ret 0x811101a4\r\n";
+    return "Info   : " + on(slot, power) + " software test begin. \r\n" + no_list +
+           "Info   : chmod 755 /opt/hostx/home/power_app.bin.\r\n"
+           "Info   : file head soft_id 0x31 rsv 0x0 crc[0] 0x0 crc[1] 0x0\r\n"
+           "Success: " +
+           on(slot, power) + " load file /opt/hostx/home/power_app.bin success. len 0x1\r\n" + no_list;
+}
+
+} // namespace
+
+// The tests behind one that fails are run, and pass, without making it good.
+TEST(PowerOnekeyTest, OneTestThatFailsFailsTheSupply) {
+    const std::string begin = master + "drv_power_get_software_info = 0x811101a4\ndrv_power_load_app = 0\n";
+    const std::string config = config_lines(13, 0);
+    const std::string last = "Info   : slot 13 power 0 get POWER_STARTUP_DELAY 0x1b is not support. \r\n";
+    const struct {
+        std::string script;
+        std::string lines;
+        int result;
+    } cases[] = {
+        {nothing_of(13, 0) + lacking + no_init, display_lines(13, 0) + init_lines(13, 0) + config, 0},
+        {power_get(0, "0x21 x1") + nothing_of(13, 0) + lacking + no_init,
+         "Info   : slot 13 power 0 display test begin. \r\n"
+         "Error  : slot 13 power 0 get online fail. ret 0x21\r\n" +
+             init_lines(13, 0) + config,
+         0x21},
+        {nothing_of(13, 0) + lacking + "drv_power_init = 0\n",
+         display_lines(13, 0) + init_lines(13, 0) + "Error  : slot 13 power 0 is not online, but init success.\r\n" +
+             config,
+         -1},
+        {nothing_of(13, 0) + power_set(27, 1, "0x22 x1") + lacking + no_init,
+         display_lines(13, 0) + init_lines(13, 0) + config.substr(0, config.size() - last.size()) +
+             "Error  : slot 13 power 0 set POWER_STARTUP_DELAY 0x1b fail. value 1 ret 0x22\r\n",
+         -1},
+    };
+    for (const auto &each : cases) {
+        expect_part_on(root_with_image(), "power_single", begin + each.script,
+                       master_line + each.lines + loaded_lines(13, 0), each.result);
+        expect_part_on(root_with_image(), "power_onekey_all",
+                       begin + "drv_power_get_num(slot_id=13) = 0 num=1 x1\n" + each.script,
+                       master_line + each.lines + loaded_lines(13, 0), each.result);
+    }
+}
+
 TEST(PowerOnekeyTest, OneSupplyByItself) {
     expect_part("power_single", master + nothing_of(13, 0) + lacking + no_init + no_programs,
                 master_line + display_lines(13, 0) + init_lines(13, 0) + config_lines(13, 0) + software_lines(13, 0),
@@ -195,17 +250,9 @@ TEST(PowerSectionTest, OneOfTwoThatFails) {
                                master + lacking + no_init + "drv_power_get_software_info(slot_id=13) = 0x83\n" +
                                "drv_power_get_software_info(slot_id=14) = 0x811101a4 x2\n" +
                                "drv_power_load_app(slot_id=14) = 0\n";
-    const std::string root = new_scratch_dir();
-    std::filesystem::create_directories(root + "/opt/hostx/home");
-    write_file(root + "/opt/hostx/home/power_app.bin", "1");
+    const std::string root = root_with_image();
     const std::string good = banner(14, 0) + master_line + display_lines(14, 0) + init_lines(14, 0) +
-                             config_lines(14, 0) +
-                             "Info   : slot 14 power 0 software test begin. \r\n"
-                             "Success: slot 14 power 0 not support get software info. ret 0x811101a4\r\n"
-                             "Info   : chmod 755 /opt/hostx/home/power_app.bin.\r\n"
-                             "Info   : file head soft_id 0x31 rsv 0x0 crc[0] 0x0 crc[1] 0x0\r\n"
-                             "Success: slot 14 power 0 load file /opt/hostx/home/power_app.bin success. len 0x1\r\n"
-                             "Success: slot 14 power 0 not support get software info. ret 0x811101a4\r\n";
+                             config_lines(14, 0) + loaded_lines(14, 0);
     expect_part_on(root, "power", described({{13, 0}, {14, 0}}) + script, all_lines(13, 0) + good, 0x83);
     expect_part_on(root, "power", described({{14, 0}, {13, 0}}) + script, good + all_lines(13, 0), 0x83);
 }

@@ -135,11 +135,28 @@ TEST(PowerSoftwareTest, WhatIsNoFileIsNoImage) {
 
 // Nothing is said of an image that no memory is given for.
 TEST(PowerSoftwareTest, AnImageThatNoSupplyHasRoomFor) {
-    for (const uintmax_t size : {uintmax_t{16} * 1024 * 1024 + 1, uintmax_t{1} << 40U}) {
-        const std::string root = root_with("");
+    constexpr uintmax_t largest = uintmax_t{16} * 1024 * 1024;
+    const std::string root = root_with("");
+    for (const uintmax_t size : {largest + 1, largest * 64}) {
         fs::resize_file(image_of(root), size);
         expect_part_on(root, "power_software", no_programs(1), begin + no_programs_line + change_mode, -1);
     }
+    fs::resize_file(image_of(root), largest);
+    expect_part_on(root, "power_software", no_programs(2) + "drv_power_load_app(len=0x1000000) = 0 x1\n",
+                   begin + no_programs_line + change_mode +
+                       "Info   : file head soft_id 0x0 rsv 0x0 crc[0] 0x0 crc[1] 0x0\r\n"
+                       "Success: slot 13 power 0 load file /opt/hostx/home/power_app.bin success. len 0x1000000\r\n" +
+                       no_programs_line,
+                   0);
+}
+
+TEST(PowerSoftwareTest, ALinkToAnImageIsAnImage) {
+    const std::string root = root_with("");
+    fs::rename(image_of(root), root + "/opt/hostx/home/power_app_2.bin");
+    write_file(root + "/opt/hostx/home/power_app_2.bin", image);
+    fs::create_symlink("power_app_2.bin", image_of(root));
+    expect_part_on(root, "power_software", no_programs(2) + load_rule(9, "[01 fe ab 00 00 00 00 cc 11]", "0 x1"),
+                   begin + no_programs_line + change_mode + image_head + loaded + no_programs_line, 0);
 }
 
 TEST(PowerSoftwareTest, ProgramsThatCannotBeListedBefore) {

@@ -36,12 +36,20 @@ struct property_row {
     uint32_t (*read)(board &b, const one &which, const power_state &now);
 };
 
+uint32_t required(board &b, const device &which, const reg &name) {
+    const auto value = b.value(which, name);
+    refuse_if(!value, error::not_supported);
+    return static_cast<uint32_t>(*value);
+}
+
 template <const reg &Register> uint32_t from_supply(board &b, const one &which, const power_state &) {
-    return b.get(which, Register);
+    static_assert(power_supply::family.has(Register) && !Register.is_text() && !Register.is_wide());
+    return required(b, which, Register);
 }
 
 template <const reg &Register> uint32_t from_build(board &b, const one &which, const power_state &) {
-    return b.get(build_of(which), Register);
+    static_assert(power_build::family.has(Register) && !Register.is_text() && !Register.is_wide());
+    return required(b, build_of(which), Register);
 }
 
 template <uint32_t power_state::*Figure> uint32_t from_state(board &, const one &, const power_state &now) {

@@ -57,7 +57,7 @@ power_supply::one power_supply::find(board &b, uint32_t slot_id, uint32_t power_
 }
 
 power_supply::one power_supply::find_answering(board &b, uint32_t slot_id, uint32_t power_id) {
-    const one which = find(b, slot_id, power_id);
+    one which = find(b, slot_id, power_id);
     refuse_if(b.get(which, present) == 0, error::not_ready);
     return which;
 }

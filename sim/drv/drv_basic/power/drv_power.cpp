@@ -110,7 +110,7 @@ uint32_t drv_power_get_bbox_info(uint32_t slot_id, uint32_t power_id, uint8_t *b
         refuse_null(buffer, retlen);
         std::vector<uint8_t> bytes = power_bbox::contents(b, power_supply::find_answering(b, slot_id, power_id));
         if (bytes.size() > len) {
-            bytes.resize(len / 8 * 8);
+            bytes.resize(len - len % 8);
         }
         std::copy(bytes.begin(), bytes.end(), buffer);
         *retlen = static_cast<uint32_t>(bytes.size());
