@@ -14,9 +14,8 @@ from pathlib import Path
 
 SOURCE, BUILD = (Path(word) for word in sys.argv[1:3])
 BOARDS = ("mpu_master", "mpu_slave", "lpu")
-# The first needs a built-in text that does not fit its own area, the second an allocation that fails, the last a chip
-# whose polarity does not hold.
-UNREACHABLE = {"elabel get write info fail", "malloc fail.", "Info  : pca chip"}
+# One needs a built-in text that does not fit its own area, the other an allocation that fails.
+UNREACHABLE = {"elabel get write info fail", "malloc fail."}
 TEST_BARCODE = "Hello test now..."
 
 
@@ -81,8 +80,8 @@ class FailedChecks(unittest.TestCase):
                 place = f"{board}: call {number}, {call}"
                 self.assertEqual(failed.status, 0, place)
                 seen.update(text for text in FAILURES for line in failed.lines if line.startswith(text))
-                if call not in SILENT:
-                    self.assertTrue(failed.failures(), f"{place} leaves no documented line: {failed.lines}")
+                with self.subTest(place):
+                    self.assertTrue(failed.failures() or call in SILENT, "leaves no documented line")
         self.assertEqual(seen, set(FAILURES) - UNREACHABLE, "texts of the manual that no failure printed")
 
     @staticmethod
@@ -103,7 +102,9 @@ class FailedChecks(unittest.TestCase):
             if failed.marks() == good.marks():
                 self.assertTrue(any(line.startswith((*NOTES, "kestro_test: strdup failed")) for line in failed.lines))
             else:
-                self.assertTrue(failed.failures() or failed.status != 0, f"{number}: {failed.lines}")
+                # Without its buffer the section of the clock is left out.
+                shows = failed.failures() or failed.status != 0 or len(failed.marks()) < len(good.marks())
+                self.assertTrue(shows, f"{number}: {failed.lines}")
 
     def last_allocation(self, good: Run) -> int:
         """Of a whole run: the greatest number that makes a difference."""
@@ -115,7 +116,8 @@ class FailedChecks(unittest.TestCase):
         return low
 
     def test_a_missing_label_file_is_no_failed_check(self) -> None:
-        good, _ = self.good_run("mpu_master")
+        self.good_run("mpu_master")
+        good = self.selftest("mpu_master")
         files = list((self.root / "mpu_master").rglob("elabel.txt"))
         self.assertTrue(files)
         for file in files:
@@ -123,7 +125,7 @@ class FailedChecks(unittest.TestCase):
         without = self.selftest("mpu_master")
         self.assertEqual(without.failures(), [])
         self.assertEqual(without.marks(), good.marks())
-        noted = [line for line in without.lines if line.startswith(tuple(NOTES))]
+        noted = [line for line in without.lines if line.startswith(tuple(NOTES)) and line not in good.lines]
         self.assertEqual([line.split("[")[0].split(":")[0] for line in noted], ["open file", "there is no such file"])
 
     def test_texts_of_the_sources_are_in_the_manual(self) -> None:

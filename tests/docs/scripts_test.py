@@ -27,7 +27,7 @@ class Scripts(unittest.TestCase):
         self.addCleanup(scratch.cleanup)
         root = Path(scratch.name)
         self.tree, self.tools, self.elsewhere = root / "a tree", root / "tools", root / "elsewhere"
-        self.copy("scripts", "bench", ".ci")
+        self.copy("scripts", "bench", ".ci", "cmake")
         self.tools.mkdir()
         self.elsewhere.mkdir()
         self.tool("dpkg-query", "echo all installed")
@@ -88,8 +88,8 @@ class Scripts(unittest.TestCase):
                      "command": f"c++ -DX '-I{self.tree}' -include x/cmake_pch.hxx -o x.o -c '{self.tree / name}'"}
                     for name in
                     ("src/shell/main.cpp", "sim/launcher/main.cpp", "probe/script.cpp")]
-        (self.tree / "build").mkdir()
-        (self.tree / "build/compile_commands.json").write_text(json.dumps(commands), encoding="utf-8")
+        (self.tree / "build/lint").mkdir(parents=True)
+        (self.tree / "build/lint/compile_commands.json").write_text(json.dumps(commands), encoding="utf-8")
         first = self.call("scripts/lint")
         self.assertEqual((first.returncode, first.stderr), (0, ""), first)
         lines = record.read_text(encoding="utf-8").splitlines()
@@ -109,9 +109,9 @@ class Scripts(unittest.TestCase):
         self.tool("clang-format", "exit 0")
         self.tool("clang-tidy", 'case "$*" in *main.cpp*) echo "/x.cpp:1:1: error: bad [check]"; exit 1; esac')
         self.copy("src")
-        (self.tree / "build").mkdir()
+        (self.tree / "build/lint").mkdir(parents=True)
         file = self.tree / "src/shell/main.cpp"
-        (self.tree / "build/compile_commands.json").write_text(
+        (self.tree / "build/lint/compile_commands.json").write_text(
             json.dumps([{"file": str(file), "command": f"c++ -DX -o x.o -c '{file}'"}]), encoding="utf-8")
         for _ in range(2):
             run = self.call("scripts/lint")

@@ -1,15 +1,22 @@
 // The whole-board self-test under every fault: unless it is cut short before it restores, the board keeps its identity.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <csignal>
 #include <filesystem>
 #include <initializer_list>
 #include <map>
+#include <set>
 
 #include "tests/sweep/sweep.h"
 
 using namespace kestro_tests;
 
 namespace {
+
+// What operations on the board's identity and its boot step have in their names.
+constexpr std::array kept_things = {"elabel", "barcode", "_mac_", "bootstep"};
 
 const std::vector<std::string> self_test = {"board_test", "board_onekey_test"};
 
@@ -46,12 +53,70 @@ std::string expect_identity_kept(const std::vector<std::string> &options, const 
     return result.out;
 }
 
+// The calls that touch what the board keeps, and one of each other operation; all in the full tier.
+std::vector<size_t> calls_tried(const good_run &reference) {
+    std::set<std::string> seen;
+    std::vector<size_t> tried;
+    for (size_t n = 1; n <= reference.calls.size(); ++n) {
+        const std::string operation = operation_of(reference.calls[n - 1].made);
+        const bool touches = std::any_of(kept_things.begin(), kept_things.end(),
+                                         [&](const char *thing) { return operation.find(thing) != std::string::npos; });
+        if ((touches || seen.insert(operation).second || everything_is_tried()) && is_tried_here(std::to_string(n))) {
+            tried.push_back(n);
+        }
+    }
+    return tried;
+}
+
+std::string boot_step() {
+    return run_sim({"--state", board_used(), "--get", "slot9/board/unit/0/bootstep"}, {}).out;
+}
+
+void expect_signal_leaves_identity(size_t n, const std::string &name, int number, const std::string &reference) {
+    static const auto before = identity(new_board());
+    static const std::string step_before = boot_step();
+    const std::string call = std::to_string(n) + "=" + name;
+    const process_result result = run_with({"--signal-call", call}, self_test);
+    EXPECT_EQ(result.status, 128 + number) << call;
+    EXPECT_TRUE(reference.starts_with(result.out)) << call << "\n" << result.out;
+    EXPECT_TRUE(identity(board_used()) == before) << call << "\n" << result.out;
+    EXPECT_EQ(boot_step(), step_before) << call;
+}
+
 } // namespace
+
+// An operator's Ctrl-C, a kill, or a connection that is lost, at whatever moment.
+TEST(IdentitySweep, ASignalAtEachDriverCallLeavesTheIdentity) {
+    const good_run reference = run_well({self_test, ""});
+    const std::array<std::pair<const char *, int>, 3> signals = {{{"INT", SIGINT}, {"TERM", SIGTERM}, {"HUP", SIGHUP}}};
+    size_t which = 0;
+    for (const size_t n : calls_tried(reference)) {
+        const auto &[name, number] = signals.at(which++ % signals.size());
+        expect_signal_leaves_identity(n, name, number, reference.output);
+    }
+}
+
+// Who cannot wait presses it twice: a driver that hangs does not hold the operator.
+TEST(IdentitySweep, ASecondSignalEndsTheRunAtOnce) {
+    const good_run reference = run_well({self_test, ""});
+    size_t n = 1;
+    while (operation_of(reference.calls.at(n - 1).made) != "drv_mac_set_addr_num") {
+        ++n;
+    }
+    const std::string call = std::to_string(n);
+    const std::string script = script_file("drv_mac_set_addr_num = hang\n");
+    const process_result result = run_with({"--script", script, "--signal-call", call + "," + call}, self_test);
+    EXPECT_EQ(result.status, 128 + SIGINT);
+    EXPECT_FALSE(result.timed_out);
+    process_options short_time;
+    short_time.time_limit_ms = getenv("KESTRO_EMULATOR") == nullptr ? 1500 : 8000;
+    EXPECT_TRUE(run_with({"--script", script, "--signal-call", call}, self_test, short_time).timed_out);
+}
 
 TEST(IdentitySweep, EachFailingDriverCallLeavesTheIdentity) {
     const good_run reference = run_well({self_test, ""});
     ASSERT_GT(reference.calls.size(), 50U);
-    for (const size_t n : faulted_calls(reference)) {
+    for (const size_t n : calls_tried(reference)) {
         for (const char *from_then_on : {"", "+"}) {
             const std::string fault = std::to_string(n) + from_then_on;
             expect_identity_kept({"--fail-call", fault}, "failing call " + fault);
@@ -80,6 +145,7 @@ TEST(IdentitySweep, EachFailingAllocationLeavesTheIdentity) {
     EXPECT_NE(outputs.find("Error: mac num read fail, len = 12.\r\n"
                            "Error: orignal mac read fail.ret =0xffffffff original_mac_num = 2\r\n"),
               std::string::npos);
-    // The label's image, and two areas for each type of MAC address.
-    EXPECT_EQ(n - unaffected_runs - first, 1U + 2 * 6);
+    // The label's image, two areas for each type of MAC address, the buffer and the dump of the clock; the black box
+    // and the image of each of three power supplies.
+    EXPECT_EQ(n - unaffected_runs - first, 1U + 2 * 6 + 2 + 2 * 3);
 }

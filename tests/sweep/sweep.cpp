@@ -161,10 +161,14 @@ const std::vector<good_run> &swept_runs(const sub_command &command) {
 }
 
 std::vector<size_t> faulted_calls(const good_run &run) {
+    // The whole-board run makes a thousand calls, most of them many times with another number.
+    constexpr size_t many_calls = 200;
+    const bool by_operation = run.calls.size() > many_calls;
     std::vector<size_t> faulted;
     std::set<std::string> seen;
     for (size_t n = 1; n <= run.calls.size(); ++n) {
-        if (seen.insert(run.calls[n - 1].made).second || everything_is_tried()) {
+        const std::string &made = run.calls[n - 1].made;
+        if (seen.insert(by_operation ? operation_of(made) : made).second || everything_is_tried()) {
             faulted.push_back(n);
         }
     }

@@ -58,8 +58,8 @@ size_t calls_traced();
 // operations in the same order one, and none whose operations another's begin with. All lines when all is swept.
 const std::vector<good_run> &swept_runs(const sub_command &command);
 
-// The calls of a run that are faulted, counted from 1: the first of those that are the same in operation and inputs, or
-// all of them.
+// The calls of a run that are faulted, counted from 1: the first of those that are the same in operation and inputs (of
+// a run with very many calls: in operation), or all of them.
 std::vector<size_t> faulted_calls(const good_run &run);
 
 // What the run had printed when it made each of its calls. Needs a run more, whose output is not buffered.
