@@ -14,6 +14,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
+sys.path.insert(0, str(Path(sys.argv[1]) / "sim"))
+import sick_boards
 from document import Command, Document, read_document, read_markdown
 
 HERE = Path(__file__).resolve().parent
@@ -197,6 +199,12 @@ class Reader(unittest.TestCase):
                                  ("kestro_test mac_test drv_mac_get_num 0xff000001 1", None), ("echo a", ["b"])):
                 command = Command("d", 1, text, output)
                 self.assertTrue(Documents().faults_of_command(command, copy), text)
+
+
+class SickBoards(unittest.TestCase):
+    def test_are_listed_as_they_are(self) -> None:
+        text = (SOURCE / "docs/simulator.md").read_text(encoding="utf-8")
+        self.assertEqual(sick_boards.with_list(text), text, "scripts/document writes the list anew")
 
 
 if __name__ == "__main__":

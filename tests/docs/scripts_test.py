@@ -61,7 +61,7 @@ class Scripts(unittest.TestCase):
         self.assert_fails_with_a_line(run, script, "cannot write", "build")
 
     def test_there_are_scripts(self) -> None:
-        known = {"scripts/run", "scripts/test", "scripts/lint", "scripts/setup", "bench/run", ".ci/run"}
+        known = {"scripts/run", "scripts/test", "scripts/lint", "scripts/setup", "bench/run", "bench/selftest", ".ci/run"}
         self.assertLessEqual(known, set(SCRIPTS))
 
     def test_help_is_shown_in_either_spelling(self) -> None:
@@ -151,6 +151,7 @@ class Scripts(unittest.TestCase):
 
     def test_bench_says_that_build_belongs_to_somebody_else(self) -> None:
         self.assert_refused_as_another_user("bench/run")
+        self.assert_refused_as_another_user("bench/selftest")
 
     def test_lint_says_that_build_belongs_to_somebody_else(self) -> None:
         self.tool("clang-format", "exit 0")
@@ -160,7 +161,8 @@ class Scripts(unittest.TestCase):
     def test_bench_names_what_did_not_start(self) -> None:
         (self.tree / "build").mkdir()
         self.tool("valgrind", "echo no such machine >&2; exit 3")
-        self.assert_fails_with_a_line(self.call("bench/run"), "no such machine", "valgrind", "ended with 3")
+        for bench in ("bench/run", "bench/selftest"):
+            self.assert_fails_with_a_line(self.call(bench), "no such machine", "valgrind", "ended with 3")
 
     def test_coverage_wants_a_coverage_build(self) -> None:
         self.assert_fails_with_a_line(self.call("scripts/coverage", str(self.elsewhere)), "no counters")
