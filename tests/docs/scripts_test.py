@@ -151,6 +151,8 @@ class Scripts(unittest.TestCase):
 
     def test_bench_says_that_build_belongs_to_somebody_else(self) -> None:
         self.assert_refused_as_another_user("bench/run")
+
+    def test_selftest_bench_says_that_build_belongs_to_somebody_else(self) -> None:
         self.assert_refused_as_another_user("bench/selftest")
 
     def test_lint_says_that_build_belongs_to_somebody_else(self) -> None:
