@@ -1,7 +1,8 @@
 // One part of the self-test on its own: the driver calls it must make, every byte it must print, its result.
 //
 // The script is the driver probe's language and strict, as in the command tests. The names of the parts are those of
-// selftest_part.cpp. Each run is made on the console and once more into a report buffer, which must hold the same.
+// selftest_part.cpp. Each run is made on the console and (in slow builds some,
+// thoroughness.h) once more into a report buffer, which must hold the same.
 #pragma once
 
 #include <string>
