@@ -1,5 +1,12 @@
-// What the properties of power supplies are called, for the tests of the module.
+// What the tests of the power module share.
 #pragma once
+
+#include <cinttypes>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "tests/support/command.h"
 
 namespace kestro_tests {
 
@@ -8,6 +15,7 @@ struct named_number {
     const char *name;
 };
 
+// The properties from 1 on; the two without a name as well.
 inline constexpr named_number power_property_names[] = {
     {1, "POWER_ALARM"},
     {2, "POWER_GOOD"},
@@ -58,5 +66,21 @@ inline constexpr named_number power_property_names[] = {
     {47, "POWER_LOW_VOLTAGE_ALARM_HISTORY"},
     {48, "unknown"},
 };
+
+inline std::string hex_text(int64_t number) {
+    char text[24];
+    snprintf(text, sizeof(text), "0x%" PRIx64, static_cast<uint64_t>(number));
+    return text;
+}
+
+// Fewer words than a sub-command needs are refused without one.
+inline void expect_silent_refusal(const std::string &name, const std::vector<std::string> &words) {
+    std::string line = "power_test " + name;
+    expect_failure(line, "", "");
+    for (const std::string &word : words) {
+        line += " " + word;
+        expect_failure(line, "", "");
+    }
+}
 
 } // namespace kestro_tests
