@@ -21,6 +21,7 @@ int msc_test(int count, char **args);
 int pcie_test(int count, char **args);
 int phy_test(int count, char **args);
 int pll_test(int count, char **args);
+int power_test(int count, char **args);
 int powerdetec_test(int count, char **args);
 int reset_test(int count, char **args);
 int rtc_test(int count, char **args);

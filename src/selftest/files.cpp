@@ -6,9 +6,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include "bounds/bounds.h"
 #include "selftest/selftest_log.h"
+
+int open_regular_file(const char *path) {
+    struct stat status {};
+    if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return -1;
+    }
+    return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+}
 
 namespace {
 

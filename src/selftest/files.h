@@ -5,6 +5,10 @@
 
 #include "selftest/report.h"
 
+// Opens for reading what is a file, and gives its descriptor, or -1. Opening a device may set it off, and a pipe has
+// nothing until somebody writes to it; the open does not wait either, should a pipe take the file's place in between.
+int open_regular_file(const char *path);
+
 // Reports every line of the file that contains the needle, read in pieces of at most 255 characters, and tells whether
 // there was one. -1, with the flag left alone, when the file cannot be resolved and opened.
 int grep_file(const char *path, const char *needle, uint32_t *found, report_sink sink);

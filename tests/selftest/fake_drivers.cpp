@@ -1,6 +1,7 @@
 #include "tests/selftest/fake_drivers.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -100,10 +101,18 @@ extern "C" int open(const char *path, int flags, ...) {
     va_start(values, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? static_cast<mode_t>(va_arg(values, unsigned)) : 0;
     va_end(values);
+    if (drivers().files_vanish && drivers().files.contains(path)) {
+        errno = ENOENT;
+        return -1;
+    }
     return real(place_of(path), flags, mode);
 }
 
 extern "C" ssize_t read(int file, void *buffer, size_t size) {
     static const auto real = next_of<ssize_t (*)(int, void *, size_t)>("read");
+    if (drivers().bad_disk) {
+        errno = EIO;
+        return -1;
+    }
     return real(file, buffer, drivers().short_reads && size > 0 ? size - 1 : size);
 }

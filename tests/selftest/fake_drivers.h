@@ -18,6 +18,8 @@ struct fake_drivers {
     std::string proc_interrupts;              // path of the file that stands for /proc/interrupts
     std::map<std::string, std::string> files; // paths of the board, and where the test keeps the files
     bool short_reads = false;                 // every read gives one byte less than it could
+    bool bad_disk = false;                    // every read fails with EIO
+    bool files_vanish = false;                // files of the board are gone when they are opened
 };
 
 // The one set of answers; every test starts from a fresh one.

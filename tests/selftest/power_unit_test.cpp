@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "drv_basic/power/drv_power.h"
+#include "modules/modules.h"
 #include "selftest/power/power_init.h"
 #include "selftest/power/power_reports.h"
 #include "selftest/power/power_set_and_get.h"
@@ -26,6 +27,7 @@ struct fake_supply {
     uint32_t startup_delay = 1;
     bool is_up = true;
     int loads = 0;
+    int labels = 0;
     std::vector<std::string> commands;
     int shell_result = 0;
     void (*at_write)() = nullptr;
@@ -83,6 +85,11 @@ uint32_t drv_power_deinit(uint32_t, uint32_t) {
 
 uint32_t drv_power_load_app(uint32_t, uint32_t, uint32_t, const uint8_t *, uint32_t) {
     ++supply.loads;
+    return 0;
+}
+
+uint32_t drv_power_set_board_property(uint32_t, uint32_t, uint32_t, const uint8_t *, uint32_t) {
+    ++supply.labels;
     return 0;
 }
 
@@ -165,6 +172,63 @@ TEST_F(PowerUnitTest, AShortRead) {
     EXPECT_EQ(printed, begin + "Error  : slot 13 power 0 read file /opt/hostx/home/power_app.bin len fail. len 0x12c "
                                "readlen 0x12b\r\n");
     EXPECT_EQ(supply.loads, 0);
+}
+
+TEST_F(PowerUnitTest, AnImageThatCannotBeReadAtAll) {
+    drivers().files[image_path] = scratch_file("image", std::string(300, '1'));
+    const std::string printed = printed_by([] {
+        drivers().bad_disk = true;
+        EXPECT_EQ(power_software_test(unit, console_sink), -1);
+        drivers().bad_disk = false;
+    });
+    EXPECT_EQ(printed, begin + "Error  : slot 13 power 0 read file /opt/hostx/home/power_app.bin len fail. len 0x12c "
+                               "readlen 0x0\r\n");
+    EXPECT_EQ(supply.loads, 0);
+}
+
+TEST_F(PowerUnitTest, AnImageThatIsGoneWhenItIsOpened) {
+    drivers().files[image_path] = scratch_file("image", "12345678");
+    drivers().files_vanish = true;
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(power_software_test(unit, console_sink), 0); }),
+              begin + "Info   : slot 13 power 0 open file /opt/hostx/home/power_app.bin fail, cannot test. please copy "
+                      "load file first.\r\n"
+                      "Success: slot 13 power 0 get software info. soft_cnt 0 \r\n");
+    EXPECT_EQ(supply.loads, 0);
+}
+
+namespace {
+
+// What comes before the dispatcher's lines.
+std::string set_board_property(bool bad_disk, int expected) {
+    std::vector<std::string> words = {"power_set_board_property", "13", "0", "0"};
+    std::vector<char *> args;
+    for (std::string &word : words) {
+        args.push_back(word.data());
+    }
+    const std::string printed = printed_by([&] {
+        drivers().bad_disk = bad_disk;
+        EXPECT_EQ(power_test(static_cast<int>(args.size()), args.data()), expected);
+        drivers().bad_disk = false;
+    });
+    return printed.substr(0, printed.find("cmd_exec"));
+}
+
+} // namespace
+
+// An unreadable file must not blank the label of the supply.
+TEST_F(PowerUnitTest, APropertyFileThatCannotBeRead) {
+    drivers().files["/home/1"] = scratch_file("property", "12label");
+    EXPECT_EQ(set_board_property(false, 0).substr(0, 45), "Success: slot 13 power 0 set 0x0 value: label");
+    EXPECT_EQ(supply.labels, 1);
+    EXPECT_EQ(set_board_property(true, -1), "can't read /home/1\n");
+    EXPECT_EQ(supply.labels, 1);
+}
+
+TEST_F(PowerUnitTest, APropertyFileThatIsGoneWhenItIsOpened) {
+    drivers().files["/home/1"] = scratch_file("property", "12label");
+    drivers().files_vanish = true;
+    EXPECT_EQ(set_board_property(false, -1), "can't open /home/1\n");
+    EXPECT_EQ(supply.labels, 0);
 }
 
 TEST_F(PowerUnitTest, WithoutMemoryForTheImage) {

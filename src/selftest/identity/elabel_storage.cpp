@@ -4,12 +4,11 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "bounds/bounds.h"
 #include "drv_basic/identity/drv_elabel.h"
+#include "selftest/files.h"
 #include "selftest/test_value.h"
 
 static_assert(elabel_size == DRV_ELABEL_SIZE, "one label, one size");
@@ -44,16 +43,6 @@ int copy_label_image(int file, off_t length, char *target, report_sink sink) {
     memcpy_s(target, sizeof(elabel_area), image, size + 1);
     free(image);
     return 0;
-}
-
-// Only a file can be a label: opening a device may set it off, and a pipe has no label until somebody writes one. The
-// open does not wait either, should a pipe take the file's place in between.
-int open_regular_file(const char *path) {
-    struct stat status {};
-    if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return -1;
-    }
-    return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
 }
 
 int load_label_file(char *target, uint32_t *length, report_sink sink) {

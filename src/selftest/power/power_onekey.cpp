@@ -1,5 +1,10 @@
 #include "selftest/power/power_onekey.h"
 
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include "drv_basic/management/drv_msc.h"
 #include "drv_basic/power/drv_power.h"
 #include "selftest/entry_walk.h"
@@ -26,9 +31,28 @@ bool may_test_power(report_sink sink) {
     return true;
 }
 
+// The folder that images are copied to.
+constexpr const char *turns_folder = "/opt/hostx/home";
+
+// Of two runs at once each would take the other's test value for what the supply had, and write that back in the end.
+// So one waits until the other is through with its supply. A board without the folder has no turns.
+int begin_turn() {
+    const int turn = open(turns_folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    while (turn >= 0 && flock(turn, LOCK_EX) != 0 && errno == EINTR) {
+    }
+    return turn;
+}
+
+void end_turn(int turn) {
+    if (turn >= 0) {
+        close(turn);
+    }
+}
+
 int run_tests(const power_unit &unit, power_test_mode mode, report_sink sink) {
     constexpr uint32_t init_rounds = 3;
     const auto is_asked_for = [mode](power_test_mode test) { return mode == power_test_all || mode == test; };
+    const int turn = begin_turn();
     int result = 0;
     if (is_asked_for(power_test_display)) {
         result |= power_display_test(unit, sink);
@@ -42,6 +66,7 @@ int run_tests(const power_unit &unit, power_test_mode mode, report_sink sink) {
     if (is_asked_for(power_test_software)) {
         result |= power_software_test(unit, sink);
     }
+    end_turn(turn);
     return result;
 }
 

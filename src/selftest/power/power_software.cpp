@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "bounds/bounds.h"
+#include "selftest/files.h"
 #include "selftest/power/power_reports.h"
 
 namespace {
@@ -27,15 +26,6 @@ int make_readable(report_sink sink) {
     sprintf_s(command, sizeof(command), "chmod 755 %s", power_image_file);
     report_append(sink, "Info   : %s.\r\n", command);
     return system(command) == -1 ? -1 : 0;
-}
-
-// Only a file can be an image: a pipe has none until somebody writes one, and then only once.
-int open_image() {
-    struct stat status {};
-    if (stat(power_image_file, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return -1;
-    }
-    return open(power_image_file, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
 }
 
 // The caller frees the image's bytes, whatever the result.
@@ -79,7 +69,7 @@ int load_image(const power_unit &unit, report_sink sink) {
     if (make_readable(sink) != 0) {
         return -1;
     }
-    const int file = open_image();
+    const int file = open_regular_file(power_image_file);
     if (file < 0) {
         report_append(sink,
                       "Info   : slot %u power %u open file %s fail, cannot test. please copy load file first.\r\n",
