@@ -105,6 +105,21 @@ void *watch_fans(void * /*unused*/) {
     return nullptr;
 }
 
+// No warning gets in front of the line that tells of the monitor's start.
+int create_thread() {
+    pthread_t thread{};
+    flockfile(stdout);
+    const int ret = pthread_create(&thread, nullptr, watch_fans, nullptr);
+    if (ret == 0) {
+        puts("fan check create pthread success");
+    } else {
+        printf("fan check create pthread failed! ret:0x%x\n", static_cast<unsigned>(ret));
+        state.is_started = false;
+    }
+    funlockfile(stdout);
+    return ret == 0 ? 0 : -1;
+}
+
 } // namespace
 
 int fan_monitor_start() {
@@ -122,15 +137,7 @@ int fan_monitor_start() {
     if (state.is_started.exchange(true)) {
         return 0;
     }
-    pthread_t thread{};
-    const int ret = pthread_create(&thread, nullptr, watch_fans, nullptr);
-    if (ret != 0) {
-        state.is_started = false;
-        printf("fan check create pthread failed! ret:0x%x\n", static_cast<unsigned>(ret));
-        return -1;
-    }
-    puts("fan check create pthread success");
-    return 0;
+    return create_thread();
 }
 
 void begin_fan_speed_test() {
