@@ -18,7 +18,8 @@ DRV_BEGIN_DECLS
 #define DRV_FAN_IMAGE_SIZE 1026U
 
 /* Brings the controller of the tray up and down. It takes a while after init until the operation is complete; the fans
- * turn on their own meanwhile. It may be brought up twice, but not down twice. */
+ * turn on their own meanwhile. While it is down it answers for presence, histories and the number of fans alone. Both
+ * may be done twice. */
 uint32_t drv_fan_init(uint32_t slot_id);
 uint32_t drv_fan_exit(uint32_t slot_id);
 
@@ -76,9 +77,9 @@ uint32_t drv_fan_get_power(uint32_t slot_id, uint32_t fan_id, DRV_OUT uint32_t *
 uint32_t drv_fan_set_led(uint32_t slot_id, uint32_t type, uint32_t color);
 uint32_t drv_fan_get_led(uint32_t slot_id, uint32_t type, DRV_OUT uint32_t *color);
 
-/* type: 1 PCB version as text, 2 electronic label, 3 ability file, 6 expanded electronic label. Labels are images of
- * DRV_FAN_IMAGE_SIZE bytes, ability files images of up to as many. len: room in the area on entry, what was written
- * into it on return; a text is longer by its terminator. An image that is set must bear the CRC-16 of what follows. */
+/* type: 1 PCB version as text; images of DRV_FAN_IMAGE_SIZE bytes: 2 electronic label, 3 ability file, 6 expanded
+ * electronic label. len: room in the area on entry, how many bytes were written into it on return, the terminator of a
+ * text among them. An image that is set is a whole one and bears its CRC-16. */
 uint32_t drv_fan_get_board_property(uint32_t slot_id, uint32_t type, DRV_OUT_BYTES(len) uint8_t *buffer,
                                     DRV_INOUT uint32_t *len);
 uint32_t drv_fan_set_board_property(uint32_t slot_id, uint32_t type, DRV_IN_BYTES(len) const uint8_t *buffer,
