@@ -31,7 +31,7 @@ constexpr uint32_t label_image_size = label_crc_size + label_data_size;
 static_assert(label_image_size == DRV_FAN_IMAGE_SIZE, "one image, one size");
 
 // Nobody means a file of this size to be a label: it is not read just to be refused.
-constexpr off_t label_file_max = 16 * 1024 * 1024;
+constexpr off_t label_file_max = off_t{16} * 1024 * 1024;
 
 constexpr int no_file = -1;
 
