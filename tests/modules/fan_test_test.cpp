@@ -463,6 +463,12 @@ TEST(FanTest, SetElabelOfAHugeFile) {
     expect_failure_at(root, "fan_test fan_set_elabel 15 /home/release/label", "", "malloc buffer fail\r\n");
 }
 
+// Its length is not known before it is read.
+TEST(FanTest, SetElabelOfAFileOfTheKernel) {
+    expect_failure("fan_test fan_set_elabel 15 /proc/version", "",
+                   "read elabel file[/proc/version] file_len:-1 read_len:0 or more 1024\r\n");
+}
+
 TEST(FanTest, SetElabelWithoutAFileOrWithAnotherNumberOfWords) {
     expect_failure("fan_test fan_set_elabel 15 /home/release/no_such_file", "",
                    "open elabel file[/home/release/no_such_file] failure\r\n");

@@ -31,7 +31,7 @@ constexpr uint32_t label_image_size = label_crc_size + label_data_size;
 static_assert(label_image_size == DRV_FAN_IMAGE_SIZE, "one image, one size");
 
 // Nobody means a file of this size to be a label: it is not read just to be refused.
-constexpr off_t label_file_max = 16 * 1024 * 1024;
+constexpr off_t label_file_max = off_t{16} * 1024 * 1024;
 
 constexpr int no_file = -1;
 
@@ -100,18 +100,20 @@ int set_property_from(int file, uint32_t slot_id, uint32_t type, uint32_t len) {
     return static_cast<int>(ret);
 }
 
-// The label's text behind the checksum that is still to come.
+// The label's text behind the checksum that is still to come. Files of the kernel have no end to seek to: they are no
+// labels.
 bool read_label_file(int file, const char *path, uint8_t *image) {
     const off_t size = lseek(file, 0, SEEK_END);
-    char *data = size <= label_file_max ? new_text_area(static_cast<uint32_t>(size)) : nullptr;
+    const size_t room = size > 0 ? static_cast<size_t>(size) : 0;
+    char *data = size <= label_file_max ? new_text_area(static_cast<uint32_t>(room)) : nullptr;
     if (data == nullptr) {
         printf("malloc buffer fail\r\n");
         return false;
     }
-    const ssize_t got = read_from_start(file, data, static_cast<size_t>(size));
+    const ssize_t got = read_from_start(file, data, room);
     const bool is_label = got == size && size <= static_cast<off_t>(label_data_size);
     if (is_label) {
-        memcpy(image + label_crc_size, data, static_cast<size_t>(size));
+        memcpy(image + label_crc_size, data, room);
     } else {
         printf("read elabel file[%s] file_len:%d read_len:%ld or more 1024\r\n", path, static_cast<int>(size),
                static_cast<long>(got));
