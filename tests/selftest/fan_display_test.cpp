@@ -278,7 +278,7 @@ TEST(FanAlarmTest, HealthyAndSickFans) {
         0);
 }
 
-// Each column has its own alarm; the eighth alarm of a tray is not asked.
+// Each column has its own alarm; number 7 is not asked.
 TEST(FanAlarmTest, TheColumnsOfTheAlarms) {
     const char *rows[] = {
         "FAN11  0       Normal    Abnormal  N/A       N/A       N/A       N/A       N/A       N/A       \r\n",
