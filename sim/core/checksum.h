@@ -1,4 +1,5 @@
-// CRC-32 (the one of Ethernet frames): what registers, images and the journal are checked with.
+// CRC-32 (the one of Ethernet frames): what registers, images and the journal are checked with. CRC-16: what units with
+// a controller of their own (fan trays, power supplies) check their data with.
 #pragma once
 
 #include <array>
@@ -47,6 +48,19 @@ constexpr uint32_t checksum(std::span<const uint8_t> bytes, uint32_t before = 0)
         crc = (crc >> 8U) ^ t[0][(crc ^ byte) & 0xFFU];
     }
     return ~crc;
+}
+
+// Polynomial 0x1021, all ones to begin with.
+constexpr uint16_t crc16_checksum(std::span<const uint8_t> bytes) {
+    uint32_t crc = 0xFFFF;
+    for (const uint8_t byte : bytes) {
+        crc ^= static_cast<uint32_t>(byte) << 8U;
+        for (int bit = 0; bit < 8; ++bit) {
+            crc = (crc & 0x8000U) != 0 ? (crc << 1U) ^ 0x1021U : crc << 1U;
+        }
+        crc &= 0xFFFFU;
+    }
+    return static_cast<uint16_t>(crc);
 }
 
 } // namespace kestro_sim

@@ -1,6 +1,7 @@
 // The storage devices of a board as they come out of production: labels, bar codes and MAC addresses programmed in
 // both copies, everything else erased.
 #include "sim/core/identity_image.h"
+#include "sim/core/checksum.h"
 #include "sim/core/eeprom.h"
 #include "sim/core/mac_area.h"
 #include "sim/core/state_files.h"
@@ -71,6 +72,22 @@ bytes identity_image(const description &board, const std::string &instance) {
     return image;
 }
 
+// Filled, or with the text behind its checksum. A text beyond the image is cut.
+bytes storage_image(pugi::xml_node entry) {
+    constexpr uint32_t head = 2;
+    const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
+    const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
+    bytes image(size, fill);
+    const auto text = element_text(named_child(entry, "text"));
+    if (text && size > head) {
+        std::copy_n(text->begin(), std::min(text->size(), size - head), image.begin() + head);
+        const uint16_t crc = crc16_checksum(std::span(image).subspan(head));
+        image[0] = static_cast<uint8_t>(crc >> 8U);
+        image[1] = static_cast<uint8_t>(crc);
+    }
+    return image;
+}
+
 } // namespace
 
 void write_new_images(const description &chassis, const std::filesystem::path &directory) {
@@ -80,9 +97,7 @@ void write_new_images(const description &chassis, const std::filesystem::path &d
             write_new_file(directory / eeprom_image_name(name), identity_image(chassis, name));
         }
         for (const pugi::xml_node entry : chassis.node(name, "sim_storage", "image").children("entry")) {
-            const auto size = static_cast<size_t>(element_number(named_child(entry, "size")).value_or(0));
-            const auto fill = static_cast<uint8_t>(element_number(named_child(entry, "fill")).value_or(erased));
-            write_new_file(directory / image_name(entry.attribute("name").value(), name), bytes(size, fill));
+            write_new_file(directory / image_name(entry.attribute("name").value(), name), storage_image(entry));
         }
     }
 }

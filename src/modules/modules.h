@@ -14,6 +14,7 @@ int device_test(int count, char **args);
 int digital_test(int count, char **args);
 int dyinggasp_test(int count, char **args);
 int elabel_test(int count, char **args);
+int fan_test(int count, char **args);
 int init_test(int count, char **args);
 int led_test(int count, char **args);
 int mac_test(int count, char **args);

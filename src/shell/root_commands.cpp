@@ -29,6 +29,7 @@ constexpr std::array rows = {
     command_row{"pcie_test", pcie_test, "kestro_test pcie_test"},
     command_row{"pll_test", pll_test, "kestro_test pll_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
+    command_row{"fan_test", fan_test, "kestro_test fan_test"},
     command_row{"phy_test", phy_test, "kestro_test phy_test"},
     command_row{"backplane_test", backplane_test, "kestro_test backplane_test"},
     command_row{"sata_test", sata_test, "kestro_test sata_test"},

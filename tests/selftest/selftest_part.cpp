@@ -6,7 +6,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <unistd.h>
 
+#include "onekey/fan/fan_log.h"
+#include "onekey/fan/fan_monitor.h"
+#include "onekey/fan/fan_onekey.h"
 #include "selftest/board_selftest.h"
 #include "selftest/cards/card_test.h"
 #include "selftest/cards/slave_board.h"
@@ -123,6 +127,56 @@ int power_software_info(report_sink sink) {
     return power_software_report(supply, sink, &info);
 }
 
+constexpr uint32_t fan_slot = 11;
+
+template <uint32_t test(report_sink)> int on_fans(report_sink sink) {
+    return static_cast<int>(test(sink));
+}
+
+template <uint32_t test(uint32_t, uint32_t, report_sink), uint32_t times> int on_tray(report_sink sink) {
+    return static_cast<int>(test(fan_slot, times, sink));
+}
+
+int fan_init_status(report_sink sink) {
+    return static_cast<int>(fan_get_init_status(fan_slot, sink));
+}
+
+// The monitor's own time; both of its lines and those of the drivers go to the console.
+template <unsigned seconds> int fan_monitor(report_sink) {
+    const int result = fan_monitor_start();
+    sleep(seconds);
+    return result;
+}
+
+int fan_monitor_twice(report_sink) {
+    const int first = fan_monitor_start();
+    sleep(15);
+    const int second = fan_monitor_start();
+    sleep(30);
+    return first + 10 * second;
+}
+
+// What the speed test prints is not looked at here.
+int fan_monitor_and_speed_test(report_sink) {
+    static char report[report_capacity];
+    uint32_t fill = 0;
+    fan_monitor_start();
+    sleep(5);
+    fan_speed_test(fan_slot, 2, {report, &fill});
+    sleep(90);
+    const int second = fan_monitor_start();
+    sleep(90);
+    return second;
+}
+
+// The buffer behind what was read shows that nothing is written there.
+template <uint32_t size> int fan_log(report_sink sink) {
+    char buffer[17] = "################";
+    const int result = fan_log_fetch(buffer, size);
+    report_append(sink, "%s\n", buffer);
+    return result;
+}
+
 // In the order in which a whole-board run comes to them; behind the checks of a section the section itself.
 constexpr part parts[] = {
     {"hardware_identity", on_self<check_hardware_identity>},
@@ -203,6 +257,28 @@ constexpr part parts[] = {
     {"power_onekey_config", power_onekey<power_test_config>},
     {"power_onekey_init", power_onekey<power_test_init>},
     {"power_onekey_software", power_onekey<power_test_software>},
+    {"fan_info", on_fans<fan_check_get_info_one_key_test>},
+    {"fan_alarms", on_fans<fan_get_alarm_info>},
+    {"fan_labels", on_fans<fan_get_elabel_info>},
+    {"fan_shifts", on_fans<fan_get_all_shift_info>},
+    {"fan_led", on_fans<fan_led_one_key_test>},
+    {"fan_init_status", fan_init_status},
+    {"fan_elabel", on_tray<fan_elabel_test, 2>},
+    {"fan_elabel_no_rounds", on_tray<fan_elabel_test, 0>},
+    {"fan_speed", on_tray<fan_speed_test, 2>},
+    {"fan_shift", on_tray<fan_shift_test, 2>},
+    {"fan_multi_init", on_tray<fan_multi_init_test, 2>},
+    {"fan_multi_deinit", on_tray<fan_multi_deinit_test, 2>},
+    {"fan_init_deinit", on_tray<fan_init_deinit_test, 2>},
+    {"fan_onekey", on_fans<fan_check_one_key>},
+    {"fan_monitor_0_seconds", fan_monitor<0>},
+    {"fan_monitor_20_seconds", fan_monitor<20>},
+    {"fan_monitor_620_seconds", fan_monitor<620>},
+    {"fan_monitor_twice", fan_monitor_twice},
+    {"fan_monitor_and_speed_test", fan_monitor_and_speed_test},
+    {"fan_log", fan_log<16>},
+    {"fan_log_1_byte", fan_log<1>},
+    {"fan_log_0_bytes", fan_log<0>},
 };
 
 const part *find_part(const char *name) {

@@ -2,6 +2,7 @@
 #include "sim/devices/power/power_memory.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/core/checksum.h"
 
 #include <algorithm>
 
@@ -27,19 +28,6 @@ void append_big_endian(std::vector<uint8_t> &bytes, uint32_t number, uint32_t si
 }
 
 } // namespace
-
-// Polynomial 0x1021, all ones to begin with.
-uint16_t power_crc(std::span<const uint8_t> bytes) {
-    uint32_t crc = 0xFFFF;
-    for (const uint8_t byte : bytes) {
-        crc ^= static_cast<uint32_t>(byte) << 8U;
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc & 0x8000U) != 0 ? (crc << 1U) ^ 0x1021U : crc << 1U;
-        }
-        crc &= 0xFFFFU;
-    }
-    return static_cast<uint16_t>(crc);
-}
 
 std::vector<device_of<power_program::family>> power_program::all(board &b, const power_supply::one &supply) {
     std::vector<device_of<family>> programs;
@@ -73,7 +61,7 @@ void power_program::load(board &b, const power_supply::one &supply, std::span<co
                                      [&](const auto &each) { return b.get(each, soft_id) == image[0]; });
     refuse_if(wanted == programs.end(), error::no_such_device);
     const auto body = image.subspan(head_size);
-    refuse_if(big_endian(image.subspan(2, 2)) != power_crc(body), error::damaged);
+    refuse_if(big_endian(image.subspan(2, 2)) != crc16_checksum(body), error::damaged);
     change writes;
     b.put(writes, *wanted, version, big_endian(body.first(version_size)));
     for (const auto &each : programs) {
@@ -105,7 +93,7 @@ std::vector<uint8_t> power_bbox::contents(board &b, const power_supply::one &sup
 void set_power_label(board &b, const power_supply::one &supply, std::span<const uint8_t> area) {
     refuse_if(area.size() < 2, error::too_small);
     const auto text = area.subspan(2);
-    refuse_if(big_endian(area.first(2)) != power_crc(text), error::damaged);
+    refuse_if(big_endian(area.first(2)) != crc16_checksum(text), error::damaged);
     const auto end = std::find(text.begin(), text.end(), 0);
     const auto build = b.find_at<power_build::family>(supply.instance, supply.id);
     change writes;

@@ -58,6 +58,4 @@ std::vector<uint8_t> contents(board &b, const power_supply::one &supply);
 // A label as it is written: its CRC-16, then text to the first zero.
 void set_power_label(board &b, const power_supply::one &supply, std::span<const uint8_t> area);
 
-uint16_t power_crc(std::span<const uint8_t> bytes);
-
 } // namespace kestro_sim

@@ -7,7 +7,7 @@ namespace kestro_sim {
 
 namespace {
 
-using power_supply::one;
+using one = power_supply::one;
 
 device_of<power_build::family> build_of(const one &which) {
     return {{which.instance, &power_build::family, which.id}};

@@ -11,7 +11,7 @@ namespace kestro_sim {
 
 namespace {
 
-using power_supply::one;
+using one = power_supply::one;
 
 enum fault_bit : uint32_t { fan = 0x01, communication = 0x02, over_voltage = 0x04, over_current = 0x08, other = 0x10 };
 

@@ -9,7 +9,7 @@ namespace kestro_sim {
 
 namespace {
 
-using power_supply::one;
+using one = power_supply::one;
 
 void clear_faults(board &b, const one &which) {
     b.put_all(which, {{power_supply::alarm_kept, 0}, {power_supply::bad_kept, 0}, {power_supply::low_kept, 0}});
