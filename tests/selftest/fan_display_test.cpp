@@ -3,6 +3,7 @@
 
 #include "tests/selftest/fan_script.h"
 #include "tests/selftest/part.h"
+#include "tests/support/process.h"
 
 using namespace kestro_tests;
 
@@ -277,7 +278,7 @@ TEST(FanAlarmTest, HealthyAndSickFans) {
         0);
 }
 
-// Each column has its own alarm; the eighth alarm of a tray is not asked.
+// Each column has its own alarm; number 7 is not asked.
 TEST(FanAlarmTest, TheColumnsOfTheAlarms) {
     const char *rows[] = {
         "FAN11  0       Normal    Abnormal  N/A       N/A       N/A       N/A       N/A       N/A       \r\n",
@@ -331,4 +332,36 @@ TEST(FanAlarmTest, WithoutASlotList) {
 
 TEST(FanAlarmTest, AnEmptySlotList) {
     expect_part("fan_alarms", "drv_slot_get_list(type=5) = 0\n", alarm_head + alarm_edge, 0);
+}
+
+namespace {
+
+// What the part has brought to the console when the driver crashes in that operation, from the beginning of its row on.
+void expect_before_crash(const std::string &part, const std::string &operation, const std::string &row) {
+    const process_result run =
+        run_part({"--script", scratch_file("script", fan_slots(1, "0b") + "drv_fan_" + operation + " = crash\n" +
+                                                         fan_num(11, "0 num=1") + script_of({}) +
+                                                         "drv_fan_get_alarm = 0\n"
+                                                         "drv_fan_get_max_power_by_shift = 0 max_power=5\n")},
+                 part);
+    EXPECT_TRUE(run.out.ends_with("\n" + row)) << operation << ":\n" << run.out;
+}
+
+} // namespace
+
+TEST(FanCellsTest, ACellIsShownBeforeTheNextDriverCall) {
+    expect_before_crash("fan_info", "get_status", "FAN11  0       ");
+    expect_before_crash("fan_info", "get_speed_percent", "FAN11  0       Normal    ");
+    expect_before_crash("fan_info", "get_speed", "FAN11  0       Normal    45%");
+    expect_before_crash("fan_info", "get_max_speed", "FAN11  0       Normal    45%(8100 )   ");
+    expect_before_crash("fan_info", "get_max_power", "FAN11  0       Normal    45%(8100 )   18000     ");
+    expect_before_crash("fan_info", "get_max_shift", "FAN11  0       Normal    45%(8100 )   18000     36        ");
+    expect_before_crash("fan_info", "get_shift",
+                        "FAN11  0       Normal    45%(8100 )   18000     36        8         ");
+    expect_before_crash("fan_alarms", "get_status", "FAN11  0       ");
+    expect_before_crash("fan_alarms", "get_alarm", "FAN11  0       Normal    ");
+    expect_before_crash("fan_shifts", "get_shift", "[FAN11-0]: ");
+    expect_before_crash("fan_shifts", "get_max_power_by_shift", "1       ");
+    expect_before_crash("fan_shifts", "get_max_speed_by_shift", "1       5          ");
+    expect_before_crash("fan_init_status", "get_operation_complete_status", "[FAN11-0]: ");
 }

@@ -1,8 +1,8 @@
 // The shifts of fans: what is told of them, and the shift test with every poll.
 #include <gtest/gtest.h>
 
-#include "tests/selftest/fan_run.h"
 #include "tests/selftest/fan_script.h"
+#include "tests/selftest/part.h"
 
 using namespace kestro_tests;
 
@@ -21,8 +21,8 @@ std::string speed_of(int shift, const std::string &answer) {
 
 // One fan.
 void expect_shifts(const std::string &script, const std::string &lines, int result) {
-    expect_fan_part("fan_shifts", one_tray + fan_num(11, "0 num=1") + script,
-                    fan_rule_line + "[FAN11]\r\n[FAN11-0]: " + lines + no_time, result);
+    expect_part("fan_shifts", one_tray + fan_num(11, "0 num=1") + script,
+                fan_rule_line + "[FAN11]\r\n[FAN11-0]: " + lines + no_time, result);
 }
 
 } // namespace
@@ -70,21 +70,21 @@ TEST(FanShiftsTest, WithoutAShift) {
 }
 
 TEST(FanShiftsTest, SeveralTraysAndFans) {
-    expect_fan_part("fan_shifts",
-                    fan_slots(3, "0b 05 06") + fan_num(11, "0 num=2") + fan_num(5, "0x100") + fan_num(6, "0 num=0") +
-                        fan_call("get_shift", "0", "1") + fan_call("get_shift", "1", "2"),
-                    fan_rule_line +
-                        "[FAN11]\r\n"
-                        "[FAN11-0]: --\r\n"
-                        "[FAN11-1]: --\r\n"
-                        "Error: get fan5 num fail\r\n"
-                        "[FAN6]\r\n" +
-                        no_time,
-                    0x103);
+    expect_part("fan_shifts",
+                fan_slots(3, "0b 05 06") + fan_num(11, "0 num=2") + fan_num(5, "0x100") + fan_num(6, "0 num=0") +
+                    fan_call("get_shift", "0", "1") + fan_call("get_shift", "1", "2"),
+                fan_rule_line +
+                    "[FAN11]\r\n"
+                    "[FAN11-0]: --\r\n"
+                    "[FAN11-1]: --\r\n"
+                    "Error: get fan5 num fail\r\n"
+                    "[FAN6]\r\n" +
+                    no_time,
+                0x103);
 }
 
 TEST(FanShiftsTest, WithoutASlotList) {
-    expect_fan_part("fan_shifts", "drv_slot_get_list(type=5) = 0x64\n", "Error: get fan slot list fail\r\n", 0x64);
+    expect_part("fan_shifts", "drv_slot_get_list(type=5) = 0x64\n", "Error: get fan slot list fail\r\n", 0x64);
 }
 
 namespace {
@@ -114,7 +114,7 @@ std::string lasts(const std::string &time) {
 
 // A tray with one fan, in two rounds.
 void expect_rounds(const std::string &script, const std::string &lines, const std::string &time, int result) {
-    expect_fan_part("fan_shift", fan_num(11, "0 num=1") + script, head + lines + lasts(time), result);
+    expect_part("fan_shift", fan_num(11, "0 num=1") + script, head + lines + lasts(time), result);
 }
 
 } // namespace
@@ -163,20 +163,19 @@ TEST(FanShiftTest, AFanThatStaysWhereItIs) {
 
 // Each fan has its own wait; the line in the end has the shift before.
 TEST(FanShiftTest, TwoOfThreeFansAreLate) {
-    expect_fan_part("fan_shift",
-                    fan_num(11, "0 num=3") + max_shift("0 max_shift=8") + shift("0 shift=1 x1") +
-                        shift("0 shift=2 x30") + shift("0 shift=8 x2") + set(8, "0 x1") +
-                        fan_call("get_shift", "1", "0 shift=8 x1") + fan_call("get_shift", "1", "0 shift=7") +
-                        fan_call("get_shift", "2", "0x99 x60") + set(7, "0 x1") +
-                        fan_call("get_shift", "0", "0 shift=7"),
-                    head +
-                        "Error: [0 times]check shift(8!=2) time out in third step\r\n"
-                        "Error: [2 times]check shift(8!=0) time out in third step\r\n"
-                        "Error: [1 times]check shift(8!=1) time out(2) in third step\r\n"
-                        "Error: [2 times]check shift(7!=0) time out in third step\r\n"
-                        "Error: [2 times]check shift(7!=8) time out(1) in third step\r\n" +
-                        times(0, 2) + lasts("094s 094000ms"),
-                    3);
+    expect_part("fan_shift",
+                fan_num(11, "0 num=3") + max_shift("0 max_shift=8") + shift("0 shift=1 x1") + shift("0 shift=2 x30") +
+                    shift("0 shift=8 x2") + set(8, "0 x1") + fan_call("get_shift", "1", "0 shift=8 x1") +
+                    fan_call("get_shift", "1", "0 shift=7") + fan_call("get_shift", "2", "0x99 x60") + set(7, "0 x1") +
+                    fan_call("get_shift", "0", "0 shift=7"),
+                head +
+                    "Error: [0 times]check shift(8!=2) time out in third step\r\n"
+                    "Error: [2 times]check shift(8!=0) time out in third step\r\n"
+                    "Error: [1 times]check shift(8!=1) time out(2) in third step\r\n"
+                    "Error: [2 times]check shift(7!=0) time out in third step\r\n"
+                    "Error: [2 times]check shift(7!=8) time out(1) in third step\r\n" +
+                    times(0, 2) + lasts("094s 094000ms"),
+                3);
 }
 
 TEST(FanShiftTest, EachStepFailsOnce) {
@@ -191,16 +190,16 @@ TEST(FanShiftTest, EachStepFailsOnce) {
 }
 
 TEST(FanShiftTest, WithoutAHighestShift) {
-    expect_fan_part("fan_shift", fan_num(11, "0 num=1") + max_shift(fan_no_support), head + "[FAN11-0]: N/A\r\n", 0);
-    expect_fan_part("fan_shift", fan_num(11, "0 num=1") + max_shift("0x73"), head + "[FAN11-0]: --\r\n", 0x73);
+    expect_part("fan_shift", fan_num(11, "0 num=1") + max_shift(fan_no_support), head + "[FAN11-0]: N/A\r\n", 0);
+    expect_part("fan_shift", fan_num(11, "0 num=1") + max_shift("0x73"), head + "[FAN11-0]: --\r\n", 0x73);
 }
 
 TEST(FanShiftTest, ATrayThatDoesNotTellItsFans) {
-    expect_fan_part("fan_shift", fan_num(11, "0x74"), "Error: get fan11 num fail\r\n", 0x74);
+    expect_part("fan_shift", fan_num(11, "0x74"), "Error: get fan11 num fail\r\n", 0x74);
 }
 
 // Nothing is waited for.
 TEST(FanShiftTest, ATrayWithoutFans) {
-    expect_fan_part("fan_shift", fan_num(11, "0") + max_shift("0 max_shift=3") + shift("0 shift=1") + set(3, "0 x2"),
-                    head + times(2, 0) + lasts("000s 000000ms"), 0);
+    expect_part("fan_shift", fan_num(11, "0") + max_shift("0 max_shift=3") + shift("0 shift=1") + set(3, "0 x2"),
+                head + times(2, 0) + lasts("000s 000000ms"), 0);
 }

@@ -1,8 +1,8 @@
 // The speed test of fans: every step, every poll.
 #include <gtest/gtest.h>
 
-#include "tests/selftest/fan_run.h"
 #include "tests/selftest/fan_script.h"
+#include "tests/selftest/part.h"
 
 using namespace kestro_tests;
 
@@ -29,8 +29,7 @@ std::string lasts(const std::string &time) {
 
 // One fan in two rounds.
 void expect_rounds(const std::string &script, const std::string &lines, const std::string &time, int result) {
-    expect_fan_part("fan_speed", fan_num(11, "0 num=1") + script, head + "[FAN11-0]: \r\n" + lines + lasts(time),
-                    result);
+    expect_part("fan_speed", fan_num(11, "0 num=1") + script, head + "[FAN11-0]: \r\n" + lines + lasts(time), result);
 }
 
 } // namespace
@@ -92,40 +91,39 @@ TEST(FanSpeedTest, EverythingFails) {
 }
 
 TEST(FanSpeedTest, FansWithoutASpeed) {
-    expect_fan_part(
-        "fan_speed",
-        fan_num(11, "0 num=3") + percent("0x811101a4") + fan_call("get_speed_percent", "1", "0 percent=50 x2") +
-            fan_call("get_speed_percent", "1", "0 percent=55 x2") +
-            fan_call("get_speed_percent", "1", "0 percent=45 x1") +
-            fan_call("set_speed_percent", "1, percent=60", "0 x1") +
-            fan_call("set_speed_percent", "1, percent=40", "0 x1") + fan_call("get_speed_percent", "2", "0x811101a4"),
-        head +
-            "[FAN11-0]: N/A\r\n"
-            "[FAN11-1]: \r\n" +
-            times(2, 0) + "[FAN11-2]: N/A\r\n" + lasts("001s 001000ms"),
-        0);
+    expect_part("fan_speed",
+                fan_num(11, "0 num=3") + percent("0x811101a4") + fan_call("get_speed_percent", "1", "0 percent=50 x2") +
+                    fan_call("get_speed_percent", "1", "0 percent=55 x2") +
+                    fan_call("get_speed_percent", "1", "0 percent=45 x1") +
+                    fan_call("set_speed_percent", "1, percent=60", "0 x1") +
+                    fan_call("set_speed_percent", "1, percent=40", "0 x1") +
+                    fan_call("get_speed_percent", "2", "0x811101a4"),
+                head +
+                    "[FAN11-0]: N/A\r\n"
+                    "[FAN11-1]: \r\n" +
+                    times(2, 0) + "[FAN11-2]: N/A\r\n" + lasts("001s 001000ms"),
+                0);
 }
 
 TEST(FanSpeedTest, TheResultIsTheSumOfAllFans) {
-    expect_fan_part("fan_speed", fan_num(11, "0 num=2") + percent("0x1") + fan_call("get_speed_percent", "1", "0x10"),
-                    head +
-                        "[FAN11-0]: \r\n"
-                        "Error: [1 times]get speed-percent fail in first step\r\n"
-                        "Error: [2 times]get speed-percent fail in first step\r\n" +
-                        times(0, 2) +
-                        "[FAN11-1]: \r\n"
-                        "Error: [1 times]get speed-percent fail in first step\r\n"
-                        "Error: [2 times]get speed-percent fail in first step\r\n" +
-                        times(0, 2) + lasts("000s 000000ms"),
-                    0x33);
+    expect_part("fan_speed", fan_num(11, "0 num=2") + percent("0x1") + fan_call("get_speed_percent", "1", "0x10"),
+                head +
+                    "[FAN11-0]: \r\n"
+                    "Error: [1 times]get speed-percent fail in first step\r\n"
+                    "Error: [2 times]get speed-percent fail in first step\r\n" +
+                    times(0, 2) +
+                    "[FAN11-1]: \r\n"
+                    "Error: [1 times]get speed-percent fail in first step\r\n"
+                    "Error: [2 times]get speed-percent fail in first step\r\n" +
+                    times(0, 2) + lasts("000s 000000ms"),
+                0x33);
 }
 
 TEST(FanSpeedTest, ATrayWithoutFans) {
-    expect_fan_part("fan_speed", fan_num(11, "0"), head + lasts("000s 000000ms"), 0);
+    expect_part("fan_speed", fan_num(11, "0"), head + lasts("000s 000000ms"), 0);
 }
 
 TEST(FanSpeedTest, ATrayThatDoesNotTellItsFans) {
-    expect_fan_part("fan_speed", fan_num(11, "0x71"), "Error: get fan11 num fail\r\n", 0x71);
-    expect_fan_part("fan_speed", fan_num(11, "0x811101a4"), "Error: get fan11 num fail\r\n",
-                    static_cast<int>(0x811101a4));
+    expect_part("fan_speed", fan_num(11, "0x71"), "Error: get fan11 num fail\r\n", 0x71);
+    expect_part("fan_speed", fan_num(11, "0x811101a4"), "Error: get fan11 num fail\r\n", static_cast<int>(0x811101a4));
 }

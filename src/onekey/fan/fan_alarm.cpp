@@ -7,7 +7,7 @@
 
 namespace {
 
-// Reset, hardware, speed, plug, motor, I2C, ability file. Trays have an eighth alarm, which has no column.
+// Reset, hardware, speed, plug, motor, I2C, ability file. Number 7 is kept for an alarm to come and has no column.
 constexpr uint32_t shown_alarms = 7;
 
 void show_alarm(const fan_unit &fan, uint32_t alarm, report_sink sink) {

@@ -54,8 +54,10 @@ timeval fan_time() {
 // The milliseconds are the whole time once more, not what is left of a second.
 void report_fan_time(fan_time_style style, const timeval &start, report_sink sink) {
     const timeval end = fan_time();
-    const long seconds = static_cast<long>(end.tv_sec - start.tv_sec);
-    const long milliseconds = 1000 * seconds + static_cast<long>(end.tv_usec - start.tv_usec) / 1000;
+    timeval gone{};
+    timersub(&end, &start, &gone);
+    const long seconds = static_cast<long>(gone.tv_sec);
+    const long milliseconds = seconds * 1000 + static_cast<long>(gone.tv_usec) / 1000;
     switch (style) {
     case fan_time_style::labels:
         report_append(sink, "-------------------Total test time: %lds %04ldms-------------------\r\n", seconds,
