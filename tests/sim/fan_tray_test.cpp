@@ -258,4 +258,38 @@ TEST_F(Fan, ThePcbVersionIsText) {
               "0x0 buffer=[56 45 52 2e 42 00] len=6\n0x0\n0x0 buffer=[56 32 00] len=3\n" + bad_value + too_small);
 }
 
+TEST(FanTray, MissingPointersAreRefused) {
+    const std::vector<std::string> calls{
+        fan_call("get_operation_complete_status", "slot_id=15, fan_id=0, operation=0, status=null"),
+        fan_call("get_history_plug_status", "slot_id=15, plugged=null"),
+        fan_call("get_num", "slot_id=15, num=null"),
+        fan_call("get_wind_direct", "slot_id=15, direct=null"),
+        fan_call("get_volstatus_history", "slot_id=15, status=null"),
+        fan_call("get_controlable", "slot_id=15, controlable=null"),
+        fan_call("get_detectable", "slot_id=15, detectable=null"),
+        fan_in_15("get_status", ", status=null"),
+        fan_in_15("get_alarm", ", alarm=0, status=null"),
+        fan_in_15("get_speed", ", speed=null"),
+        fan_in_15("get_max_speed", ", max_speed=null"),
+        fan_in_15("get_speed_percent", ", percent=null"),
+        fan_in_15("get_shift", ", shift=null"),
+        fan_in_15("get_max_shift", ", max_shift=null"),
+        fan_in_15("get_max_speed_by_shift", ", shift=1, max_speed=null"),
+        fan_in_15("get_max_power_by_shift", ", shift=1, max_power=null"),
+        fan_in_15("get_max_power_of_curshift", ", max_power=null"),
+        fan_in_15("get_max_power", ", max_power=null"),
+        fan_in_15("get_power", ", power=null"),
+        fan_call("get_led", "slot_id=15, type=0, color=null"),
+        fan_call("get_board_property", "slot_id=15, type=2, buffer=null, len=1026"),
+        fan_call("get_board_property", "slot_id=15, type=2, buffer=null, len=null"),
+        fan_call("set_board_property", "slot_id=15, type=2, buffer=null, len=1026"),
+        "drv_crc16_checksum(data=null, len=4)",
+        "drv_crc16_checksum(data=[31], len=1, crc16=null)"};
+    std::string refused;
+    for (size_t i = 0; i < calls.size(); ++i) {
+        refused += null_pointer;
+    }
+    EXPECT_EQ(answers(new_delivered("mpu_master"), calls), refused);
+}
+
 } // namespace kestro_tests
