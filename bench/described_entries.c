@@ -1,5 +1,5 @@
-/* A board description with as many entries as BENCH_ENTRIES says, in front of the libraries that do nothing: what a walk
-   of the self-test costs for each of them. */
+/* A board description with as many entries as BENCH_ENTRIES says, in front of the libraries that do nothing: what a
+   walk of the self-test costs for each of them. */
 #include <stdint.h>
 #include <stdlib.h>
 #include <string.h>

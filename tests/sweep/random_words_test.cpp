@@ -54,8 +54,8 @@ const std::vector<std::string> &word_pool() {
     return pool;
 }
 
-bool has_number_above(const std::vector<std::string> &line, size_t word, uint32_t limit) {
-    return line.size() > word && static_cast<uint32_t>(std::strtoul(line[word].c_str(), nullptr, 0)) > limit;
+bool has_number_above(const std::vector<std::string> &line, size_t word, unsigned long limit) {
+    return line.size() > word && std::strtoul(line[word].c_str(), nullptr, 0) > limit;
 }
 
 // The fill loop of barcode_write never ends for a length above 256; that has a test of its own. A fan tray is taken out

@@ -17,7 +17,7 @@ uint32_t read_size(uint32_t inst_id, word_of<memory::family> name, uint32_t *siz
 
 // What a module tells comes over its own bus.
 device_of<dimm::family> readable_dimm(board &b, uint32_t inst_id, uint32_t dimm_id) {
-    const auto which = b.find<dimm::family>(inst_id, dimm_id);
+    auto which = b.find<dimm::family>(inst_id, dimm_id);
     refuse_if(b.has(which, dimm::bus_fault) && b.get(which, dimm::bus_fault) != 0, error::not_ready);
     return which;
 }
