@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "tests/modules/power_rows.h"
 #include "tests/support/command.h"
@@ -161,15 +160,6 @@ TEST(PowerTestLabel, SetBoardPropertyWithoutAFileIsRefused) {
     const std::string loop = root_without_property();
     fs::create_symlink("1", property_file_of(loop));
     expect_set_on(loop, "", set_failed("can't open /home/1\n"), 255);
-}
-
-TEST(PowerTestLabel, SetBoardPropertyOfAFileThatMayNotBeReadIsRefused) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "root may read everything";
-    }
-    const std::string root = root_with_property("12label");
-    ASSERT_EQ(chmod(property_file_of(root).c_str(), 0), 0);
-    expect_set_on(root, "", set_failed("can't open /home/1\n"), 255);
 }
 
 // A pipe without a writer would keep a reader waiting.

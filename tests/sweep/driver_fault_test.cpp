@@ -99,4 +99,18 @@ TEST_P(CommandSweep, FailingDriverCallsAreDataOnASimulatedBoard) {
     }
 }
 
+// The whole self-test as the simulated board answers it, ended at each of its operations.
+TEST(WholeBoardSweep, ADriverThatNeverReturnsLosesNothingPrintedBefore) {
+    const good_run run = run_well({{"board_test", "board_onekey_test"}, ""});
+    const std::vector<std::string> printed = printed_before_calls(run);
+    for (const size_t n : faulted_calls(run)) {
+        if (is_tried_here(std::to_string(n))) {
+            expect_crash_loses_nothing(run, n, printed.at(n - 1));
+            if (hangs_as_well()) {
+                expect_hang_loses_nothing(run, n, printed.at(n - 1));
+            }
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(All, CommandSweep, testing::ValuesIn(sub_commands_swept_here()), name_of_command);
