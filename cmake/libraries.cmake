@@ -4,13 +4,18 @@
 #   linked   kestro_test is linked with it
 #   opened   kestro_test opens it when a module needs it; a board may lack it
 set(DRIVER_LIBRARY_TABLE
-    drv_basic   linked
-    nb_bsp      linked
-    nb_ctl      linked
+    drv_basic       linked
+    nb_bsp          linked
+    nb_ctl          linked
+    drv_clusterport opened
+    drv_inner_eth   opened
+    drv_mng_eth     opened
+    drv_inphi115050 opened
+    optical_lib     opened
 )
 
-# What follows from the table: DRIVER_LIBRARIES, LINKED_LIBRARIES, <name>_HEADERS, INTERFACE_HEADERS, and the targets
-# noop_<name> (probe/) and sim_<name> (sim/drv/), which SIMULATED_TARGETS and LINKED_NOOP_TARGETS list.
+# What follows from the table: DRIVER_LIBRARIES, LINKED_LIBRARIES, OPENED_LIBRARIES, <name>_HEADERS, INTERFACE_HEADERS,
+# and the targets noop_<name> (probe/) and sim_<name> (sim/drv/), which SIMULATED_TARGETS and LINKED_NOOP_TARGETS list.
 set(rows ${DRIVER_LIBRARY_TABLE})
 while(rows)
     list(POP_FRONT rows name how)
@@ -27,6 +32,8 @@ while(rows)
     if(how STREQUAL linked)
         list(APPEND LINKED_LIBRARIES ${name})
         list(APPEND LINKED_NOOP_TARGETS noop_${name})
+    else()
+        list(APPEND OPENED_LIBRARIES ${name})
     endif()
 endwhile()
 

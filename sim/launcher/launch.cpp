@@ -6,6 +6,7 @@
 #include "sim/core/time.h"
 #include "sim/launcher/discard.h"
 #include "sim/launcher/hand.h"
+#include "sim/launcher/opened_libraries.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -152,6 +153,15 @@ void add_preload(std::string &list, const fs::path &library) {
     list += (list.empty() ? "" : ":") + library.string();
 }
 
+// The linked libraries lie in one folder; each that a board may lack has its own.
+std::string library_folders(const fs::path &sim) {
+    std::string folders = sim.string();
+    for (const char *library : opened_libraries) {
+        folders += ":" + (sim / "opened" / library).string();
+    }
+    return folders;
+}
+
 void set_loader_environment(const launch_options &options, const places &parts) {
     const char *preload = getenv("LD_PRELOAD");
     std::string list = preload != nullptr ? preload : "";
@@ -161,7 +171,8 @@ void set_loader_environment(const launch_options &options, const places &parts) 
     add_preload(list, parts.world);
     set("LD_PRELOAD", list);
     const char *path = getenv("LD_LIBRARY_PATH");
-    set("LD_LIBRARY_PATH", parts.sim.string() + (path != nullptr && *path != '\0' ? ":" + std::string(path) : ""));
+    set("LD_LIBRARY_PATH",
+        library_folders(parts.sim) + (path != nullptr && *path != '\0' ? ":" + std::string(path) : ""));
 }
 
 void set_probe_environment(const launch_options &options) {

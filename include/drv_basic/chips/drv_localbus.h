@@ -8,6 +8,10 @@
 
 DRV_BEGIN_DECLS
 
+/* Before the first and after the last transfer of a program. */
+uint32_t drv_localbus_init(uint32_t inst_id);
+uint32_t drv_localbus_exit(uint32_t inst_id);
+
 uint32_t drv_localbus_read(uint32_t inst_id, uint32_t chip_id, uint32_t address, DRV_OUT_BYTES(length) uint8_t *buffer,
                            uint32_t length);
 uint32_t drv_localbus_write(uint32_t inst_id, uint32_t chip_id, uint32_t address,

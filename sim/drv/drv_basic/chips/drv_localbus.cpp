@@ -14,7 +14,22 @@ localbus_chip::one chip(board &b, uint32_t inst_id, uint32_t chip_id) {
     return b.find<localbus_chip::family>(inst_id, chip_id);
 }
 
+// The bus is the processor's own and needs no bringing up.
+uint32_t accept_instance_with_bus(uint32_t inst_id) {
+    return operate([&](board &b) {
+        refuse_if(b.all_at<localbus_chip::family>(b.instance(inst_id)).empty(), error::not_supported);
+    });
+}
+
 } // namespace
+
+uint32_t drv_localbus_init(uint32_t inst_id) {
+    return accept_instance_with_bus(inst_id);
+}
+
+uint32_t drv_localbus_exit(uint32_t inst_id) {
+    return accept_instance_with_bus(inst_id);
+}
 
 uint32_t drv_localbus_read(uint32_t inst_id, uint32_t chip_id, uint32_t address, uint8_t *buffer, uint32_t length) {
     return operate([&](board &b) {

@@ -15,7 +15,20 @@ phy::one phy_at(board &b, uint32_t inst_id, uint32_t chip_id, uint8_t phy_addr, 
     return port;
 }
 
+// Every board has the bus, whatever is on it, and it needs no bringing up.
+uint32_t accept_instance_with_smi(uint32_t inst_id) {
+    return operate([&](board &b) { b.instance(inst_id); });
+}
+
 } // namespace
+
+uint32_t drv_mdio_init(uint32_t inst_id) {
+    return accept_instance_with_smi(inst_id);
+}
+
+uint32_t drv_mdio_exit(uint32_t inst_id) {
+    return accept_instance_with_smi(inst_id);
+}
 
 uint32_t drv_mdio_read(uint32_t inst_id, uint32_t chip_id, uint8_t phy_addr, uint8_t dev_addr, uint16_t offset,
                        uint16_t *value) {
