@@ -2,6 +2,8 @@
 // cluster ports, or the basic one, at fault.
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "tests/support/command.h"
 #include "tests/support/library_faults.h"
 #include "tests/support/simulator.h"
@@ -12,9 +14,9 @@ using namespace kestro_tests;
 namespace {
 
 // What comes before each operation on a port.
-const std::string board_up = "drv_cpld_init(inst_id=0xffffffff) = 0\n"
-                             "drv_localbus_init(inst_id=0xffffffff) = 0\n";
-const std::string cluster_up = board_up + "drv_clusterport_init() = 0\n";
+const std::string clusterport_board_up = "drv_cpld_init(inst_id=0xffffffff) = 0\n"
+                                         "drv_localbus_init(inst_id=0xffffffff) = 0\n";
+const std::string clusterport_up = clusterport_board_up + "drv_clusterport_init() = 0\n";
 
 // A sub-command of a port with words that it takes, and what the table has for it.
 struct port_command {
@@ -76,8 +78,18 @@ std::string cluster_open_failure(const std::string &name) {
                                                     : "dlopen libdrv_clusterport.so fail, error <system> <loader>\n";
 }
 
+void expect_cluster_library_used(const std::string &line, const std::string &script, int opened, int closed) {
+    if (lists_lines()) {
+        return;
+    }
+    SCOPED_TRACE("kestro_test " + line);
+    const library_use use = library_used("drv_clusterport", line, script);
+    EXPECT_EQ(use.opened, opened);
+    EXPECT_EQ(use.closed, closed);
+}
+
 void expect_port_success(const std::string &words, const std::string &answered_call, const std::string &body) {
-    expect_success("clusterport_test " + words, cluster_up + answered_call, body);
+    expect_success("clusterport_test " + words, clusterport_up + answered_call, body);
 }
 
 } // namespace
@@ -118,7 +130,7 @@ TEST(ClusterportTest, TheBoardComesUpFirstThenTheLibraryThenTheOperation) {
     }
     const std::string script = new_scratch_dir() + "/script";
     const std::string trace = new_scratch_dir() + "/trace";
-    write_file(script, cluster_up + "drv_clusterport_set_led(port=3, oper_type=2) = 0\n");
+    write_file(script, clusterport_up + "drv_clusterport_set_led(port=3, oper_type=2) = 0\n");
     const process_result result =
         run_sim({"--state", new_scratch_dir(), "--clock", "virtual", "--script", script, "--trace", trace},
                 {"clusterport_test", "drv_clusterport_set_led", "3", "2"});
@@ -130,8 +142,9 @@ TEST(ClusterportTest, TheBoardComesUpFirstThenTheLibraryThenTheOperation) {
 }
 
 TEST(ClusterportTest, Init) {
-    expect_success("clusterport_test drv_clusterport_init", cluster_up, "drv_clusterport_init ret:0\n\n");
-    expect_failure("clusterport_test drv_clusterport_init", board_up + "drv_clusterport_init() = 0x811101a4",
+    expect_success("clusterport_test drv_clusterport_init", clusterport_up, "drv_clusterport_init ret:0\n\n");
+    expect_failure("clusterport_test drv_clusterport_init",
+                   clusterport_board_up + "drv_clusterport_init() = 0x811101a4",
                    "drv_clusterport_init ret:0x811101a4\n\n");
     expect_failure("clusterport_test drv_clusterport_init 0", "", "invalid arg num\n");
     expect_failure("clusterport_test drv_clusterport_init port", "", "invalid arg num\n");
@@ -299,7 +312,7 @@ TEST(ClusterportTest, SetLed) {
 
 TEST(ClusterportTest, AnOperationThatFails) {
     for (const port_command &command : port_commands) {
-        expect_failure(cluster_line(command), cluster_up + command.call + " = 0x811101a4",
+        expect_failure(cluster_line(command), clusterport_up + command.call + " = 0x811101a4",
                        command.echo + command.refused);
     }
 }
@@ -319,7 +332,7 @@ TEST(ClusterportTest, CountsAreExact) {
 
 TEST(ClusterportTest, PortsThatCannotBeBroughtUp) {
     for (const port_command &command : port_commands) {
-        expect_failure(cluster_line(command), board_up + "drv_clusterport_init() = 0x811101a4",
+        expect_failure(cluster_line(command), clusterport_board_up + "drv_clusterport_init() = 0x811101a4",
                        command.echo + "drv_clusterport_init ret:0x811101a4\n\n");
     }
 }
@@ -338,6 +351,14 @@ TEST(ClusterportTest, ABoardWhoseLocalBusCannotBeBroughtUp) {
     }
 }
 
+TEST(ClusterportTest, WithoutTheBasicLibrary) {
+    for (const std::string &line : lines_with_board_bring_up()) {
+        expect_failure_with(missing("drv_basic"), line, "",
+                            "dlopen libdrv_basic.so fail, error <system> <loader>\n"
+                            "clusterport_pre_init ret:0xffffffff\n\n");
+    }
+}
+
 // Nothing is brought up where one of the two would be missing.
 TEST(ClusterportTest, ABasicLibraryWithoutABringUp) {
     for (const std::string &line : lines_with_board_bring_up()) {
@@ -351,23 +372,23 @@ TEST(ClusterportTest, ABasicLibraryWithoutABringUp) {
 }
 
 TEST(ClusterportTest, WithoutTheLibrary) {
-    expect_failure_with(missing("drv_clusterport"), "clusterport_test drv_clusterport_init", board_up,
+    expect_failure_with(missing("drv_clusterport"), "clusterport_test drv_clusterport_init", clusterport_board_up,
                         "dlopen libdrv_clusterport.so fail, error <system> <loader>\n");
     expect_failure_with(missing("drv_clusterport"), "clusterport_test drv_clusterport_exit", "",
                         "dlopen libdrv_clusterport.so fail, error <system> <loader>\n");
     for (const port_command &command : port_commands) {
-        expect_failure_with(missing("drv_clusterport"), cluster_line(command), board_up,
+        expect_failure_with(missing("drv_clusterport"), cluster_line(command), clusterport_board_up,
                             cluster_open_failure(command.name));
     }
 }
 
 TEST(ClusterportTest, AFileThatIsNoLibrary) {
-    expect_failure_with(no_library("drv_clusterport"), "clusterport_test drv_clusterport_init", board_up,
+    expect_failure_with(no_library("drv_clusterport"), "clusterport_test drv_clusterport_init", clusterport_board_up,
                         "dlopen libdrv_clusterport.so fail, error <system> <loader>\n");
     expect_failure_with(no_library("drv_clusterport"), "clusterport_test drv_clusterport_exit", "",
                         "dlopen libdrv_clusterport.so fail, error <system> <loader>\n");
     for (const port_command &command : port_commands) {
-        expect_failure_with(no_library("drv_clusterport"), cluster_line(command), board_up,
+        expect_failure_with(no_library("drv_clusterport"), cluster_line(command), clusterport_board_up,
                             cluster_open_failure(command.name));
     }
 }
@@ -375,10 +396,10 @@ TEST(ClusterportTest, AFileThatIsNoLibrary) {
 // Those that bring the ports up need that operation, too, and look it up first.
 TEST(ClusterportTest, ALibraryWithoutItsBringUp) {
     expect_failure_with(lacking("drv_clusterport", "drv_clusterport_init"), "clusterport_test drv_clusterport_init",
-                        board_up, "dlsym drv_clusterport_init fail, error <system> <loader>\n");
+                        clusterport_board_up, "dlsym drv_clusterport_init fail, error <system> <loader>\n");
     for (const port_command &command : port_commands) {
-        expect_failure_with(lacking("drv_clusterport", "drv_clusterport_init"), cluster_line(command), board_up,
-                            "dlsym drv_clusterport_init fail, error <system> <loader>\n");
+        expect_failure_with(lacking("drv_clusterport", "drv_clusterport_init"), cluster_line(command),
+                            clusterport_board_up, "dlsym drv_clusterport_init fail, error <system> <loader>\n");
     }
 }
 
@@ -386,7 +407,8 @@ TEST(ClusterportTest, ALibraryWithoutTheOperation) {
     expect_failure_with(lacking("drv_clusterport", "drv_clusterport_exit"), "clusterport_test drv_clusterport_exit", "",
                         "dlsym drv_clusterport_exit fail\n");
     for (const port_command &command : port_commands) {
-        expect_failure_with(lacking("drv_clusterport", command.name), cluster_line(command), board_up, command.lacking);
+        expect_failure_with(lacking("drv_clusterport", command.name), cluster_line(command), clusterport_board_up,
+                            command.lacking);
     }
 }
 
@@ -394,8 +416,38 @@ TEST(ClusterportTest, ALibraryWithoutTheOperation) {
 TEST(ClusterportTest, ALibraryWithoutAnotherOperation) {
     expect_run_with(lacking("drv_clusterport", "drv_clusterport_set_led"),
                     "clusterport_test drv_clusterport_get_mode 3",
-                    cluster_up + "drv_clusterport_get_mode(port=3) = 0 mode=1",
+                    clusterport_up + "drv_clusterport_get_mode(port=3) = 0 mode=1",
                     "clusterport:3 \n\nclusterport:3 mode:1 \n\n" + std::string(timing_lines), 0);
     expect_run_with(lacking("drv_clusterport", "drv_clusterport_init"), "clusterport_test drv_clusterport_exit",
                     "drv_clusterport_exit() = 0", "drv_clusterport_exit ret:0\n\n" + std::string(timing_lines), 0);
+}
+
+TEST(ClusterportTest, ALibraryThatCrashesWhileItIsLoaded) {
+    expect_run_with(crashing("drv_clusterport"), "clusterport_test drv_clusterport_get_mode 3", clusterport_board_up,
+                    "", 128 + SIGSEGV);
+}
+
+TEST(ClusterportTest, TheLibraryIsClosedAgain) {
+    for (const port_command &command : port_commands) {
+        const std::string line = cluster_line(command);
+        expect_cluster_library_used(line, clusterport_up + command.call + " = 0", 1, 1);
+        expect_cluster_library_used(line, clusterport_up + command.call + " = 0x811101a4", 1, 1);
+        expect_cluster_library_used(line, clusterport_board_up + "drv_clusterport_init() = 0x811101a4", 1, 1);
+    }
+    expect_cluster_library_used("clusterport_test drv_clusterport_exit", "drv_clusterport_exit() = 0", 1, 1);
+    expect_cluster_library_used("clusterport_test drv_clusterport_exit", "drv_clusterport_exit() = 0x811101a4", 1, 1);
+}
+
+TEST(ClusterportTest, OnlyPortsThatCameUpKeepTheirLibrary) {
+    const std::string line = "clusterport_test drv_clusterport_init";
+    expect_cluster_library_used(line, clusterport_up, 1, 0);
+    expect_cluster_library_used(line, clusterport_board_up + "drv_clusterport_init() = 0x811101a4", 1, 1);
+}
+
+TEST(ClusterportTest, NothingIsOpenedForAWrongCountOrOnABoardThatIsNotUp) {
+    expect_cluster_library_used("clusterport_test drv_clusterport_init 1", "", 0, 0);
+    expect_cluster_library_used("clusterport_test drv_clusterport_exit 1", "", 0, 0);
+    expect_cluster_library_used("clusterport_test drv_clusterport_set_led 3", "", 0, 0);
+    expect_cluster_library_used("clusterport_test drv_clusterport_set_led 3 2",
+                                "drv_cpld_init(inst_id=0xffffffff) = 0x811101a4", 0, 0);
 }

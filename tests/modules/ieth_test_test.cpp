@@ -1,6 +1,8 @@
 // ieth_test: every sub-command on the real program, with the driver scripted; and with the library at fault.
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "tests/support/command.h"
 #include "tests/support/failing_allocations.h"
 #include "tests/support/library_faults.h"
@@ -45,6 +47,16 @@ const std::vector<ieth_command> ieth_commands = {
 
 std::string ieth_line(const ieth_command &command) {
     return "ieth_test " + command.name + " " + command.words;
+}
+
+void expect_ieth_library_used(const std::string &line, const std::string &script, int opened, int closed) {
+    if (lists_lines()) {
+        return;
+    }
+    SCOPED_TRACE("kestro_test " + line);
+    const library_use use = library_used("drv_inner_eth", line, script);
+    EXPECT_EQ(use.opened, opened);
+    EXPECT_EQ(use.closed, closed);
 }
 
 } // namespace
@@ -151,8 +163,7 @@ TEST(IethTest, DumpOfTheGreatestLength) {
     const std::string echo = "ieth port:5 mac_phy:1 buf_len:4294967295\n\n";
     EXPECT_EQ(result.err, "");
     if (read_file(trace).empty()) {
-        EXPECT_EQ(result.out,
-                  echo + timing_lines + operate_fail("drv_ieth_dump_info") + operate_fail("ieth_test"));
+        EXPECT_EQ(result.out, echo + timing_lines + operate_fail("drv_ieth_dump_info") + operate_fail("ieth_test"));
         EXPECT_EQ(result.status, 255);
     } else {
         EXPECT_EQ(result.out, echo + "buff:\nreg 0 \n\n" + timing_lines);
@@ -287,4 +298,16 @@ TEST(IethTest, AnotherLibraryMayBeMissing) {
     expect_run_with(missing("drv_clusterport"), "ieth_test drv_ieth_get_link_status 5",
                     "drv_ieth_get_link_status(port=5) = 0 status=1",
                     "ieth port:5 \n\nieth port5 link status:1 \n\n" + std::string(timing_lines), 0);
+}
+
+TEST(IethTest, ALibraryThatCrashesWhileItIsLoaded) {
+    expect_run_with(crashing("drv_inner_eth"), "ieth_test drv_ieth_get_link_status 5", "", "", 128 + SIGSEGV);
+}
+
+TEST(IethTest, TheLibraryIsClosedAgain) {
+    for (const ieth_command &command : ieth_commands) {
+        expect_ieth_library_used(ieth_line(command), command.call + " = 0", 1, 1);
+        expect_ieth_library_used(ieth_line(command), command.call + " = 0x811101a4", 1, 1);
+        expect_ieth_library_used("ieth_test " + command.name, "", 0, 0);
+    }
 }
