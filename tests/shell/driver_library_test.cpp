@@ -32,22 +32,32 @@ bool is_loaded(const std::string &file) {
     return library != nullptr;
 }
 
-// The loader's text about a file that it cannot open.
-std::string reason_not_to_open(const std::string &file) {
-    EXPECT_EQ(dlopen(file.c_str(), RTLD_NOW), nullptr);
-    return dlerror();
+const std::string no_such_file = "/nowhere/libports.so";
+
+struct open_reasons {
+    std::string of_the_system;
+    std::string of_the_loader;
+};
+
+// Loaders differ in whether errno tells of a file that cannot be opened, or still of what came before.
+open_reasons reasons_not_to_open() {
+    errno = EBUSY;
+    EXPECT_EQ(dlopen(no_such_file.c_str(), RTLD_NOW), nullptr);
+    const std::string of_the_system = strerror(errno);
+    return {of_the_system, dlerror()};
 }
 
-// And about an operation that a library lacks.
+// The loader's text about an operation that a library lacks.
 std::string reason_not_to_find(void *library, const char *name) {
     EXPECT_EQ(dlsym(library, name), nullptr);
     return dlerror();
 }
 
-const std::string no_such_file = "/nowhere/libports.so";
-
 std::string printed_without_library(failure_line line) {
-    return printed_by([&] { EXPECT_EQ(open_library(no_such_file.c_str(), line), nullptr); });
+    return printed_by([&] {
+        errno = EBUSY;
+        EXPECT_EQ(open_library(no_such_file.c_str(), line), nullptr);
+    });
 }
 
 struct lookup {
@@ -88,7 +98,8 @@ TEST(DriverLibraryTest, OpensFindsAndCloses) {
 }
 
 TEST(DriverLibraryTest, ALibraryThatCannotBeOpened) {
-    const std::string reasons = std::string(strerror(ENOENT)) + " " + reason_not_to_open(no_such_file) + "\n";
+    const open_reasons known = reasons_not_to_open();
+    const std::string reasons = known.of_the_system + " " + known.of_the_loader + "\n";
     EXPECT_EQ(printed_without_library(failure_line::brief), "dlopen /nowhere/libports.so fail\n");
     EXPECT_EQ(printed_without_library(failure_line::with_reasons),
               "dlopen /nowhere/libports.so fail, error " + reasons);
@@ -129,7 +140,7 @@ TEST(DriverLibraryTest, AHeldLibraryStaysLoadedBehindItsClose) {
 
 TEST(DriverLibraryTest, AHeldLibraryThatCannotBeOpened) {
     held_library held = {no_such_file.c_str(), nullptr};
-    const std::string reason = reason_not_to_open(no_such_file);
+    const std::string reason = reasons_not_to_open().of_the_loader;
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(open_held_library(held), -1); }),
               "dlopen /nowhere/libports.so fail " + reason + " \r\n");
     EXPECT_EQ(held.handle, nullptr);
