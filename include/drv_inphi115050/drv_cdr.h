@@ -21,8 +21,8 @@ uint32_t drv_cdr_soft_init(uint32_t inst_id);
 uint32_t drv_cdr_init_chip(uint32_t inst_id);
 uint32_t drv_cdr_destroy_chip(uint32_t inst_id, uint32_t chip_id);
 
-/* Waits until the lanes have locked, or for half a second. An interface answers from then on, for the rate that it was
- * set up for. */
+/* Waits as long as lanes take to lock, half a second at most. An interface answers from then on, for the rate that it
+ * was set up for. */
 uint32_t drv_cdr_init_interface(uint32_t inst_id, uint32_t chip_id, DRV_IN const struct drv_cdr_interface *selector);
 uint32_t drv_cdr_destroy_interface(uint32_t inst_id, uint32_t chip_id, DRV_IN const struct drv_cdr_interface *selector);
 

@@ -2,9 +2,12 @@
 // sub-command and takes the named one down behind it.
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "tests/support/command.h"
 #include "tests/support/failing_allocations.h"
 #include "tests/support/library_faults.h"
+#include "tests/support/test_lines.h"
 
 using namespace kestro_tests;
 
@@ -504,4 +507,21 @@ TEST(CdrTest, WithoutWhatTheRunEndsWith) {
                         "[TEST RESULT: SUCCESS]\r\ndlsym drv_cdr_destroy_chip fail, fd 0x<handle>\r\n" +
                         cdr_module_fail,
                     255);
+}
+
+TEST(CdrTest, TheLibraryIsHeldForTheRun) {
+    if (lists_lines()) {
+        return;
+    }
+    const library_use use =
+        library_used(cdr_library, "cdr_test drv_cdr_get_interface_config 0xff000009 1 3 25",
+                     on_chip_1.calls_before() + init_3 + text_call(text_queries[0]) + "0\n" + on_chip_1.calls_behind());
+    EXPECT_EQ(use.opened, 1);
+    EXPECT_EQ(use.closed, 0);
+    EXPECT_TRUE(use.stays);
+}
+
+// What was printed before the library was opened is nothing; the crash is the run's end.
+TEST(CdrTest, WithALibraryThatCrashes) {
+    expect_run_with(crashing(cdr_library), "cdr_test drv_cdr_init_chip 0xff000009 1", bus_up, "", 128 + SIGSEGV);
 }
