@@ -177,10 +177,12 @@ TEST_F(CdrDriver, TextsAgreeWithTheRegisters) {
     // The other half of the sub-chip has a signal, but nobody set it up.
     EXPECT_EQ(answers({read_cdr(0, 1, "4"), read_cdr(0, 1, "5"), read_cdr(0, 1, "6"), read_cdr(0, 1, "7"),
                        read_cdr(0, 1, "8"), read_cdr(0, 1, "9"), read_cdr(0, 1, "10"), read_cdr(0, 1, "11"),
-                       read_cdr(0, 1, "0x10"), read_cdr(0, 1, "0x12"), read_cdr(0, 1, "0x20"), read_cdr(0, 1, "0x21"),
-                       read_cdr(0, 1, "0x22"), read_cdr(0, 1, "0x24"), read_cdr(0, 1, "0x25"), read_cdr(0, 1, "0x27")}),
+                       read_cdr(0, 1, "0x10"), read_cdr(0, 1, "0x12"), read_cdr(0, 1, "0x14"), read_cdr(0, 1, "0x17"),
+                       read_cdr(0, 1, "0x20"), read_cdr(0, 1, "0x21"), read_cdr(0, 1, "0x22"), read_cdr(0, 1, "0x24"),
+                       read_cdr(0, 1, "0x25"), read_cdr(0, 1, "0x27")}),
               word(0xF) + word(0x3) + word(0xF) + word(0x3) + word(10) + word(10) + word(0) + word(0) + word(4) +
-                  word(0) + word(0x8C78) + word(0x8A77) + word(0) + word(0xB48C) + word(0xB28B) + word(0));
+                  word(0) + word(1) + word(0) + word(0x8C78) + word(0x8A77) + word(0) + word(0xB48C) + word(0xB28B) +
+                  word(0));
 }
 
 TEST_F(CdrDriver, LanesAreThoseOfTheSubChip) {

@@ -276,6 +276,7 @@ std::string eye_text(board &b, const cdr_interface::one &which) {
 namespace {
 
 constexpr uint32_t line_equalisers = 0x10;
+constexpr uint32_t host_equalisers = 0x14;
 constexpr uint32_t line_eyes = 0x20;
 constexpr uint32_t host_eyes = 0x24;
 constexpr uint32_t lane_rates = 0x08;
@@ -327,6 +328,10 @@ uint32_t read_equaliser(board &b, const device &which, uint32_t address) {
     return (equaliser_byte(b, part, lane) & held) | lane_of(b, part, side::line, lane).setting;
 }
 
+uint32_t read_host_equaliser(board &b, const device &which, uint32_t address) {
+    return lane_of(b, cdr_part::one{which}, side::host, address - host_equalisers).setting;
+}
+
 // A lane that adapts again forgets the setting at which it was held.
 void write_equaliser(board &b, const device &which, uint32_t address, uint32_t value) {
     const cdr_part::one part{which};
@@ -368,6 +373,11 @@ constexpr space_register part_registers[]{
      .count = cdr_part::lanes_max,
      .read = read_equaliser,
      .write = write_equaliser},
+    {.address = host_equalisers,
+     .name = "host_equaliser",
+     .meaning = "the setting of lanes 0 to 3, which always adapt",
+     .count = cdr_part::lanes_max,
+     .read = read_host_equaliser},
     {.address = line_eyes,
      .name = "line_eye",
      .meaning = "of lanes 0 to 3: the upper byte height in 2 mV, the lower width in 5 mUI",
