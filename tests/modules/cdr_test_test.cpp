@@ -525,3 +525,29 @@ TEST(CdrTest, TheLibraryIsHeldForTheRun) {
 TEST(CdrTest, WithALibraryThatCrashes) {
     expect_run_with(crashing(cdr_library), "cdr_test drv_cdr_init_chip 0xff000009 1", bus_up, "", 128 + SIGSEGV);
 }
+
+// On a simulated chassis, run after run: the chip is brought up for each, so it locks in each and keeps nothing.
+TEST(CdrTest, RunsOnASimulatedBoard) {
+    if (lists_lines()) {
+        return;
+    }
+    const std::string state = new_scratch_dir() + "/state";
+    const auto shows = [&](const std::string &words, const std::string &part,
+                           const std::vector<std::string> &by_hand = {}) {
+        std::vector<std::string> options{"--state", state, "--clock", "virtual"};
+        options.insert(options.end(), by_hand.begin(), by_hand.end());
+        const process_result result = run_launcher(options, split_words("cdr_test " + words));
+        EXPECT_NE(result.out.find(part), std::string::npos) << result.out;
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, "");
+    };
+    const std::string link = "drv_cdr_get_interface_link 0xffffffff 0 1 10 0";
+    shows(link, "chl_rate=10,dir=0, link_status=up.\r\ncmd_exec");
+    shows(link, "chl_rate=10,dir=0, link_status=down,ret=0x8111010f.\r\ncmd_exec",
+          {"--set", "slot9/cdr/interface/1/line_signal=0"});
+    shows("drv_cdr_get_digit_eye 0xffffffff 0 1 10", "inf_id=1.\r\nline lane 0: eye closed\nline lane 1: eye closed\n"
+                                                     "host lane 0: eye 360 mV high, 700 mUI wide\n");
+    shows(link, "link_status=up.\r\n", {"--set", "slot9/cdr/interface/1/line_signal=3"});
+    shows("drv_cdr_reg_write 0xffffffff 0 1 2 0xbeef", "reg_addr=0x2, read_value=0xbeef.\r\n");
+    shows("drv_cdr_reg_read 0xffffffff 0 1 2", "reg_addr=0x2, read_value=0x0.\r\n");
+}
