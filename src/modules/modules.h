@@ -6,6 +6,7 @@ int backplane_test(int count, char **args);
 int barcode_test(int count, char **args);
 int board_capability_test(int count, char **args);
 int board_test(int count, char **args);
+int cdr_test(int count, char **args);
 int chip9555_test(int count, char **args);
 int clock_test(int count, char **args);
 int clusterport_test(int count, char **args);
