@@ -14,7 +14,7 @@ namespace {
 process_result send_packet(const std::string &port, const std::string &packet, const std::string &length) {
     process_options options;
     options.environment = {
-        "LD_LIBRARY_PATH=" + build_dir() + "/noop:" + build_dir() + "/tests/late_packets",
+        "LD_LIBRARY_PATH=" + build_dir() + "/tests/late_packets:" + build_dir() + "/noop",
         "LD_PRELOAD=" + build_dir() + "/tests/libafter_close.so",
         // How long the sanitizer lets other threads go on at the exit.
         "TSAN_OPTIONS=atexit_sleep_ms=100",
