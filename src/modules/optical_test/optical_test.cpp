@@ -49,8 +49,7 @@ static_assert(rows_are_sound(rows));
 // Time for modules that the driver has just taken out of reset.
 constexpr uint32_t settle_us = 5000000;
 
-int show_port_row(unsigned index) {
-    const drv_opt_port_row &row = port_map[index];
+int show_port_row(int index, const drv_opt_port_row &row) {
     const auto get_name =
         find<decltype(drv_cbb_optical_get_port_type_str_from_value)>("drv_cbb_optical_get_port_type_str_from_value");
     if (get_name == nullptr) {
@@ -60,7 +59,7 @@ int show_port_row(unsigned index) {
     char name[name_size + 1] = {};
     const uint32_t ret = get_name(row.package_type, name, name_size);
     if (ret != 0) {
-        printf("Failed to get port type string for node of %d!\r\n", static_cast<int>(index));
+        printf("Failed to get port type string for node of %d!\r\n", index);
         return static_cast<int>(ret);
     }
     printf("package_type:%-10s, package_type_value:%d, number:%3d, start_id:%3d\n", name,
@@ -68,19 +67,24 @@ int show_port_row(unsigned index) {
     return 0;
 }
 
-int show_port_map() {
-    for (unsigned index = 0; index < port_map.size() && port_map[index].package_type != DRV_OPT_NO_PACKAGE; ++index) {
-        const int result = show_port_row(index);
+int show_port_map(const card_ports &map) {
+    int index = 0;
+    for (const drv_opt_port_row &row : map) {
+        if (row.package_type == DRV_OPT_NO_PACKAGE) {
+            break;
+        }
+        const int result = show_port_row(index, row);
         if (result != 0) {
             return result;
         }
+        ++index;
     }
     return 0;
 }
 
 int bring_up(uint32_t inst_id) {
     // A library that cannot be opened has no operations: the next step reports that and ends the run.
-    open_held_library(library);
+    open_held_library(library());
     const auto init = find<decltype(drv_opt_init)>("drv_opt_init");
     if (init == nullptr) {
         return -1;
@@ -95,9 +99,10 @@ int bring_up(uint32_t inst_id) {
         return -1;
     }
     // A driver that does not answer leaves a map of empty rows without an end marker, and all of them are shown.
-    port_map = {};
-    get_map(inst_id & 0xFFFF, inst_id >> 24, port_map.data(), sizeof port_map);
-    const int shown = show_port_map();
+    card_ports &map = port_map();
+    map = {};
+    get_map(inst_id & 0xFFFF, inst_id >> 24, map.data(), sizeof map);
+    const int shown = show_port_map(map);
     if (shown != 0) {
         return shown;
     }
@@ -118,7 +123,7 @@ void shut_down(uint32_t inst_id) {
             printf("inst_id = 0x%x, opitcal exit fail, ret = 0x%x\n", inst_id, ret);
         }
     }
-    close_held_library(library);
+    close_held_library(library());
 }
 
 } // namespace

@@ -7,17 +7,17 @@
 
 namespace optical_commands {
 
-held_library library = {"liboptical_lib.so", nullptr};
-
-std::array<drv_opt_port_row, DRV_OPT_MAP_ROWS> port_map;
-
 namespace {
+
+held_library held = {"liboptical_lib.so", nullptr};
+
+card_ports map;
 
 // Ports that no row covers are of type 0. Rows behind the end marker are searched as well, and a row covers one port
 // more than it has: where two rows follow on each other, the first port of the second counts as one of the first.
 // Scripts name the package where that matters.
 uint32_t package_type_of(uint32_t port) {
-    for (const drv_opt_port_row &row : port_map) {
+    for (const drv_opt_port_row &row : map) {
         // An id and a number may pass 32 bits together; a row at the top then ends there, and does not begin again at
         // 0.
         const uint64_t end = uint64_t{row.start_id} + row.number;
@@ -34,6 +34,14 @@ uint32_t all_lanes(uint32_t lane_num) {
 }
 
 } // namespace
+
+held_library &library() {
+    return held;
+}
+
+card_ports &port_map() {
+    return map;
+}
 
 optical_words read_words(int count, char **args) {
     optical_words words = {};

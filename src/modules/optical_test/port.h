@@ -11,15 +11,17 @@
 namespace optical_commands {
 
 // Open from the run's first step to its last, unless an operation was missing: it is closed from then on.
-extern held_library library;
+held_library &library();
 
 // Null, and a line, for what the library lacks.
 template <typename operation> operation *find(const char *name) {
-    return find_operation<operation>(library, name);
+    return find_operation<operation>(library(), name);
 }
 
 // Which ports of the card are of which package type, as the driver said when it was brought up.
-extern std::array<drv_opt_port_row, DRV_OPT_MAP_ROWS> port_map;
+using card_ports = std::array<drv_opt_port_row, DRV_OPT_MAP_ROWS>;
+
+card_ports &port_map();
 
 // The words behind a sub-command, 0 where they are missing. Four are common to all; what the others are depends on the
 // sub-command, and its fifth and sixth are single bytes.
