@@ -216,4 +216,23 @@ TEST(OpticalRunTest, FailedNameOfATypeEndsTheRun) {
                255);
 }
 
+// The allocations before that of the table are those of the root table and its words; each of them ends the program.
+TEST(OpticalRunTest, WithoutItsTableNothingIsBegun) {
+    const std::string trace = scratch_file("trace", "");
+    const std::string state = new_scratch_dir();
+    const std::string root_failure = "root cmd regist failure\r\n";
+    process_result result;
+    for (int allocation = 2; allocation < 300; ++allocation) {
+        result = run_sim(
+            {"--state", state, "--clock", "virtual", "--trace", trace, "--fail-alloc", std::to_string(allocation)},
+            {"optical_test", "get_optical_encode_type", "9", "3", "0", "1"});
+        if (result.out.find(root_failure) == std::string::npos) {
+            break;
+        }
+    }
+    EXPECT_EQ(result.out, operate_fail("optical_test"));
+    EXPECT_EQ(result.status, 255);
+    EXPECT_EQ(read_file(trace), "");
+}
+
 } // namespace kestro_tests::optical
