@@ -218,6 +218,9 @@ TEST(OpticalRunTest, FailedNameOfATypeEndsTheRun) {
 
 // The allocations before that of the table are those of the root table and its words; each of them ends the program.
 TEST(OpticalRunTest, WithoutItsTableNothingIsBegun) {
+    if (lists_lines()) {
+        return;
+    }
     const std::string trace = scratch_file("trace", "");
     const std::string state = new_scratch_dir();
     const std::string root_failure = "root cmd regist failure\r\n";
