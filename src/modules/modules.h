@@ -23,6 +23,7 @@ int led_test(int count, char **args);
 int mac_test(int count, char **args);
 int meth_test(int count, char **args);
 int msc_test(int count, char **args);
+int optical_test(int count, char **args);
 int pcie_test(int count, char **args);
 int phy_test(int count, char **args);
 int pll_test(int count, char **args);
