@@ -59,7 +59,8 @@ listener_id call(board &b, const management_port::one &port, function callee, vo
             return;
         }
         if (area == nullptr) {
-            callee(id, const_cast<uint8_t *>(news.bytes.data()), nullptr, static_cast<uint32_t>(news.bytes.size()));
+            std::vector<uint8_t> own = news.bytes;
+            callee(id, own.data(), nullptr, static_cast<uint32_t>(own.size()));
             return;
         }
         const auto length = static_cast<uint32_t>(std::min<size_t>(news.bytes.size(), size));
