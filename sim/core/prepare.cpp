@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // In front of the list of files: another form of merged files is not used again.
-constexpr const char *merged_form = "merged chassis 1";
+constexpr const char *merged_form = "merged chassis 2";
 
 void check_chassis_of_store(const store &opened, const fs::path &state_dir, const description &chassis) {
     const store_identity kept = opened.identity();
@@ -33,6 +33,25 @@ void check_chassis_of_store(const store &opened, const fs::path &state_dir, cons
                           ": was made for other boards or cards or another EEPROM layout of chassis '" + kept.board +
                           "'; choose another directory with --state, or make the chassis new with --reset");
     }
+}
+
+// The libraries are known before a run, and without the description, whose reading takes its time.
+fs::path list_of_lacking(const fs::path &merged) {
+    return fs::path(merged).replace_extension(".lacking");
+}
+
+// A line for each: place and library.
+std::string lacking_lines(const description &chassis) {
+    std::string lines;
+    for (const pugi::xml_node place : chassis.chassis().children("place")) {
+        const pugi::xml_node module = place.find_child_by_attribute("module", "name", "sim_library");
+        const pugi::xml_node node = module.find_child_by_attribute("node", "name", "lacking");
+        for (const pugi::xml_node entry : node.children("entry")) {
+            const pugi::xml_node name = entry.find_child_by_attribute("element", "name", "name");
+            lines += std::string(place.attribute("name").value()) + " " + element_text(name).value_or("") + "\n";
+        }
+    }
+    return lines;
 }
 
 fs::path list_of_sources(const fs::path &merged) {
@@ -77,6 +96,7 @@ void keep_merged(description &chassis, const fs::path &merged, const std::string
     fs::create_directory(merged.parent_path());
     fs::remove(list_of_sources(merged));
     write_whole(merged, content.str());
+    write_whole(list_of_lacking(merged), lacking_lines(chassis));
     write_whole(list_of_sources(merged), sources);
 }
 
@@ -122,6 +142,19 @@ fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bo
     }
     keep_merged(*chassis, merged, sources);
     return merged;
+}
+
+std::vector<std::string> lacking_libraries(const fs::path &merged, const std::string &seat) {
+    std::vector<std::string> libraries;
+    std::ifstream list(list_of_lacking(merged));
+    std::string place;
+    std::string library;
+    while (list >> place >> library) {
+        if (place == seat) {
+            libraries.push_back(library);
+        }
+    }
+    return libraries;
 }
 
 void refit(const fs::path &merged, const fs::path &state_dir, const refitting &wanted) {

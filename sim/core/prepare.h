@@ -17,6 +17,9 @@ std::filesystem::path prepare_board(const board_choice &choice, const std::files
 // Where the merged chassis of that choice is kept.
 std::filesystem::path merged_file(const board_choice &choice, const std::filesystem::path &state_dir);
 
+// The driver libraries that the board at that place does without.
+std::vector<std::string> lacking_libraries(const std::filesystem::path &merged, const std::string &seat);
+
 // What the technician pulls out and plugs in, by places; pulling comes first.
 struct refitting {
     std::vector<std::string> pull;

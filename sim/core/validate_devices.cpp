@@ -4,6 +4,8 @@
 #include "sim/core/mac_area.h"
 #include "sim/core/validate.h"
 
+#include "sim/core/opened_libraries.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -119,6 +121,18 @@ void check_storage(const description &board, pugi::xml_node entry) {
     }
 }
 
+void check_lacking_library(const description &board, pugi::xml_node entry) {
+    const std::string name = element_text(named_child(entry, "name")).value_or("");
+    std::string known;
+    for (const std::string library : opened_libraries) {
+        if (name == library) {
+            return;
+        }
+        known += (known.empty() ? "" : ", ") + library;
+    }
+    board.fail(entry, "'" + name + "' is no library that a board may lack", "right are " + known);
+}
+
 } // namespace
 
 void validate_devices(const description &board) {
@@ -136,6 +150,9 @@ void validate_devices(const description &board) {
         }
         for (const pugi::xml_node entry : board.node(name, "sim_storage", "image").children("entry")) {
             check_storage(board, entry);
+        }
+        for (const pugi::xml_node entry : board.node(name, "sim_library", "lacking").children("entry")) {
+            check_lacking_library(board, entry);
         }
     }
 }

@@ -1,13 +1,14 @@
 // Makes everything ready for a run and becomes kestro_test, so that signals and the exit status are the product's own.
 #include "sim/launcher/launch.h"
 
+#include "sim/core/opened_libraries.h"
 #include "sim/core/prepare.h"
 #include "sim/core/state_check.h"
 #include "sim/core/time.h"
 #include "sim/launcher/discard.h"
 #include "sim/launcher/hand.h"
-#include "sim/launcher/opened_libraries.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -153,15 +154,6 @@ void add_preload(std::string &list, const fs::path &library) {
     list += (list.empty() ? "" : ":") + library.string();
 }
 
-// The linked libraries lie in one folder; each that a board may lack has its own.
-std::string library_folders(const fs::path &sim) {
-    std::string folders = sim.string();
-    for (const char *library : opened_libraries) {
-        folders += ":" + (sim / "opened" / library).string();
-    }
-    return folders;
-}
-
 void set_loader_environment(const launch_options &options, const places &parts) {
     const char *preload = getenv("LD_PRELOAD");
     std::string list = preload != nullptr ? preload : "";
@@ -170,9 +162,20 @@ void set_loader_environment(const launch_options &options, const places &parts) 
     }
     add_preload(list, parts.world);
     set("LD_PRELOAD", list);
+}
+
+// The linked libraries lie in one folder; each that a board may lack has its own, which is left out of the path for a
+// board that does lack it.
+void set_library_path(const launch_options &options, const fs::path &sim, const std::vector<std::string> &lacking) {
+    std::string folders = sim.string();
+    for (const std::string library : opened_libraries) {
+        const bool is_there =
+            std::find(lacking.begin(), lacking.end(), library) == lacking.end() &&
+            std::find(options.without.begin(), options.without.end(), library) == options.without.end();
+        folders += is_there ? ":" + (sim / "opened" / library).string() : "";
+    }
     const char *path = getenv("LD_LIBRARY_PATH");
-    set("LD_LIBRARY_PATH",
-        library_folders(parts.sim) + (path != nullptr && *path != '\0' ? ":" + std::string(path) : ""));
+    set("LD_LIBRARY_PATH", folders + (path != nullptr && *path != '\0' ? ":" + std::string(path) : ""));
 }
 
 void set_probe_environment(const launch_options &options) {
@@ -263,6 +266,7 @@ std::optional<fs::path> make_ready(const launch_options &options, const fs::path
         return std::nullopt;
     }
     require_fitted(state, board.seat);
+    set_library_path(options, parts.sim, lacking_libraries(merged, board.seat));
     set("KESTRO_SIM_BOARD", merged.string());
     set("KESTRO_SIM_SEAT", board.seat);
     set("KESTRO_SIM_STATE", state.string());

@@ -1,6 +1,8 @@
 // Reads the launcher's options up to the first word, which begins what is kestro_test's own.
 #include "sim/launcher/options.h"
 
+#include "sim/core/opened_libraries.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -31,6 +33,10 @@ void describe_options(CLI::App &app, launch_options &options) {
     app.add_option("--fail-alloc", options.fail_alloc, "the N-th allocation of kestro_test fails")->type_name("N");
     app.add_flag("--reset", options.reset, "make the chassis new first");
     app.add_flag("--accept-images", options.accept_images, "take images that were changed by hand as they now are");
+    app.add_option("--without", options.without, "the board has no such driver library; may be repeated")
+        ->type_name("LIBRARY")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     for (const auto &[name, places, what] : {std::tuple{"--pull", &options.pull, "take what is at the place out"},
                                              {"--plug", &options.plug, "plug it in again"}}) {
         app.add_option(name, *places, what)
@@ -161,6 +167,23 @@ bool names_signalled_calls(std::string_view text) {
     return is_number(text, 1, false);
 }
 
+// Written as the library, or as its file: drv_mng_eth, libdrv_mng_eth.so.
+std::string library_named(std::string_view word) {
+    std::string name(word);
+    if (name.starts_with("lib") && name.ends_with(".so")) {
+        name = name.substr(3, name.size() - 6);
+    }
+    std::string known;
+    for (const char *library : opened_libraries) {
+        if (name == library) {
+            return name;
+        }
+        known += (known.empty() ? "" : ", ") + std::string(library);
+    }
+    throw launch_error("--without", "'" + std::string(word) + "' is no library that a board may lack",
+                       "right are " + known);
+}
+
 void check_values(const launch_options &options) {
     if (options.clock != "real" && options.clock != "virtual") {
         throw launch_error("--clock", "'" + options.clock + "' is no clock", "right are real and virtual");
@@ -201,6 +224,9 @@ std::optional<launch_options> read_options(int count, char **arguments) {
         throw launch_error("command line", problem.what(), "kestro_sim --help shows how it is written");
     }
     check_values(options);
+    for (std::string &library : options.without) {
+        library = library_named(library);
+    }
     options.by_hand = std::move(split.by_hand);
     options.words = std::move(split.words);
     return options;

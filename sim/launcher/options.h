@@ -34,7 +34,8 @@ struct launch_options {
     bool reset = false;
     bool discard = false;
     bool accept_images = false;
-    std::vector<std::string> pull; // places
+    std::vector<std::string> without; // libraries that the board lacks
+    std::vector<std::string> pull;    // places
     std::vector<std::string> plug;
     std::vector<hand_action> by_hand; // in the order of the command line
     std::vector<std::string> words;   // kestro_test's own

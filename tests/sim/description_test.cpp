@@ -211,6 +211,15 @@ TEST(Description, StoredIdentityFitsItsSections) {
                      "30: the EEPROM layout has no section 7; use one that it has");
 }
 
+TEST(Description, LibrariesThatTheBoardLacks) {
+    const std::string lacking = "<module name=\"sim_library\"><node name=\"lacking\"><entry name=\"0\">"
+                                "<element name=\"name\" text=\"NAME\"/></entry></node></module>\n</board>";
+    const std::string board = replaced(small_board, "</board>", lacking);
+    expect_said(replaced(board, "NAME", "drv_basic"),
+                "37: 'drv_basic' is no library that a board may lack; right are drv_clusterport, drv_inner_eth, "
+                "drv_mng_eth, drv_inphi115050, optical_lib");
+}
+
 TEST(Description, StorageImages) {
     const std::string storage = "<module name=\"sim_storage\"><node name=\"image\"><entry name=\"NAME\">"
                                 "<element name=\"size\" value=\"4096\"/></entry></node></module>\n</board>";

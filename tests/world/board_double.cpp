@@ -33,6 +33,11 @@ fs::path prepare_board(const board_choice &choice, const fs::path &state_dir, bo
     return state_dir / "merged.xml";
 }
 
+std::vector<std::string> lacking_libraries(const fs::path &, const std::string &seat) {
+    return seat == "seat_of_bare" ? std::vector<std::string>{"drv_mng_eth", "drv_clusterport"}
+                                  : std::vector<std::string>{};
+}
+
 void refit(const fs::path &merged, const fs::path &state_dir, const refitting &wanted) {
     std::ofstream done(state_dir / "refitted");
     done << merged.filename().string();

@@ -28,7 +28,7 @@ class Launcher : public testing::Test {
         for (const char *library : {"sim/libkestro_board.so", "sim/libkestro_world.so", "probe/libkestro_probe.so"}) {
             fs::copy_file(helpers / "libboard_double.so", tree_ / library);
         }
-        for (const char *board : {"line_card", "mpu_master", "mpu_slave", "pulled"}) {
+        for (const char *board : {"bare", "line_card", "mpu_master", "mpu_slave", "pulled"}) {
             write(std::string("sim/chassis/") + board + ".seat", "<board/>\n");
         }
     }
@@ -67,8 +67,19 @@ class Launcher : public testing::Test {
         return environment_of("seat_of_mpu_master", path("home/.local/state/kestro_sim/double"));
     }
 
+    // Of the libraries that are linked, and of each that a board may lack.
+    std::string folders_without(const std::vector<std::string> &lacking = {}) const {
+        std::string folders = path("sim");
+        for (const std::string library :
+             {"drv_clusterport", "drv_inner_eth", "drv_mng_eth", "drv_inphi115050", "optical_lib"}) {
+            const bool is_there = std::find(lacking.begin(), lacking.end(), library) == lacking.end();
+            folders += is_there ? ":" + path("sim/opened/" + library) : "";
+        }
+        return folders;
+    }
+
     std::string environment_of(const std::string &seat, const std::string &state) const {
-        return "LD_LIBRARY_PATH=" + path("sim") + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
+        return "LD_LIBRARY_PATH=" + folders_without() + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
                "\nKESTRO_SIM_BOARD=" + state + "/merged.xml\nKESTRO_SIM_SEAT=" + seat + "\nKESTRO_SIM_STATE=" + state +
                "\nKESTRO_SIM_ROOT=" + state + "/root/" + seat +
                "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
@@ -145,7 +156,7 @@ TEST_F(Launcher, HelpNamesEveryOption) {
     for (const char *option :
          {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual", "--script FILE",
           "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]", "--signal-call N[,N][=NAME]",
-          "--fail-alloc N", "--reset", "--accept-images", "--discard"}) {
+          "--fail-alloc N", "--without LIBRARY", "--reset", "--accept-images", "--discard"}) {
         EXPECT_NE(result.out.find(std::string("  ") + option + " "), std::string::npos) << option << result.out;
     }
     EXPECT_EQ(result.err, "");
@@ -277,7 +288,19 @@ TEST_F(Launcher, KeepsTheLoaderPathsOfTheUser) {
     const std::string extra = path("sim/libkestro_board.so");
     const process_result result = run({}, {"LD_PRELOAD=" + extra, "LD_LIBRARY_PATH=/usr/games:/usr/local/games"});
     EXPECT_EQ(given(result, "LD_PRELOAD"), extra + ":" + path("sim/libkestro_world.so"));
-    EXPECT_EQ(given(result, "LD_LIBRARY_PATH"), path("sim") + ":/usr/games:/usr/local/games");
+    EXPECT_EQ(given(result, "LD_LIBRARY_PATH"), folders_without() + ":/usr/games:/usr/local/games");
+}
+
+TEST_F(Launcher, LeavesOutTheLibrariesThatABoardLacks) {
+    const auto folders = [&](const std::vector<std::string> &options) {
+        return given(run(options), "LD_LIBRARY_PATH");
+    };
+    EXPECT_EQ(folders({"--without", "drv_mng_eth"}), folders_without({"drv_mng_eth"}));
+    EXPECT_EQ(folders({"--without", "liboptical_lib.so", "--without", "drv_inner_eth"}),
+              folders_without({"optical_lib", "drv_inner_eth"}));
+    EXPECT_EQ(folders({"--board", "bare"}), folders_without({"drv_mng_eth", "drv_clusterport"}));
+    EXPECT_EQ(folders({"--board", "bare", "--without", "drv_inphi115050"}),
+              folders_without({"drv_mng_eth", "drv_clusterport", "drv_inphi115050"}));
 }
 
 TEST_F(Launcher, ClearsWhatAnEarlierRunLeft) {
@@ -366,6 +389,15 @@ TEST_F(Launcher, RefusesNumbersThatNameNothing) {
     for (const char *number : {"0", "x", "-1", "1+", "1=5", "99999999999"}) {
         expect_refused(run({"--fail-alloc", number}),
                        std::string("--fail-alloc: '") + number + "' names no allocation; right is a number from 1 on");
+    }
+}
+
+TEST_F(Launcher, RefusesToLeaveOutWhatEveryBoardHas) {
+    for (const char *library : {"drv_basic", "libdrv_basic.so", "mng_eth", "libdrv_mng_eth", ".so"}) {
+        expect_refused(run({"--without", library}), "--without: '" + std::string(library) +
+                                                        "' is no library that a board may lack; right are "
+                                                        "drv_clusterport, drv_inner_eth, drv_mng_eth, "
+                                                        "drv_inphi115050, optical_lib");
     }
 }
 
