@@ -342,7 +342,10 @@ TEST_F(ManagementPorts, WordsThatNameNothing) {
                  "drv_meth_get_tx_packets(port=0, packets=null)", "drv_meth_get_statistic(port=0, statistic=null)"}),
         null_pointer + null_pointer + null_pointer + null_pointer + null_pointer + null_pointer + null_pointer +
             null_pointer + null_pointer + null_pointer + null_pointer);
-    EXPECT_EQ(answers({"drv_meth_get_port_num()", meth_speed, meth_init, meth_hello}, {"--board", "lpu"}),
+    const std::string without = scratch_file("without_ports.xml", R"(<board name="without" like="mpu" slot="9">
+  <module name="sim_ethernet"><node name="management" remove="yes"/></module>
+</board>)");
+    EXPECT_EQ(answers({"drv_meth_get_port_num()", meth_speed, meth_init, meth_hello}, {"--board", without}),
               not_supported + not_supported + not_supported + not_supported);
 }
 
