@@ -38,6 +38,7 @@ void write_bytes(change &writes, const one &place, std::span<const uint8_t> byte
 
 std::vector<one> places_of(const std::string &board_place, uint32_t port) {
     std::vector<one> found;
+    found.reserve(places);
     for (uint32_t i = 0; i < places; ++i) {
         found.push_back(board::at<family>(board_place, port * places + i));
     }
@@ -53,6 +54,7 @@ std::vector<packet> all(board &b, const std::string &board_place, uint32_t port)
         return b.get_wide(first, order) < b.get_wide(second, order);
     });
     std::vector<packet> packets;
+    packets.reserve(taken.size());
     for (const one &place : taken) {
         packets.push_back({place, read_bytes(b, place), static_cast<int64_t>(b.get_wide(place, arrival)),
                            b.get(place, counted) != 0});

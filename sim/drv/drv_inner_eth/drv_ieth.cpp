@@ -5,7 +5,7 @@
 #include "sim/devices/network/register_text.h"
 #include "sim/drv/driver.h"
 
-#include <algorithm>
+#include <string>
 
 using namespace kestro_sim;
 

@@ -1,7 +1,6 @@
 // Management Ethernet ports of the own board.
 #include "drv_mng_eth/drv_meth.h"
 
-#include "sim/core/time.h"
 #include "sim/devices/network/management_port.h"
 #include "sim/devices/network/packet_receiver.h"
 #include "sim/drv/driver.h"
