@@ -1,0 +1,171 @@
+#include "sim/devices/optics/optical_models.h"
+
+#include "sim/core/catalogue.h"
+
+#include <iterator>
+
+namespace kestro_sim {
+
+namespace optics {
+
+namespace {
+
+constexpr limits commercial{75, -5, 70, 0};
+constexpr limits supply{3.63, 2.97, 3.465, 3.135};
+
+constexpr model models[]{
+    {.managed_by = management::sfp,
+     .identifier = 0x03,
+     .connector = 0x22,
+     .encoding = 0x01,
+     .lanes = 1,
+     .mbit_per_s = 1300,
+     .nanometres = 0,
+     .reaches = {.copper = 100},
+     .compliance = {0, 0, 0, 0x08},
+     .extended_compliance = 0,
+     .measures = false,
+     .is_cooled = false,
+     .is_linear = false,
+     .has_cdr = false,
+     .has_rates = false,
+     .laser_dbm = 0,
+     .laser_milliamperes = 0,
+     .los_dbm = -40,
+     .temperature = commercial,
+     .volts = supply,
+     .milliamperes = {},
+     .tx_dbm = {},
+     .rx_dbm = {}},
+    {.managed_by = management::sfp,
+     .identifier = 0x03,
+     .connector = 0x07,
+     .encoding = 0x06,
+     .lanes = 1,
+     .mbit_per_s = 10300,
+     .nanometres = 850,
+     .reaches = {.om1 = 30, .om2 = 80, .om3 = 300, .om4 = 400},
+     .compliance = {0x10},
+     .extended_compliance = 0,
+     .measures = true,
+     .is_cooled = false,
+     .is_linear = true,
+     .has_cdr = false,
+     .has_rates = false,
+     .laser_dbm = -2.6,
+     .laser_milliamperes = 6,
+     .los_dbm = -14,
+     .temperature = commercial,
+     .volts = supply,
+     .milliamperes = {12, 2, 11, 2.5},
+     .tx_dbm = {2, -9.3, 1, -7.3},
+     .rx_dbm = {2, -13.9, 1, -11.9}},
+    {.managed_by = management::sfp,
+     .identifier = 0x03,
+     .connector = 0x07,
+     .encoding = 0x06,
+     .lanes = 1,
+     .mbit_per_s = 10300,
+     .nanometres = 1310,
+     .reaches = {.sm = 10000},
+     .compliance = {0x20},
+     .extended_compliance = 0,
+     .measures = true,
+     .is_cooled = false,
+     .is_linear = false,
+     .has_cdr = false,
+     .has_rates = true,
+     .laser_dbm = -2.2,
+     .laser_milliamperes = 34,
+     .los_dbm = -20,
+     .temperature = commercial,
+     .volts = supply,
+     .milliamperes = {85, 5, 80, 10},
+     .tx_dbm = {3.5, -12.2, 0.5, -8.2},
+     .rx_dbm = {3.5, -18.4, 0.5, -14.4}},
+    {.managed_by = management::qsfp,
+     .identifier = 0x0D,
+     .connector = 0x0C,
+     .encoding = 0x05,
+     .lanes = 4,
+     .mbit_per_s = 10300,
+     .nanometres = 850,
+     .reaches = {.om3 = 100, .om4 = 150},
+     .compliance = {0x04},
+     .extended_compliance = 0,
+     .measures = true,
+     .is_cooled = false,
+     .is_linear = false,
+     .has_cdr = false,
+     .has_rates = false,
+     .laser_dbm = -1.5,
+     .laser_milliamperes = 6.5,
+     .los_dbm = -13,
+     .temperature = commercial,
+     .volts = supply,
+     .milliamperes = {12, 2, 11, 3},
+     .tx_dbm = {3.4, -10.6, 2.4, -7.6},
+     .rx_dbm = {4.4, -12.5, 2.4, -9.5}},
+    {.managed_by = management::qsfp,
+     .identifier = 0x11,
+     .connector = 0x0C,
+     .encoding = 0x05,
+     .lanes = 4,
+     .mbit_per_s = 25750,
+     .nanometres = 850,
+     .reaches = {.om3 = 70, .om4 = 100},
+     .compliance = {0x80},
+     .extended_compliance = 0x02,
+     .measures = true,
+     .is_cooled = false,
+     .is_linear = false,
+     .has_cdr = true,
+     .has_rates = true,
+     .laser_dbm = -0.5,
+     .laser_milliamperes = 7.5,
+     .los_dbm = -15,
+     .temperature = commercial,
+     .volts = supply,
+     .milliamperes = {13, 3, 12, 4},
+     .tx_dbm = {5.4, -12.4, 2.4, -8.4},
+     .rx_dbm = {5.4, -14.3, 2.4, -10.3}},
+    {.managed_by = management::cmis,
+     .identifier = 0x18,
+     .connector = 0x07,
+     .encoding = 0x08,
+     .lanes = 8,
+     .mbit_per_s = 53125,
+     .nanometres = 1310,
+     .reaches = {.sm = 10000},
+     .compliance = {},
+     .extended_compliance = 0x1B,
+     .measures = true,
+     .is_cooled = true,
+     .is_linear = false,
+     .has_cdr = true,
+     .has_rates = false,
+     .laser_dbm = 1.8,
+     .laser_milliamperes = 78,
+     .los_dbm = -14,
+     .temperature = commercial,
+     .volts = supply,
+     .milliamperes = {120, 20, 110, 30},
+     .tx_dbm = {6.3, -5.8, 5.3, -2.8},
+     .rx_dbm = {6.3, -13.1, 5.3, -9.1}},
+};
+
+static_assert(std::size(models) == std::size(model_names));
+
+} // namespace
+
+const model &model_number(uint32_t number) {
+    return models[number];
+}
+
+} // namespace optics
+
+device_list devices_of_optical_models() {
+    return {};
+}
+
+} // namespace kestro_sim
