@@ -83,6 +83,9 @@ TEST_F(OpticalIdentity, BytesOfASmallModule) {
     // Rates, disable, fault and LOS; measures inside; all flags and pins.
     EXPECT_EQ(answers({optical_read(lr_port, "0", 0, 64, 2), optical_read(lr_port, "0", 0, 92, 3)}),
               "0x0 data=[0 58]\n0x0 data=[104 248 8]\n");
+    // Calibrated inside: what arrives counts once (1.0), and so does each of the others.
+    EXPECT_EQ(answers({optical_read(lr_port, "0xa2", 0, 56, 36)}),
+              "0x0 data=[0 0 0 0 0 0 0 0 0 0 0 0 63 128 0 0 0 0 0 0 1 0 0 0 1 0 0 0 1 0 0 0 1 0 0 0]\n");
     // Multi-mode in tens of metres: OM2, OM1, OM4, OM3.
     EXPECT_EQ(answers({optical_read(failed_port, "0xa0", 0, 14, 6)}), "0x0 data=[0 0 8 3 40 30]\n");
     // Copper: 100 m, no wavelength, no diagnostics.
@@ -170,7 +173,7 @@ TEST_F(OpticalIdentity, TypesEncodingsLanesAndReceivers) {
     const std::vector<optical_port> ports{copper_port, lr_port, failed_port, sr4_port, wide_port};
     const std::vector<int> encodings{1, 6, 6, 5, 8};
     const std::vector<int> lanes{1, 1, 1, 4, 8};
-    const std::vector<int> linear{0, 0, 1, 0, 0};
+    const std::vector<int> linear{0, 0, 0, 0, 0};
     std::vector<std::string> calls;
     std::string expected;
     for (size_t i = 0; i < ports.size(); ++i) {
@@ -181,6 +184,21 @@ TEST_F(OpticalIdentity, TypesEncodingsLanesAndReceivers) {
                     "\n0x0 value=" + std::to_string(linear[i]) + "\n";
     }
     EXPECT_EQ(answers(calls), expected);
+}
+
+// Over old fibres pulses run into each other: what is behind the module has to tell them apart.
+TEST_F(OpticalIdentity, ALinearReceiverFromTheDrawer) {
+    EXPECT_EQ(answers({"drv_opt_init()"}, {"slot9/optics/cage/11/plugged=9"}), ok);
+    std::vector<std::string> calls{"wait 2", optical_call("get_linear_attr", lr_port),
+                                   optical_read(lr_port, "0", 0, 3, 1), optical_read(lr_port, "0", 0, 64, 1),
+                                   optical_call("get_type", lr_port)};
+    const auto texts_of_it = all_common(lr_port);
+    calls.insert(calls.end(), texts_of_it.begin(), texts_of_it.end());
+    EXPECT_EQ(answers(calls),
+              "0x0 value=1\n0x0 data=[64]\n0x0 data=[1]\n"
+              "0x0 types=[{attr=1 mode=2 speed=10000 extend=3 reserved=0}] num=1\n" +
+                  texts({"10GBASE-LRM", "LC", "1310", "220(OM1),220(OM2),220(OM3)", "64B/66B", "10300Mbps", "YES",
+                         "KESTRO OPTICS", "KO-SFP-10LRM", "KO2511040080J", "2023-01-18"}));
 }
 
 // Which lanes are meant is not known before their number.

@@ -54,8 +54,8 @@ struct model {
 };
 
 // The names of the kinds, and the kinds in the same order.
-inline constexpr const char *model_names[]{"1000BASE-T",  "10GBASE-SR",   "10GBASE-LR",
-                                           "40GBASE-SR4", "100GBASE-SR4", "400GBASE-LR8"};
+inline constexpr const char *model_names[]{"1000BASE-T",   "10GBASE-SR",   "10GBASE-LR", "40GBASE-SR4",
+                                           "100GBASE-SR4", "400GBASE-LR8", "10GBASE-LRM"};
 
 const model &model_number(uint32_t number);
 

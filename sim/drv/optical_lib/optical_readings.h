@@ -20,6 +20,9 @@ inline constexpr uint32_t quantities = 7;
 uint32_t byte_at(const memory &map, uint8_t device, int page, uint32_t address);
 uint32_t word_at(const memory &map, uint8_t device, int page, uint32_t address);
 
+// Of the first device.
+bool bit_at(const memory &map, int page, uint32_t address, uint32_t bit);
+
 // Of the identifier.
 management managed_by(const memory &map);
 

@@ -17,6 +17,7 @@ constexpr uint32_t multi_mode = 2;
 
 constexpr standard known_standards[]{
     {management::sfp, 3, 0x80, 0x80, "10GBASE-ER", single_mode, 10000},
+    {management::sfp, 3, 0x40, 0x40, "10GBASE-LRM", multi_mode, 10000},
     {management::sfp, 3, 0x20, 0x20, "10GBASE-LR", single_mode, 10000},
     {management::sfp, 3, 0x10, 0x10, "10GBASE-SR", multi_mode, 10000},
     {management::sfp, 6, 0x08, 0x08, "1000BASE-T", 0, 1000},
