@@ -36,6 +36,28 @@ void switch_lanes(board &b, const optical_port::answer &module, const control &a
     write_control(b, module, at, off ? before | lanes : before & ~lanes);
 }
 
+// Direction 0 is the transmitter. A small module has one bit, each lane of a bigger one has two.
+void set_small_rate(board &b, const optical_port::answer &module, uint8_t direction, uint8_t rate) {
+    refuse_if(rate > 1, error::bad_value);
+    constexpr uint32_t soft_rate_bit = 0x08;
+    const control at{optics::diagnostics_device, 0, direction == 0 ? 118U : 110U};
+    const uint32_t before = optical_readings::byte_at(module.map, at.device, at.page, at.address);
+    write_control(b, module, at, rate == 1 ? before | soft_rate_bit : before & ~soft_rate_bit);
+}
+
+void set_lane_rates(board &b, const optical_port::answer &module, uint8_t direction, uint32_t lanes, uint8_t rate) {
+    refuse_if(rate > 3, error::bad_value);
+    const control at{optics::first_device, 0, direction == 0 ? 88U : 87U};
+    uint32_t byte = optical_readings::byte_at(module.map, at.device, at.page, at.address);
+    for (uint32_t lane = 0; lanes >> lane != 0; ++lane) {
+        const uint32_t shift = 2 * lane;
+        if ((lanes >> lane & 1U) != 0) {
+            byte = (byte & ~(3U << shift)) | uint32_t{rate} << shift;
+        }
+    }
+    write_control(b, module, at, byte);
+}
+
 struct place_in_map {
     uint8_t device;
     int page;
@@ -86,27 +108,18 @@ uint32_t drv_opt_set_disable_status(uint32_t inst_id, const struct drv_opt_port_
     });
 }
 
-// A small module has one bit, a lane of a bigger one has two.
 uint32_t drv_opt_set_rate(uint32_t inst_id, const struct drv_opt_port_para *port_para, uint8_t direction,
                           uint8_t rate) {
     return operate([&](board &b) {
         const auto module = optical_port::read(b, inst_id, port_para);
         refuse_if(!optical_readings::has_rates(module.map), error::not_supported);
-        const bool is_small = optical_readings::managed_by(module.map) == optics::management::sfp;
-        refuse_if(direction > 1 || rate > (is_small ? 1 : 3), error::bad_value);
+        refuse_if(direction > 1, error::bad_value);
         const uint32_t lanes = optical_port::meant_lanes(port_para, optical_readings::lanes(module.map));
-        const control at = is_small ? control{optics::diagnostics_device, 0, direction == 0 ? 118U : 110U}
-                                    : control{optics::first_device, 0, direction == 0 ? 88U : 87U};
-        uint32_t byte = optical_readings::byte_at(module.map, at.device, at.page, at.address);
-        if (is_small) {
-            byte = (byte & ~0x08U) | uint32_t{rate} << 3U;
+        if (optical_readings::managed_by(module.map) == optics::management::sfp) {
+            set_small_rate(b, module, direction, rate);
+        } else {
+            set_lane_rates(b, module, direction, lanes, rate);
         }
-        for (uint32_t lane = 0; !is_small && lane < optical_readings::lanes(module.map); ++lane) {
-            if ((lanes >> lane & 1U) != 0) {
-                byte = (byte & ~(3U << 2 * lane)) | uint32_t{rate} << 2 * lane;
-            }
-        }
-        write_control(b, module, at, byte);
     });
 }
 
