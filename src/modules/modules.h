@@ -17,6 +17,7 @@ int digital_test(int count, char **args);
 int dyinggasp_test(int count, char **args);
 int elabel_test(int count, char **args);
 int fan_test(int count, char **args);
+int flash_test(int count, char **args);
 int ieth_test(int count, char **args);
 int init_test(int count, char **args);
 int led_test(int count, char **args);
