@@ -1,5 +1,6 @@
 # compile_together(target): several files of a target in one compiler run (together.py), which takes a third of the time
-# of one run each. For programs and libraries of the desk; the product is compiled file by file.
+# of one run each. For programs and libraries of the desk; the product is compiled file by file, but for
+# the sanitizers.
 option(KESTRO_TOGETHER "Read several files of the simulator, the probe and the tests at once" ON)
 
 function(compile_together target)

@@ -98,5 +98,5 @@ void flush_partial_line() {
 
 char *new_text_area(uint32_t len) {
     const uint64_t bytes = uint64_t{len} + 1;
-    return bytes > SIZE_MAX ? nullptr : static_cast<char *>(calloc(static_cast<size_t>(bytes), 1));
+    return bytes > INT32_MAX ? nullptr : static_cast<char *>(calloc(static_cast<size_t>(bytes), 1));
 }

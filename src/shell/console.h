@@ -17,5 +17,6 @@ int print_tagged_line(const char *tag, const char *format, ...) __attribute__((f
 // Brings a line that has not ended yet to the screen: before a wait, and before a driver call that may not come back.
 void flush_partial_line();
 
-// A zeroed area for len bytes of driver text, and a terminator behind it; null when memory is out. The caller frees it.
+// A zeroed area for len bytes of driver text, and a terminator behind it; null when memory is out, and for more than
+// the board's C library ever gives (half of its address space), on a desk too. The caller frees it.
 char *new_text_area(uint32_t len);

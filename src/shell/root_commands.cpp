@@ -40,9 +40,14 @@ constexpr std::array rows = {
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
     command_row{"power_test", power_test, "kestro_test power_test"},
+    command_row{"meth_test", meth_test, "kestro_test meth_test"},
+    command_row{"optical_test", optical_test, "kestro_test optical_test"},
+    command_row{"cdr_test", cdr_test, "kestro_test cdr_test"},
+    command_row{"clusterport_test", clusterport_test, "kestro_test clusterport_test"},
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
     command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
+    command_row{"ieth_test", ieth_test, "kestro_test ieth_test"},
 };
 
 static_assert(rows_are_sound(rows));

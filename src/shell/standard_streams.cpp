@@ -1,6 +1,7 @@
 // Standard streams that were closed, and output that was lost.
 #include "shell/standard_streams.h"
 
+#include <atomic>
 #include <cstdio>
 #include <fcntl.h>
 #include <initializer_list>
@@ -26,13 +27,34 @@ void hold_standard_places(int, char **, char **) {
 [[gnu::section(".preinit_array"), gnu::used]] void (*const before_all_libraries)(int, char **,
                                                                                  char **) = hold_standard_places;
 
+// The C library takes standard output down at the exit without its lock; a driver's thread that printed meanwhile
+// would write through a buffer that is not there any more.
+std::atomic<bool> output_has_ended;
+
 } // namespace
 
 int end_output(int result) {
+    flockfile(stdout);
     // The error mark stays from the first write that failed, also where a later one found room again.
-    if (fflush(stdout) == 0 && ferror(stdout) == 0) {
+    const bool has_arrived = fflush(stdout) == 0 && ferror(stdout) == 0;
+    output_has_ended = true;
+    funlockfile(stdout);
+    if (has_arrived) {
         return result;
     }
     fputs("kestro_test: standard output cannot be written, and lines of this run are lost\n", stderr);
     return 1;
+}
+
+bool hold_output() {
+    flockfile(stdout);
+    if (output_has_ended) {
+        funlockfile(stdout);
+        return false;
+    }
+    return true;
+}
+
+void release_output() {
+    funlockfile(stdout);
 }

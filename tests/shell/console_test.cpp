@@ -90,6 +90,11 @@ TEST(TextAreaTest, EmptyAreaIsAnEmptyText) {
     free(area);
 }
 
+TEST(TextAreaTest, NoneThatTheBoardCouldNotHave) {
+    EXPECT_EQ(new_text_area(UINT32_MAX), nullptr);
+    EXPECT_EQ(new_text_area(INT32_MAX), nullptr);
+}
+
 TEST(BoundsTest, FormatsWhatFits) {
     char area[8];
     EXPECT_EQ(sprintf_s(area, sizeof(area), "%s", "1234567"), 7);

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 #include "shell/standard_streams.h"
@@ -66,4 +67,14 @@ TEST(EndOutputTest, ALossAtTheEndIsSeen) {
         });
     });
     EXPECT_EQ(reported, "kestro_test: standard output cannot be written, and lines of this run are lost\n");
+}
+
+TEST(HeldOutputTest, NobodyHoldsItOnceTheOutputHasEnded) {
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(end_output(0), 0); }), "");
+    EXPECT_FALSE(hold_output());
+    // What was not taken is not kept from others either.
+    std::thread([] {
+        EXPECT_EQ(ftrylockfile(stdout), 0);
+        funlockfile(stdout);
+    }).join();
 }

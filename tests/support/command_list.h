@@ -21,6 +21,9 @@ std::vector<std::string> all_modules();
 // left out by accident.
 const std::vector<sub_command> &all_sub_commands();
 
+// The command line on which a module lists its sub-commands: one that brings its chips up first has to know which chip.
+std::vector<std::string> words_that_list(const std::string &module);
+
 // How many sub-commands a module has.
 size_t rows_of(const std::string &module);
 

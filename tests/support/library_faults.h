@@ -1,4 +1,5 @@
-// Runs on a board whose driver libraries are at fault.
+// Runs on a board whose driver libraries are at fault. Each is a start of its own, so the slow builds make a part of
+// them.
 //
 // A library that lacks an operation is a copy of the simulated one in whose table of names the operation has another.
 // In the text that is expected, "<system>" stands for any text of errno, "<loader>" for the loader's text, which must

@@ -66,7 +66,7 @@ TEST_P(ModuleAllocations, ARowThatCannotBeRegisteredLeavesTheOthers) {
     const size_t rows = rows_of(GetParam());
     const size_t first = allocations_of_table(all_modules().size()) + 2;
     for (size_t n = first; n < first + 2 * rows; n += static_cast<size_t>(stride())) {
-        const process_result result = run_failing(n, {{GetParam()}, ""});
+        const process_result result = run_failing(n, {words_that_list(GetParam()), ""});
         EXPECT_EQ(result.out.substr(0, 27), "kestro_test: strdup failed\n") << n;
         EXPECT_NE(result.out.find("List the functionalities"), std::string::npos);
         EXPECT_EQ(result.status, 0);

@@ -1,0 +1,34 @@
+// A sub-command that is in no table: its handler with the words behind its name, and what that returned.
+//
+//     unlisted_command NAME [words]
+#include <cstdio>
+#include <cstring>
+
+#include "modules/meth_test/handlers.h"
+#include "shell/command_table.h"
+
+namespace {
+
+struct unlisted {
+    const char *name;
+    command_handler handler;
+};
+
+constexpr unlisted all_unlisted[] = {
+    {"drv_meth_read_reg", meth_commands::meth_read_reg},
+    {"drv_meth_write_reg", meth_commands::meth_write_reg},
+};
+
+} // namespace
+
+int main(int argc, char **argv) {
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    for (const unlisted &each : all_unlisted) {
+        if (argc > 1 && strcmp(each.name, argv[1]) == 0) {
+            printf("result %d\n", each.handler(argc - 2, argv + 2));
+            return 0;
+        }
+    }
+    fprintf(stderr, "unlisted_command: no sub-command '%s'\n", argc > 1 ? argv[1] : "");
+    return 2;
+}
