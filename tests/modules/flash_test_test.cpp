@@ -130,6 +130,15 @@ TEST(FlashTest, AreasThatCannotBeHad) {
     silent("flash_test mtd_write env 0 1 3", "mtd_write", "drv_flash_mtd_write");
 }
 
+TEST(FlashTest, LengthsThatNoAreaHas) {
+    for (const std::string len : {"4294967295", "0xffffffff", "-1", "2147483647"}) {
+        expect_failure("flash_test flash_read 8 0 " + len, "", "");
+        expect_failure("flash_test flash_write 8 0 1 " + len, "", "");
+        expect_failure("flash_test mtd_read env 0 " + len, "", "");
+        expect_failure("flash_test mtd_write env 0 1 " + len, "", "");
+    }
+}
+
 TEST(FlashTest, NandIsExist) {
     expect_success("flash_test get_nand_is_exist", "drv_flash_get_nand_is_exist() = 0 is_exist=1",
                    "drv_flash_get_nand_is_exist:[ret]:0x0\r\n is_exist:1\r\n");
