@@ -43,6 +43,9 @@ constexpr std::array rows = {
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
     command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
+    command_row{"i2c_test", i2c_test, "kestro_test i2c_test"},
+    command_row{"lbc_test", lbc_test, "kestro_test lbc_test"},
+    command_row{"smi_test", smi_test, "kestro_test smi_test"},
     command_row{"ieth_test", ieth_test, "kestro_test ieth_test"},
 };
 
