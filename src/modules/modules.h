@@ -34,6 +34,7 @@ int sata_test(int count, char **args);
 int slot_test(int count, char **args);
 int smi_test(int count, char **args);
 int softreset_test(int count, char **args);
+int spi_test(int count, char **args);
 int temp_test(int count, char **args);
 int tempdetec_test(int count, char **args);
 int usb_test(int count, char **args);

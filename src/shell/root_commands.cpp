@@ -26,6 +26,7 @@ constexpr std::array rows = {
     command_row{"powerdetec_test", powerdetec_test, "kestro_test powerdetec_test"},
     command_row{"tempdetec_test", tempdetec_test, "kestro_test tempdetec_test"},
     command_row{"voltdetec_test", voltdetec_test, "kestro_test voltdetec_test"},
+    command_row{"spi_test", spi_test, "kestro_test spi_test"},
     command_row{"pcie_test", pcie_test, "kestro_test pcie_test"},
     command_row{"pll_test", pll_test, "kestro_test pll_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
