@@ -111,7 +111,7 @@ TEST(I2cDriver, TheIdentityEeprom) {
 TEST(I2cDriver, EveryChipOfTheMapIsThere) {
     for (const char *seat : {"mpu_master", "mpu_slave", "lpu"}) {
         const test_board board = new_delivered(seat);
-        for (const int chip : {16, 17, 32, 48, 64, 72, 73, 80, 81, 104}) {
+        for (const int chip : {16, 17, 32, 48, 64, 72, 73, 80, 81, 96, 104}) {
             EXPECT_TRUE(answers(board, {read_of(chip, 0, 2)}).starts_with("0x0 buffer=[")) << seat << chip;
         }
     }

@@ -80,7 +80,7 @@ constexpr space_register sa8009_registers[]{
 constexpr register_space sa8009_space{"sa8009", &sa8009::family, 32, 0x100, undeclared::refused, sa8009_registers};
 
 template <const device_family &Family> device_of<Family> fitted(board &b, const std::string &place, uint32_t id) {
-    const auto found = board::at<Family>(place, id);
+    auto found = board::at<Family>(place, id);
     refuse_if(!b.is_described(found), error::not_ready);
     return found;
 }
