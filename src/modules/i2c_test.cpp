@@ -8,6 +8,7 @@
 #include "modules/modules.h"
 #include "selftest/test_value.h"
 #include "shell/byte_list.h"
+#include "shell/console.h"
 #include "shell/dispatch.h"
 #include "shell/words.h"
 
@@ -19,7 +20,7 @@ constexpr byte_list_words list_words = {"Input str", "str", ", value"};
 
 // Zeroed; null when memory is out. The caller frees it.
 uint8_t *new_bytes(uint32_t length) {
-    return static_cast<uint8_t *>(calloc(length == 0 ? 1 : length, 1));
+    return reinterpret_cast<uint8_t *>(new_text_area(length));
 }
 
 void print_bytes(const char *row, uint32_t address, const uint8_t *bytes, uint32_t length) {

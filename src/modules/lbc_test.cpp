@@ -8,6 +8,7 @@
 #include "drv_basic/chips/drv_localbus.h"
 #include "modules/modules.h"
 #include "shell/byte_list.h"
+#include "shell/console.h"
 #include "shell/dispatch.h"
 #include "shell/words.h"
 
@@ -53,7 +54,7 @@ int lbc_read(int count, char **args) {
         return -1;
     }
     const uint32_t length = asked == 0 ? 1 : asked;
-    uint8_t *buffer = static_cast<uint8_t *>(calloc(length, 1));
+    uint8_t *buffer = reinterpret_cast<uint8_t *>(new_text_area(length));
     if (buffer == nullptr) {
         return -1;
     }
@@ -95,7 +96,7 @@ int lbc_write(int count, char **args) {
         return -1;
     }
     const uint32_t length = asked == 0 ? 1 : asked;
-    uint8_t *buffer = static_cast<uint8_t *>(calloc(length, 1));
+    uint8_t *buffer = reinterpret_cast<uint8_t *>(new_text_area(length));
     if (buffer == nullptr) {
         return -1;
     }
