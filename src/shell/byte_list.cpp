@@ -1,13 +1,14 @@
 #include "shell/byte_list.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+
+#include "shell/words.h"
 
 namespace {
 
 void take_byte(const char *at, uint32_t index, uint8_t *buffer, const byte_list_words &words) {
-    buffer[index] = static_cast<uint8_t>(strtoul(at, nullptr, 16));
+    buffer[index] = static_cast<uint8_t>(word_to_u32(at, 16));
     printf("%s[%u]%s=[0x%x]\r\n", words.item, index, words.value, buffer[index]);
 }
 

@@ -27,6 +27,7 @@ constexpr std::array rows = {
     command_row{"powerdetec_test", powerdetec_test, "kestro_test powerdetec_test"},
     command_row{"tempdetec_test", tempdetec_test, "kestro_test tempdetec_test"},
     command_row{"voltdetec_test", voltdetec_test, "kestro_test voltdetec_test"},
+    command_row{"spi_test", spi_test, "kestro_test spi_test"},
     command_row{"pcie_test", pcie_test, "kestro_test pcie_test"},
     command_row{"pll_test", pll_test, "kestro_test pll_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
@@ -47,6 +48,9 @@ constexpr std::array rows = {
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
     command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
+    command_row{"i2c_test", i2c_test, "kestro_test i2c_test"},
+    command_row{"lbc_test", lbc_test, "kestro_test lbc_test"},
+    command_row{"smi_test", smi_test, "kestro_test smi_test"},
     command_row{"ieth_test", ieth_test, "kestro_test ieth_test"},
 };
 

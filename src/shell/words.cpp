@@ -7,9 +7,9 @@
 
 #include "drv_types.h"
 
-uint32_t word_to_u32(const char *word) {
+uint32_t word_to_u32(const char *word, int base) {
     const bool negative = word[strspn(word, " \t\n\v\f\r")] == '-';
-    const unsigned long long value = strtoull(word, nullptr, 0);
+    const unsigned long long value = strtoull(word, nullptr, base);
     const unsigned long long magnitude = negative ? 0 - value : value;
     if (magnitude > UINT32_MAX) {
         return UINT32_MAX;

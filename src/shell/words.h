@@ -4,8 +4,9 @@
 #include <cstdint>
 
 // Automatic base: "0x" hexadecimal, a leading "0" octal, else decimal; a word that is no number is 0. The value is what
-// the 32-bit board makes of the word, on a 64-bit desk too: beyond 32 bits it is 0xFFFFFFFF.
-uint32_t word_to_u32(const char *word);
+// the 32-bit board makes of the word, on a 64-bit desk too: beyond 32 bits it is 0xFFFFFFFF. A base that is given holds
+// for the word, whatever it begins with.
+uint32_t word_to_u32(const char *word, int base = 0);
 uint64_t word_to_u64(const char *word);
 
 // The instance of a sub-command that takes nothing else: the first word, or the board itself when there is none.

@@ -11,12 +11,20 @@ using kestro_fuzz::require;
 
 namespace {
 
+// A number beyond 32 bits is the greatest of the board.
+uint8_t byte_of(const char *item) {
+    const unsigned long long value = strtoull(item, nullptr, 16);
+    const bool is_negative = item[strspn(item, " \t\n\v\f\r")] == '-';
+    const unsigned long long magnitude = is_negative ? -value : value;
+    return magnitude > UINT32_MAX ? 0xFF : static_cast<uint8_t>(value);
+}
+
 // Byte by byte as the words say: items between commas, in hexadecimal, nothing where there is none.
 std::vector<uint8_t> expected(const std::string &text, size_t length) {
     std::vector<uint8_t> bytes(length);
     size_t at = 0;
     for (size_t i = 0; i < length; ++i) {
-        bytes[i] = static_cast<uint8_t>(strtoul(text.c_str() + at, nullptr, 16));
+        bytes[i] = byte_of(text.c_str() + at);
         const size_t comma = text.find(',', at);
         if (comma == std::string::npos) {
             break;

@@ -46,6 +46,58 @@ TEST(I2cDriver, WhatIsWrittenIsReadByTheOtherFamilies) {
               "0x0\n0x0 value=120\n0x0 value=86\n0x0 value=18\n0x0 value=52\n0x0 value=0\n0x0\n0x0 value=0x34125611\n");
 }
 
+// Any number of bytes, through each of the chips that software writes.
+TEST(I2cDriver, BytesThatAreWrittenAreReadByTheOtherFamilies) {
+    const test_board board = new_delivered("mpu_master");
+    EXPECT_EQ(answers(board, {"drv_i2c_write(chip_id=0, address=2, buffer=[5a a5 0f], length=3)",
+                              "drv_chip9555_get_reg(chip_id=0, offset=2)", "drv_chip9555_get_reg(chip_id=0, offset=3)",
+                              "drv_chip9555_get_reg(chip_id=0, offset=4)"}),
+              ok + "0x0 value=90\n0x0 value=165\n0x0 value=15\n");
+    EXPECT_EQ(answers(board, {"drv_i2c_write(chip_id=17, address=3, buffer=[01], length=1)",
+                              "drv_pll_get_reg(chip_id=1, reg=3)", "drv_pll_get_reg(chip_id=0, reg=3)",
+                              "drv_pll_set_reg(chip_id=1, reg=3, value=2)", read_of(17, 3, 1)}),
+              ok + "0x0 value=1\n0x0 value=0\n0x0\n0x0 buffer=[02]\n");
+    const std::string time = answers(
+        board, {"drv_i2c_write(chip_id=104, address=2, buffer=[34 12], length=2)", "drv_rtc_read_time(time={})"});
+    EXPECT_TRUE(time.starts_with("0x0\n0x0 ")) << time;
+    EXPECT_NE(time.find("minute=34 hour=12 "), std::string::npos) << time;
+}
+
+// A section of the EEPROM lies where the layout says: bar code 0 in section 7, from byte 2416 on.
+TEST(I2cDriver, SectionsOfTheEepromAreBytesOfTheChip) {
+    const test_board board = new_delivered("mpu_master");
+    EXPECT_EQ(
+        answers(board, {"drv_i2c_write(chip_id=32, address=2416, buffer=[41 42 43], length=3)",
+                        "drv_eeprom_read_data(section_id=7, len=3)",
+                        "drv_eeprom_write_data(section_id=7, offset=1, buffer=[58 59], len=2)", read_of(32, 2416, 3)}),
+        ok + "0x0 buffer=[41 42 43]\n0x0\n0x0 buffer=[41 58 59]\n");
+}
+
+// Thermometers and voltmeters measure; nothing that is written changes that.
+TEST(I2cDriver, WhatASensorMeasuresIsNotWritten) {
+    const test_board board = new_delivered("lpu");
+    const std::string before = answers(board, {read_of(72, 0, 8)});
+    EXPECT_EQ(answers(board, {"drv_i2c_write(chip_id=72, address=0, buffer=[00 00 11 11 22 22 33 33], length=8)",
+                              read_of(72, 0, 8)}),
+              ok + before);
+    EXPECT_EQ(answers(board, {"drv_i2c_write(chip_id=72, address=0, buffer=[00 00 11], length=3)"}), bad_value);
+}
+
+TEST(I2cDriver, WritesHaveLimits) {
+    const test_board board = new_altered("mpu_master", {{"self/sim_i2c/chip/17/silent", "1"}});
+    EXPECT_EQ(answers(board, {"drv_i2c_write(chip_id=0, address=2, buffer=[], length=0)",
+                              "drv_i2c_write(chip_id=0, address=8, buffer=[00], length=1)",
+                              "drv_i2c_write(chip_id=0, address=2, buffer=[" +
+                                  replaced(bytes("", 257), "[", "").substr(0, 257 * 3 - 1) + "], length=257)",
+                              "drv_i2c_write(chip_id=17, address=2, buffer=[00], length=1)",
+                              "drv_i2c_write(chip_id=2, address=0, buffer=[00], length=1)",
+                              "drv_i2c_write(inst_id=0xff000005, chip_id=0, buffer=[00], length=1)",
+                              "drv_i2c_write(inst_id=0xff000006, chip_id=0, buffer=[00], length=1)",
+                              "drv_i2c_write(chip_id=0, length=4, buffer=null)"}),
+              out_of_range + out_of_range + out_of_range + not_ready + no_such_device + not_supported +
+                  no_such_instance + null_pointer);
+}
+
 // The first section of the EEPROM begins with a mark; behind its last byte comes the first.
 TEST(I2cDriver, TheIdentityEeprom) {
     for (const char *seat : {"mpu_master", "lpu"}) {
@@ -59,7 +111,7 @@ TEST(I2cDriver, TheIdentityEeprom) {
 TEST(I2cDriver, EveryChipOfTheMapIsThere) {
     for (const char *seat : {"mpu_master", "mpu_slave", "lpu"}) {
         const test_board board = new_delivered(seat);
-        for (const int chip : {16, 17, 32, 48, 64, 72, 73, 80, 81, 104}) {
+        for (const int chip : {16, 17, 32, 48, 64, 72, 73, 80, 81, 96, 104}) {
             EXPECT_TRUE(answers(board, {read_of(chip, 0, 2)}).starts_with("0x0 buffer=[")) << seat << chip;
         }
     }

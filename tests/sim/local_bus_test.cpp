@@ -33,6 +33,14 @@ TEST(LocalBusDriver, WhatIsWrittenIsReadByTheCpldDriver) {
               ok + ok + bad_value + "0x0 data=167\n0x0 data=48879\n0x0\n0x0 buffer=[12 34]\n");
 }
 
+TEST(LocalBusDriver, LampsAreTheLampDriversOwn) {
+    const test_board board = new_delivered("mpu_master");
+    EXPECT_EQ(answers(board, {"drv_localbus_write(chip_id=0, address=0x20, buffer=[02 07], length=2)",
+                              "drv_led_get_color(led_type=0)", "drv_led_set_color(led_type=0, color=3, freq=9)",
+                              "drv_localbus_read(chip_id=0, address=0x20, length=2)"}),
+              ok + "0x0 color=2 freq=7\n0x0\n0x0 buffer=[83 09]\n");
+}
+
 TEST(LocalBusDriver, ASilentChip) {
     const test_board board = new_altered("lpu", {{"self/sim_localbus/chip/1/silent", "1"}});
     EXPECT_EQ(answers(board, {"drv_localbus_read(chip_id=1, length=2)",

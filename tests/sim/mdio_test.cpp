@@ -39,6 +39,15 @@ TEST(MdioDriver, SharesTheRegistersWithThePhyDriver) {
         "0x0\n0x0 enable=0\n0x0 enable=1\n0x0 value=6464\n0x0\n0x0 value=4416\n");
 }
 
+// The driver's mark stands in register 30.
+TEST(MdioDriver, TheMarkIsARegister) {
+    EXPECT_EQ(
+        answers(new_delivered("mpu_master"),
+                {"drv_phy_nick(chip_id=1)", read_at(1, 4, 30), "drv_phy_check_nick(chip_id=1)", write_at(1, 4, 30, "0"),
+                 "drv_phy_check_nick(chip_id=1)", write_at(1, 4, 30, "0x4b54"), "drv_phy_check_nick(chip_id=1)"}),
+        "0x0\n0x0 value=19284\n0x0 check_result=0\n0x0\n0x0 check_result=1\n0x0\n0x0 check_result=0\n");
+}
+
 // The link is up, and stays so when the control register gets what it holds.
 TEST(MdioDriver, WritingBackTheControlRegisterKeepsTheLink) {
     EXPECT_EQ(answers(new_delivered("mpu_master"),

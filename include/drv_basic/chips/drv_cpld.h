@@ -54,6 +54,11 @@ uint32_t drv_cpld_check_agent_spi_status(uint32_t inst_id, uint32_t chip_id, uin
 uint32_t drv_cpld_check_pcie_link_status(uint32_t inst_id, uint32_t chip_id, uint32_t channel, DRV_OUT uint32_t *result,
                                          DRV_OUT_TEXT(size) char *msg, uint32_t size);
 
+/* The area through which a program exchanges data of its own with programmable logic, that of plug-in cards too: before
+ * the first and after the last transfer of a program. */
+uint32_t drv_cpld_init_usr_data_pool(uint32_t inst_id);
+uint32_t drv_cpld_exit_usr_data_pool(uint32_t inst_id);
+
 /* Where the chip finds the network processor: its address as a slave of the control bus, 0 to 0x7F, and the address of
  * its memory. */
 uint32_t drv_cpld_set_np_para(uint32_t inst_id, uint32_t chip_id, uint32_t slave_addr, uint64_t np_addr);

@@ -10,6 +10,8 @@ DRV_BEGIN_DECLS
 
 uint32_t drv_i2c_read(uint32_t inst_id, uint32_t chip_id, uint32_t address, DRV_OUT_BYTES(length) uint8_t *buffer,
                       uint32_t length);
+uint32_t drv_i2c_write(uint32_t inst_id, uint32_t chip_id, uint32_t address, DRV_IN_BYTES(length) const uint8_t *buffer,
+                       uint32_t length);
 
 /* Four bytes as one number, the first of them the lowest. */
 uint32_t drv_i2c_read_u32(uint32_t inst_id, uint32_t chip_id, uint32_t address, DRV_OUT uint32_t *value);

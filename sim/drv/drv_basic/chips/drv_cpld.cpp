@@ -8,7 +8,7 @@ using namespace kestro_sim;
 
 namespace {
 
-// Nothing is there to be brought up: the chips load themselves.
+// Nothing is there to be brought up: the chips load themselves, and each transfer brings its own memory.
 uint32_t accept_instance(uint32_t inst_id) {
     return operate(
         [&](board &b) { refuse_if(b.all_at<logic_chip::family>(b.instance(inst_id)).empty(), error::not_supported); });
@@ -112,6 +112,14 @@ uint32_t drv_cpld_uart_get_recv_alarm(uint32_t inst_id, uint32_t chip_id, uint32
                                       uint32_t size) {
     return operate(
         [&](board &b) { tell(logic_chip::check_receiver(b, chip(b, inst_id, chip_id), channel), result, msg, size); });
+}
+
+uint32_t drv_cpld_init_usr_data_pool(uint32_t inst_id) {
+    return accept_instance(inst_id);
+}
+
+uint32_t drv_cpld_exit_usr_data_pool(uint32_t inst_id) {
+    return accept_instance(inst_id);
 }
 
 uint32_t drv_cpld_set_np_para(uint32_t inst_id, uint32_t chip_id, uint32_t slave_addr, uint64_t np_addr) {

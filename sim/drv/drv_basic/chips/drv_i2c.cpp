@@ -27,6 +27,13 @@ uint32_t drv_i2c_read(uint32_t inst_id, uint32_t chip_id, uint32_t address, uint
     });
 }
 
+uint32_t drv_i2c_write(uint32_t inst_id, uint32_t chip_id, uint32_t address, const uint8_t *buffer, uint32_t length) {
+    return operate([&](board &b) {
+        refuse_null(buffer);
+        i2c_chip::write(b, chip(b, inst_id, chip_id), address, {buffer, length});
+    });
+}
+
 uint32_t drv_i2c_read_u32(uint32_t inst_id, uint32_t chip_id, uint32_t address, uint32_t *value) {
     return operate([&](board &b) {
         refuse_null(value);
