@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::array rows = {
+    command_row{"env_test", env_test, "kestro_test env_test"},
     command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
@@ -38,6 +39,7 @@ constexpr std::array rows = {
     command_row{"device_test", device_test, "kestro_test device_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
+    command_row{"highmem_test", highmem_test, "kestro_test highmem_test"},
     command_row{"power_test", power_test, "kestro_test power_test"},
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
     command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
