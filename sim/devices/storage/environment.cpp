@@ -2,7 +2,9 @@
 #include "sim/devices/storage/environment.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/storage/memory_environment.h"
 
+#include <array>
 #include <charconv>
 #include <optional>
 
@@ -53,10 +55,6 @@ std::string flash_variable::text_of_name(board &b, const std::string &place, std
     return b.text(find_named<family>(b, place, wanted), text);
 }
 
-std::string memory_variable::text_of_name(board &b, const std::string &place, std::string_view wanted) {
-    return b.text(find_named<family>(b, place, wanted), text);
-}
-
 uint32_t number_to_base(const std::string &text, uint32_t base) {
     refuse_if(base < 2 || base > 36, error::bad_value);
     uint32_t number = 0;
@@ -66,15 +64,23 @@ uint32_t number_to_base(const std::string &text, uint32_t base) {
     return number;
 }
 
+std::string text_to_base(uint32_t number, uint32_t base) {
+    refuse_if(base < 2 || base > 36, error::bad_value);
+    std::array<char, 32> digits{};
+    const auto [end, problem] =
+        std::to_chars(digits.data(), digits.data() + digits.size(), number, static_cast<int>(base));
+    return {digits.data(), end};
+}
+
 // hard_reset_init_flag stays as it is: hardware that a soft start keeps was brought up by the hard one before.
 void note_start(board &b, change &writes, const std::string &place, restart_reason reason, restart_kind kind) {
     const bool is_soft = reason != restart_reason::power_on && kind == restart_kind::warm;
-    write_named<memory_variable::family>(b, writes, place, "kestro_softreset_mode", is_soft ? "0" : "1");
+    note_start_in_memory(b, writes, place, reason, is_soft);
     write_named<flash_variable::family>(b, writes, place, "board_reset_mode", reason_text(reason, is_soft));
 }
 
 device_list devices_of_environment() {
-    static constexpr const device_family *families[]{&flash_variable::family, &memory_variable::family};
+    static constexpr const device_family *families[]{&flash_variable::family};
     return {families, {}};
 }
 
