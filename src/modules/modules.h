@@ -16,6 +16,7 @@ int dyinggasp_test(int count, char **args);
 int elabel_test(int count, char **args);
 int env_test(int count, char **args);
 int fan_test(int count, char **args);
+int flash_test(int count, char **args);
 int highmem_test(int count, char **args);
 int init_test(int count, char **args);
 int led_test(int count, char **args);

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::array rows = {
     command_row{"env_test", env_test, "kestro_test env_test"},
+    command_row{"flash_test", flash_test, "kestro_test flash_test"},
     command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},

@@ -70,12 +70,28 @@ TEST(StateDir, ImagesOfAllInstancesAndStorage) {
                                 "name=\"size\" value=\"512\"/><element name=\"fill\" value=\"0x5A\"/></entry></node>"
                                 "</module></board>";
     const test_board board = new_changed("lpu", "</board>", storage);
-    EXPECT_EQ(names_in(board.state + "/images"),
-              (std::vector<std::string>{"eeprom-slot10.bin", "eeprom-slot2.bin", "eeprom-slot3.bin", "eeprom-slot4.bin",
-                                        "eeprom-slot5.bin", "eeprom-slot7-card1.bin", "eeprom-slot7-card2.bin",
-                                        "eeprom-slot7.bin", "eeprom-slot9.bin", "fan_ability_15-chassis.bin",
-                                        "fan_ability_16-chassis.bin", "fan_expanded_label_15-chassis.bin",
-                                        "fan_label_15-chassis.bin", "fan_label_16-chassis.bin", "nvram0-slot7.bin"}));
+    EXPECT_EQ(names_in(board.state + "/images"), (std::vector<std::string>{"eeprom-slot10.bin",
+                                                                           "eeprom-slot2.bin",
+                                                                           "eeprom-slot3.bin",
+                                                                           "eeprom-slot4.bin",
+                                                                           "eeprom-slot5.bin",
+                                                                           "eeprom-slot7-card1.bin",
+                                                                           "eeprom-slot7-card2.bin",
+                                                                           "eeprom-slot7.bin",
+                                                                           "eeprom-slot9.bin",
+                                                                           "environment-slot10.bin",
+                                                                           "environment-slot9.bin",
+                                                                           "fan_ability_15-chassis.bin",
+                                                                           "fan_ability_16-chassis.bin",
+                                                                           "fan_expanded_label_15-chassis.bin",
+                                                                           "fan_label_15-chassis.bin",
+                                                                           "fan_label_16-chassis.bin",
+                                                                           "flash-slot10.bin",
+                                                                           "flash-slot7.bin",
+                                                                           "flash-slot9.bin",
+                                                                           "nand-slot10.bin",
+                                                                           "nand-slot9.bin",
+                                                                           "nvram0-slot7.bin"}));
     EXPECT_EQ(read_file(board.state + "/images/nvram0-slot7.bin"), std::string(512, 'Z'));
 }
 

@@ -1,7 +1,6 @@
 // Variables of the own board in reserved memory, by name.
 #include "drv_basic/storage/drv_env.h"
 
-#include "sim/devices/storage/environment.h"
 #include "sim/devices/storage/memory_environment.h"
 #include "sim/drv/driver.h"
 
