@@ -1,5 +1,6 @@
 // memenv_sdv_test: sets variables in reserved memory, reads them back, saves them, compares the two halves of the
 // memory, clears them. As with the store in flash, an operator's Ctrl-C waits until the test variables are gone.
+#include <bit>
 #include <cstdio>
 #include <cstring>
 #include <initializer_list>
@@ -57,7 +58,7 @@ bool halves_are_equal(uint64_t address, uint32_t length) {
         return false;
     }
     const uint32_t half = length / 2;
-    const auto *const main_half = reinterpret_cast<const uint8_t *>(place);
+    const auto *const main_half = std::bit_cast<const uint8_t *>(place);
     return memcmp(main_half, main_half + half, half) == 0;
 }
 
