@@ -151,6 +151,18 @@ TEST(EnvImage, ALengthBeyondACopyIsNotFollowed) {
     EXPECT_TRUE(decode_env(encode_env({1, many})));
 }
 
+TEST(EnvImage, ASnapshotThatIsLostEndsTheSave) {
+    const test_board made = new_delivered("mpu_master");
+    board desk(made.description, made.state, made.seat);
+    ASSERT_TRUE(desk.begin_operation());
+    kestro_sim::write_environment(desk, made.seat, {{"a", "1"}});
+    kestro_sim::begin_saving(desk, made.seat);
+    EXPECT_TRUE(kestro_sim::is_saving(desk, made.seat));
+    desk.write_image("environment-slot9.bin", 0x10000, copy_bytes(1024, 0));
+    EXPECT_FALSE(kestro_sim::is_saving(desk, made.seat));
+    EXPECT_EQ(after_a_start(made), "none");
+}
+
 TEST(EnvImage, ASaveThatIsKilledAtEachWriteLeavesACopyWhole) {
     const test_board made = quick_master();
     set_and_save(made, "old");

@@ -17,7 +17,9 @@ using store_of = device_of<flash_environment::family>;
 
 constexpr uint8_t erased = 0xFF;
 constexpr uint32_t snapshot_at = 0x10000;
-constexpr std::array<uint8_t, 4> no_copy{};
+
+// As long as an image's blocks are: one that was damaged by hand is mended by it.
+constexpr std::array<uint8_t, 1024> no_copy{};
 
 // Why a start was no soft one, as start-up software writes it.
 constexpr const char *start_variable = "board_reset_mode";
@@ -195,7 +197,11 @@ void go_on_saving(board &b, const std::string &place) {
     }
     const copies_in_flash copies = copies_of(b, place);
     const std::vector<uint8_t> snapshot = copy_at(b, memory_of(place), snapshot_at);
-    refuse_if(snapshot.empty(), error::damaged);
+    if (snapshot.empty()) {
+        // Somebody has written over it. There is nothing left to save.
+        b.put(store, flash_environment::saving, 0);
+        return;
+    }
     const uint32_t due = steps_due(b, store, copies.steps());
     for (uint32_t step = b.get(store, flash_environment::steps); step < due; ++step) {
         do_step(b, store, copies, snapshot, step);
