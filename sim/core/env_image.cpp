@@ -1,8 +1,10 @@
 #include "sim/core/env_image.h"
 
 #include "sim/core/checksum.h"
+#include "sim/core/errors.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string_view>
 
 namespace kestro_sim {
@@ -98,6 +100,23 @@ std::optional<env_copy> decode_env(std::span<const uint8_t> area) {
         text.remove_prefix(end + 1);
     }
     return copy;
+}
+
+uint32_t number_to_base(const std::string &text, uint32_t base) {
+    refuse_if(base < 2 || base > 36, error::bad_value);
+    uint32_t number = 0;
+    const char *const end = text.data() + text.size();
+    const auto [stop, problem] = std::from_chars(text.data(), end, number, static_cast<int>(base));
+    refuse_if(problem != std::errc{} || stop != end, error::bad_value);
+    return number;
+}
+
+std::string text_to_base(uint32_t number, uint32_t base) {
+    refuse_if(base < 2 || base > 36, error::bad_value);
+    std::array<char, 32> digits{};
+    const auto [end, problem] =
+        std::to_chars(digits.data(), digits.data() + digits.size(), number, static_cast<int>(base));
+    return {digits.data(), end};
 }
 
 } // namespace kestro_sim

@@ -41,6 +41,10 @@ std::vector<uint8_t> encode_env(const env_copy &copy);
 // How many bytes a copy has that begins so; nothing for what begins otherwise or is too long.
 std::optional<size_t> env_copy_size(std::span<const uint8_t, env_head_size> head);
 
+// A text as a number to a base from 2 to 36, and back; refuses another base, and a text that is no number: bad_value.
+uint32_t number_to_base(const std::string &text, uint32_t base);
+std::string text_to_base(uint32_t number, uint32_t base);
+
 // Nothing for what is not whole; what lies behind the text is not looked at.
 std::optional<env_copy> decode_env(std::span<const uint8_t> area);
 

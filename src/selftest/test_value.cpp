@@ -53,6 +53,10 @@ void begin_test_value() {
     }
 }
 
+bool is_end_asked_for() {
+    return waiting != 0;
+}
+
 void end_test_value() {
     put_back_actions();
     if (waiting != 0) {

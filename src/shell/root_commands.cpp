@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::array rows = {
+    command_row{"env_test", env_test, "kestro_test env_test"},
     command_row{"flash_test", flash_test, "kestro_test flash_test"},
     command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
@@ -40,6 +41,7 @@ constexpr std::array rows = {
     command_row{"device_test", device_test, "kestro_test device_test"},
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
+    command_row{"highmem_test", highmem_test, "kestro_test highmem_test"},
     command_row{"power_test", power_test, "kestro_test power_test"},
     command_row{"meth_test", meth_test, "kestro_test meth_test"},
     command_row{"optical_test", optical_test, "kestro_test optical_test"},

@@ -275,7 +275,7 @@ TEST(Bsp, Pins) {
 }
 
 TEST(Bsp, ReservedMemory) {
-    EXPECT_EQ(answers(new_master(), {"nb_get_himem_info()"}), "0x0 start=0x70000000 length=0x10000000\n");
+    EXPECT_EQ(answers(new_master(), {"nb_get_himem_info()"}), "0x0 start=0x70000000 length=0x20000\n");
 }
 
 TEST(Msc, StateOfEachBoard) {

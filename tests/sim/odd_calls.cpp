@@ -1,12 +1,15 @@
 // Calls that kestro_call cannot make: thousands in a row, until the process is killed in the middle of one; a format
-// that is missing; a callback that asks a driver. Each prints its result on a line of its own.
+// that is missing; a callback that asks a driver; reads of mapped memory. Each prints its result on a line of its own.
 //
 //   odd_calls (fill_label|fill_barcode|fill_mac) BYTE TIMES | kill_after_us MICROSECONDS | log_without_format | listen
+//             | show_memory TYPE COUNT | remap_memory TYPE
 #include "drv_basic/identity/drv_barcode.h"
 #include "drv_basic/identity/drv_elabel.h"
 #include "drv_basic/identity/drv_mac.h"
 #include "drv_basic/management/drv_board.h"
 #include "drv_basic/service/drv_log.h"
+#include "drv_basic/storage/drv_env.h"
+#include "drv_basic/storage/drv_highmem.h"
 
 #include <atomic>
 #include <csignal>
@@ -85,6 +88,36 @@ uint32_t listen() {
     return result | drv_board_in_out_unreg(hear);
 }
 
+const uint8_t *address_of(uint32_t type) {
+    uint64_t address = 0;
+    return drv_highmem_get_base_addr(type, &address) == 0
+               ? reinterpret_cast<const uint8_t *>(static_cast<uintptr_t>(address))
+               : nullptr;
+}
+
+// The first bytes of a part of the reserved memory, in hexadecimal, as they stand there now.
+uint32_t show_memory(const char *type, const char *count) {
+    const uint8_t *const bytes = address_of(static_cast<uint32_t>(strtoul(type, nullptr, 0)));
+    for (unsigned long i = 0; bytes != nullptr && i < strtoul(count, nullptr, 0); ++i) {
+        printf("%02x ", bytes[i]);
+    }
+    return bytes == nullptr ? 1 : 0;
+}
+
+// The part stays where it was while others write to it and the drivers are brought up again; after an exit it is mapped
+// anew.
+uint32_t remap_memory(const char *type) {
+    const auto number = static_cast<uint32_t>(strtoul(type, nullptr, 0));
+    const uint8_t *const before = address_of(number);
+    const uint8_t was = *before;
+    const uint32_t set = drv_memenv_set("odd", "call");
+    printf("%u then %u, %s, ", was, *before,
+           drv_highmem_init() == 0 && address_of(number) == before ? "kept" : "moved");
+    const uint32_t exited = drv_highmem_exit() | drv_highmem_exit();
+    printf("again %u ", *address_of(number));
+    return set | exited;
+}
+
 } // namespace
 
 int main(int count, char **arguments) {
@@ -103,6 +136,12 @@ int main(int count, char **arguments) {
                      : word == "fill_barcode" ? fill(write_barcode, DRV_BARCODE_SIZE, next, last)
                                               : fill(write_mac, DRV_MAC_SIZE, next, last);
             i += 2;
+        } else if (word == "show_memory") {
+            result = show_memory(next, last);
+            i += 2;
+        } else if (word == "remap_memory") {
+            result = remap_memory(next);
+            i += 1;
         } else if (word == "log_without_format" || word == "listen") {
             result = word == "listen" ? listen() : log_without_format();
         } else {

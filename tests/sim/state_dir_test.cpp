@@ -89,6 +89,9 @@ TEST(StateDir, ImagesOfAllInstancesAndStorage) {
                                                                            "flash-slot10.bin",
                                                                            "flash-slot7.bin",
                                                                            "flash-slot9.bin",
+                                                                           "himem-slot10.bin",
+                                                                           "himem-slot7.bin",
+                                                                           "himem-slot9.bin",
                                                                            "nand-slot10.bin",
                                                                            "nand-slot9.bin",
                                                                            "nvram0-slot7.bin"}));

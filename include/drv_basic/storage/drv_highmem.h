@@ -6,11 +6,12 @@
 
 DRV_BEGIN_DECLS
 
-/* Maps the regions into the process, and takes them out of it again. */
+/* Maps the regions into the process, and takes them out of it again. A region that is asked for is mapped without the
+ * first. */
 uint32_t drv_highmem_init(void);
 uint32_t drv_highmem_exit(void);
 
-/* base_addr: where the process sees the region; it reads and writes there. */
+/* base_addr: where the process sees the region, for reading. phys_addr: on the scale of nb_get_himem_info. */
 uint32_t drv_highmem_get_base_addr(uint32_t type, DRV_OUT uint64_t *base_addr);
 uint32_t drv_highmem_get_len(uint32_t type, DRV_OUT uint32_t *len);
 uint32_t drv_highmem_get_phys_addr(uint32_t type, DRV_OUT uint64_t *phys_addr);

@@ -2,9 +2,22 @@
 #include "sim/devices/management/restart.h"
 
 #include "sim/core/catalogue.h"
-#include "sim/devices/storage/environment.h"
+#include "sim/devices/storage/flash_environment.h"
+#include "sim/devices/storage/memory_environment.h"
 
 namespace kestro_sim {
+
+namespace {
+
+// What start-up software writes down. It leaves hard_reset_init_flag as it is: hardware that a soft start keeps was
+// brought up by the hard one before.
+void note_start(board &b, change &writes, const std::string &place, restart_reason reason, restart_kind kind) {
+    const bool is_soft = reason != restart_reason::power_on && kind == restart_kind::warm;
+    note_start_in_memory(b, writes, place, reason, is_soft);
+    note_start_in_flash(b, writes, place, reason, is_soft);
+}
+
+} // namespace
 
 // The reason register shifts: the latest comes in at 0, the oldest falls out.
 void note_restart(board &b, change &writes, const std::string &place, restart_reason reason, restart_kind kind) {

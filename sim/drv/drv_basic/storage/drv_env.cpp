@@ -1,12 +1,10 @@
 // Variables of the own board in flash, by name.
 #include "drv_basic/storage/drv_env.h"
 
-#include "sim/devices/storage/environment.h"
 #include "sim/devices/storage/flash_environment.h"
 #include "sim/drv/driver.h"
 
 #include <algorithm>
-#include <charconv>
 
 using namespace kestro_sim;
 
@@ -32,14 +30,6 @@ void set_in_flash(board &b, const std::string &name, const std::string &value) {
         found->value = value;
     }
     write_environment(b, b.self(), variables);
-}
-
-std::string written_to_base(uint32_t value, uint32_t base) {
-    refuse_if(base < 2 || base > 36, error::bad_value);
-    std::array<char, 32> digits{};
-    const auto [end, problem] =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, static_cast<int>(base));
-    return {digits.data(), end};
 }
 
 } // namespace
@@ -68,7 +58,7 @@ uint32_t drv_env_num_get(const char *name, uint32_t *value, uint32_t base) {
 uint32_t drv_env_num_set(const char *name, uint32_t value, uint32_t base) {
     return operate([&](board &b) {
         refuse_null(name);
-        set_in_flash(b, name, written_to_base(value, base));
+        set_in_flash(b, name, text_to_base(value, base));
     });
 }
 
