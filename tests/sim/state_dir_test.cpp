@@ -71,11 +71,12 @@ TEST(StateDir, ImagesOfAllInstancesAndStorage) {
                                 "</module></board>";
     const test_board board = new_changed("lpu", "</board>", storage);
     EXPECT_EQ(names_in(board.state + "/images"),
-              (std::vector<std::string>{"eeprom-slot10.bin", "eeprom-slot2.bin", "eeprom-slot3.bin", "eeprom-slot4.bin",
-                                        "eeprom-slot5.bin", "eeprom-slot7-card1.bin", "eeprom-slot7-card2.bin",
-                                        "eeprom-slot7.bin", "eeprom-slot9.bin", "fan_ability_15-chassis.bin",
-                                        "fan_ability_16-chassis.bin", "fan_expanded_label_15-chassis.bin",
-                                        "fan_label_15-chassis.bin", "fan_label_16-chassis.bin", "nvram0-slot7.bin"}));
+              (std::vector<std::string>{
+                  "eeprom-slot10.bin", "eeprom-slot2.bin", "eeprom-slot3.bin", "eeprom-slot4.bin", "eeprom-slot5.bin",
+                  "eeprom-slot7-card1.bin", "eeprom-slot7-card2.bin", "eeprom-slot7.bin", "eeprom-slot9.bin",
+                  "fan_ability_15-chassis.bin", "fan_ability_16-chassis.bin", "fan_expanded_label_15-chassis.bin",
+                  "fan_label_15-chassis.bin", "fan_label_16-chassis.bin", "nvram0-slot7.bin", "nvram_0-slot10.bin",
+                  "nvram_0-slot9.bin", "nvram_1-slot10.bin", "nvram_1-slot9.bin"}));
     EXPECT_EQ(read_file(board.state + "/images/nvram0-slot7.bin"), std::string(512, 'Z'));
 }
 
