@@ -89,6 +89,19 @@ TEST_F(EepromFaces, SectionsOfACardAndOfTheBus) {
               sections_line + "Kt-M\r\ndrv_eeprom_read:[ret]:0\r\n4b 74 2d 4d\r\n");
 }
 
+// A card of the format that keeps addresses and nothing else: four of them, which the test puts back.
+TEST_F(EepromFaces, TheCardTestOfACard) {
+    EXPECT_EQ(prints({"eeprom_test", "marlow_card_one_key_test", "0xff000004"}),
+              "Success: card type is 0x2302003 \r\n"
+              "Success: card eeprom divide is kv lpu card format \r\n"
+              "Success: orignal mac read num 4 mac:0x2-0xa0-0xc0-0x4-0x0-0x0\r\n"
+              "Success: write mac num 3 mac:0x20-0x2-0x3-0x4-0x5-0x6\r\n"
+              "Success: read mac num 3 mac:0x20-0x2-0x3-0x4-0x5-0x6\r\n"
+              "Success: mac read and write num and value match test pass.\r\n");
+    EXPECT_EQ(answers({"drv_mac_get_num(inst_id=0xff000004, type_id=2)"}), "0x0 num=4\n");
+    EXPECT_EQ(prints({"eeprom_test", "marlow_card_one_key_test", "0xff000001"}), "Success: card is not present \r\n");
+}
+
 TEST_F(EepromFaces, NvramThroughTheProgram) {
     EXPECT_EQ(prints({"eeprom_test", "nvram_write", "0", "0x100", "41,42", "2"}),
               "\r\nbuff:41,42\r\nbuff[0],value=[0x41]\r\nbuff[1],value=[0x42]\r\ndrv_nvram_write:[ret]:0\r\n");
