@@ -1,8 +1,9 @@
-// The storage devices of a board as they come out of production: labels, bar codes and MAC addresses programmed in
-// both copies, everything else erased.
+// The storage devices of a board as they come out of production: labels, bar codes, MAC addresses and the variables in
+// flash programmed in both copies, everything else erased.
 #include "sim/core/identity_image.h"
 #include "sim/core/checksum.h"
 #include "sim/core/eeprom.h"
+#include "sim/core/env_image.h"
 #include "sim/core/mac_area.h"
 #include "sim/core/state_files.h"
 
@@ -88,6 +89,37 @@ bytes storage_image(pugi::xml_node entry) {
     return image;
 }
 
+// A text beyond its section is cut, and so is a section beyond the chip.
+void program(bytes &image, uint64_t offset, uint64_t size, std::span<const uint8_t> content) {
+    const uint64_t room = offset < image.size() ? std::min<uint64_t>(size, image.size() - offset) : 0;
+    std::copy_n(content.begin(), std::min<uint64_t>(content.size(), room),
+                image.begin() + static_cast<ptrdiff_t>(std::min<uint64_t>(offset, image.size())));
+}
+
+bytes described_variables(const description &board, const std::string &place) {
+    env_copy copy{1, {}};
+    for (const pugi::xml_node entry : board.node(place, "sim_env", "flash").children("entry")) {
+        copy.variables.push_back({element_text(named_child(entry, "name")).value_or(""),
+                                  element_text(named_child(entry, "text")).value_or("")});
+    }
+    return encode_env(copy);
+}
+
+void program_flash(bytes &image, const description &board, const std::string &place) {
+    constexpr std::string_view variables = "8";
+    for (const pugi::xml_node entry : board.node(place, "sim_flash", "section").children("entry")) {
+        const uint64_t offset = element_number(named_child(entry, "offset")).value_or(0);
+        const uint64_t size = element_number(named_child(entry, "size")).value_or(0);
+        const std::string text = element_text(named_child(entry, "text")).value_or("");
+        program(image, offset, size, bytes(text.begin(), text.end()));
+        if (entry.attribute("name").value() == variables) {
+            const bytes copy = described_variables(board, place);
+            program(image, offset, size / 2, copy);
+            program(image, offset + size / 2, size / 2, copy);
+        }
+    }
+}
+
 } // namespace
 
 void write_new_images(const description &chassis, const std::filesystem::path &directory) {
@@ -97,7 +129,12 @@ void write_new_images(const description &chassis, const std::filesystem::path &d
             write_new_file(directory / eeprom_image_name(name), identity_image(chassis, name));
         }
         for (const pugi::xml_node entry : chassis.node(name, "sim_storage", "image").children("entry")) {
-            write_new_file(directory / image_name(entry.attribute("name").value(), name), storage_image(entry));
+            const std::string device = entry.attribute("name").value();
+            bytes image = storage_image(entry);
+            if (device == "flash") {
+                program_flash(image, chassis, name);
+            }
+            write_new_file(directory / image_name(device, name), image);
         }
     }
 }

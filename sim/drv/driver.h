@@ -26,4 +26,10 @@ inline void write_text(char *area, size_t size, std::string_view text) {
     area[text.size()] = '\0';
 }
 
+// The same, cut to the area; refuses one without room for a terminator.
+inline void write_cut_text(char *area, size_t size, std::string_view text) {
+    refuse_if(size == 0, error::too_small);
+    write_text(area, size, text.substr(0, size - 1));
+}
+
 } // namespace kestro_sim

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::array rows = {
+    command_row{"flash_test", flash_test, "kestro_test flash_test"},
     command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
@@ -42,6 +43,7 @@ constexpr std::array rows = {
     command_row{"power_test", power_test, "kestro_test power_test"},
     command_row{"meth_test", meth_test, "kestro_test meth_test"},
     command_row{"bus_test", bus_test, "kestro_test bus_test"},
+    command_row{"optical_test", optical_test, "kestro_test optical_test"},
     command_row{"cdr_test", cdr_test, "kestro_test cdr_test"},
     command_row{"clusterport_test", clusterport_test, "kestro_test clusterport_test"},
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},

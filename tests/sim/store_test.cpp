@@ -184,16 +184,16 @@ TEST(Board, RegistersStartAsDescribed) {
 }
 
 TEST(Board, LargeImagesAreWrittenInPieces) {
-    const std::string storage = "<module name=\"sim_storage\"><node name=\"image\"><entry name=\"flash\"><element "
+    const std::string storage = "<module name=\"sim_storage\"><node name=\"image\"><entry name=\"large\"><element "
                                 "name=\"size\" value=\"300000\"/><element name=\"fill\" value=\"255\"/></entry></node>"
                                 "</module></board>";
     const test_board made = new_changed("lpu", "</board>", storage);
     kestro_sim::board desk(made.description, made.state, made.seat);
-    desk.write_image("flash-slot7.bin", 10, bytes_of(200000, 0x33));
-    EXPECT_EQ(desk.image_size("flash-slot7.bin"), 300000U);
-    EXPECT_EQ(desk.read_image("flash-slot7.bin", 10, 200000), bytes_of(200000, 0x33));
-    EXPECT_EQ(desk.read_image("flash-slot7.bin", 0, 10), bytes_of(10, 0xFF));
-    EXPECT_EQ(desk.read_image("flash-slot7.bin", 200010, 10), bytes_of(10, 0xFF));
+    desk.write_image("large-slot7.bin", 10, bytes_of(200000, 0x33));
+    EXPECT_EQ(desk.image_size("large-slot7.bin"), 300000U);
+    EXPECT_EQ(desk.read_image("large-slot7.bin", 10, 200000), bytes_of(200000, 0x33));
+    EXPECT_EQ(desk.read_image("large-slot7.bin", 0, 10), bytes_of(10, 0xFF));
+    EXPECT_EQ(desk.read_image("large-slot7.bin", 200010, 10), bytes_of(10, 0xFF));
 }
 
 } // namespace kestro_tests

@@ -100,8 +100,13 @@ std::string find_sub_commands() {
 } // namespace
 
 std::vector<std::string> words_that_list(const std::string &module) {
-    return module == "cdr_test" ? std::vector<std::string>{module, "-h", "0xffffffff", "0"}
-                                : std::vector<std::string>{module};
+    if (module == "cdr_test") {
+        return {module, "-h", "0xffffffff", "0"};
+    }
+    if (module == "optical_test") {
+        return {module, "-h", "0xffffffff"};
+    }
+    return {module};
 }
 
 void PrintTo(const sub_command &command, std::ostream *out) {

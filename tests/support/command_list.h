@@ -21,7 +21,7 @@ std::vector<std::string> all_modules();
 // left out by accident.
 const std::vector<sub_command> &all_sub_commands();
 
-// The command line on which a module lists its sub-commands: one that brings its chips up first has to know which chip.
+// The command line on which a module lists its sub-commands: one that brings its driver up first has to know for what.
 std::vector<std::string> words_that_list(const std::string &module);
 
 // How many sub-commands a module has.

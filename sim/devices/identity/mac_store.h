@@ -30,4 +30,7 @@ class mac_store {
 void set_base(mac_record &record, const uint8_t *addr);
 void set_count(mac_record &record, uint32_t num);
 
+// One of the addresses of a type, as the chip that has it was loaded with it: whoever asks.
+mac_address address_at(board &b, const std::string &place, uint32_t type_id, uint32_t number);
+
 } // namespace kestro_sim

@@ -2,6 +2,7 @@
 #include "sim/devices/storage/environment.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/storage/flash_environment.h"
 
 #include <charconv>
 #include <optional>
@@ -9,17 +10,6 @@
 namespace kestro_sim {
 
 namespace {
-
-// Why a start was no soft one, as start-up software writes it.
-constexpr const char *supply_was_away = "1";
-constexpr const char *processor_was_reset = "4";
-
-const char *reason_text(restart_reason reason, bool is_soft) {
-    if (is_soft) {
-        return "";
-    }
-    return reason == restart_reason::power_on ? supply_was_away : processor_was_reset;
-}
 
 template <const device_family &Family>
 std::optional<device_of<Family>> named(board &b, const std::string &place, std::string_view wanted) {
@@ -49,10 +39,6 @@ void write_named(board &b, change &writes, const std::string &place, std::string
 
 } // namespace
 
-std::string flash_variable::text_of_name(board &b, const std::string &place, std::string_view wanted) {
-    return b.text(find_named<family>(b, place, wanted), text);
-}
-
 std::string memory_variable::text_of_name(board &b, const std::string &place, std::string_view wanted) {
     return b.text(find_named<family>(b, place, wanted), text);
 }
@@ -70,11 +56,11 @@ uint32_t number_to_base(const std::string &text, uint32_t base) {
 void note_start(board &b, change &writes, const std::string &place, restart_reason reason, restart_kind kind) {
     const bool is_soft = reason != restart_reason::power_on && kind == restart_kind::warm;
     write_named<memory_variable::family>(b, writes, place, "kestro_softreset_mode", is_soft ? "0" : "1");
-    write_named<flash_variable::family>(b, writes, place, "board_reset_mode", reason_text(reason, is_soft));
+    note_start_in_flash(b, writes, place, reason, is_soft);
 }
 
 device_list devices_of_environment() {
-    static constexpr const device_family *families[]{&flash_variable::family, &memory_variable::family};
+    static constexpr const device_family *families[]{&memory_variable::family};
     return {families, {}};
 }
 

@@ -1,5 +1,5 @@
-// Variables by name that software keeps on a board: in flash, and in reserved memory that survives a reset. Start-up
-// software leaves in them how the board started.
+// Variables by name that software keeps on a board in reserved memory that survives a reset; those in flash are in
+// flash_environment.h. Start-up software leaves in both how the board started.
 #pragma once
 
 #include "sim/core/board.h"
@@ -10,20 +10,12 @@
 
 namespace kestro_sim {
 
-namespace flash_variable {
-inline constexpr reg name = reg::text("name", 63, "what it is called").required().fixed();
-inline constexpr reg text = reg::text("text", 255, "what it says").required().written();
-inline constexpr device_family family{"sim_env", "flash", "a variable in flash", {name, text}};
-
-// Refuses a name that no variable has (no_such_device), and a board that keeps none (not_supported).
-std::string text_of_name(board &b, const std::string &place, std::string_view wanted);
-} // namespace flash_variable
-
 namespace memory_variable {
 inline constexpr reg name = reg::text("name", 63, "what it is called").required().fixed();
 inline constexpr reg text = reg::text("text", 255, "what it says").required().written();
 inline constexpr device_family family{"sim_env", "memory", "a variable in memory that survives a reset", {name, text}};
 
+// Refuses a name that no variable has (no_such_device), and a board that keeps none (not_supported).
 std::string text_of_name(board &b, const std::string &place, std::string_view wanted);
 } // namespace memory_variable
 
