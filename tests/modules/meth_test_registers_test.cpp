@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tests/modules/unlisted.h"
 #include "tests/support/command.h"
 #include "tests/support/failing_allocations.h"
 #include "tests/support/test_lines.h"
@@ -18,35 +19,7 @@ std::string filling(size_t size) {
 
 const std::string module_fail = operate_fail("meth_test");
 
-using texts = std::vector<std::string>;
-
-texts unlisted_options(const std::string &script) {
-    static const std::string state = new_scratch_dir();
-    return {"--state",
-            state,
-            "--clock",
-            "virtual",
-            "--strict",
-            "--script",
-            scratch_file("script", script + "\n"),
-            "--run",
-            build_dir() + "/tests/unlisted_command"};
-}
-
-// A handler that is in no table: what it prints, and what it returns.
-void expect_unlisted(const std::string &line, const std::string &script, const std::string &output,
-                     const std::string &result) {
-    if (lists_lines()) {
-        return;
-    }
-    SCOPED_TRACE(line);
-    const process_result run = run_sim(unlisted_options(script), split_words(line));
-    EXPECT_EQ(run.out, output + "result " + result + "\n");
-    EXPECT_EQ(run.err, "");
-    EXPECT_EQ(run.status, 0);
-}
-
-// The same without the library, or with another in its place.
+// A handler in no table, without the library, or with another in its place.
 void expect_unlisted_with(const std::string &library, const std::string &line, const std::string &output) {
     if (lists_lines()) {
         return;
@@ -56,7 +29,7 @@ void expect_unlisted_with(const std::string &library, const std::string &line, c
     if (!library.empty()) {
         std::filesystem::copy_file(library, folder + "/libdrv_mng_eth.so");
     }
-    texts options = unlisted_options("");
+    std::vector<std::string> options = unlisted_options("");
     options.insert(options.end(), {"--without", "drv_mng_eth"});
     process_options process;
     process.environment = {"LD_LIBRARY_PATH=" + folder};

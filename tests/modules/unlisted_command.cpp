@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "modules/eeprom_test.h"
 #include "modules/meth_test/handlers.h"
 #include "shell/command_table.h"
 
@@ -17,6 +18,8 @@ struct unlisted {
 constexpr unlisted all_unlisted[] = {
     {"drv_meth_read_reg", meth_commands::meth_read_reg},
     {"drv_meth_write_reg", meth_commands::meth_write_reg},
+    {"eeprom_init", eeprom_commands::eeprom_init},
+    {"eeprom_exit", eeprom_commands::eeprom_exit},
 };
 
 } // namespace

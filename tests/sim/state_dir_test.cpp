@@ -94,7 +94,11 @@ TEST(StateDir, ImagesOfAllInstancesAndStorage) {
                                                                            "himem-slot9.bin",
                                                                            "nand-slot10.bin",
                                                                            "nand-slot9.bin",
-                                                                           "nvram0-slot7.bin"}));
+                                                                           "nvram0-slot7.bin",
+                                                                           "nvram_0-slot10.bin",
+                                                                           "nvram_0-slot9.bin",
+                                                                           "nvram_1-slot10.bin",
+                                                                           "nvram_1-slot9.bin"}));
     EXPECT_EQ(read_file(board.state + "/images/nvram0-slot7.bin"), std::string(512, 'Z'));
 }
 

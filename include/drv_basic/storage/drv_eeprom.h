@@ -6,6 +6,9 @@
 
 DRV_BEGIN_DECLS
 
+uint32_t drv_eeprom_init(uint32_t inst_id);
+uint32_t drv_eeprom_exit(uint32_t inst_id);
+
 /* offset and len: bytes within the section. */
 uint32_t drv_eeprom_read_data(uint32_t inst_id, uint32_t section_id, uint32_t offset,
                               DRV_OUT_BYTES(len) uint8_t *buffer, uint32_t len);

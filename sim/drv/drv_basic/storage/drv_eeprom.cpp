@@ -28,7 +28,19 @@ std::vector<uint8_t> read_section(const identity &eeprom, const eeprom_section &
     return bytes;
 }
 
+uint32_t accept_instance(uint32_t inst_id) {
+    return operate([&](board &b) { identity(b, b.instance(inst_id)); });
+}
+
 } // namespace
+
+uint32_t drv_eeprom_init(uint32_t inst_id) {
+    return accept_instance(inst_id);
+}
+
+uint32_t drv_eeprom_exit(uint32_t inst_id) {
+    return accept_instance(inst_id);
+}
 
 uint32_t drv_eeprom_read_data(uint32_t inst_id, uint32_t section_id, uint32_t offset, uint8_t *buffer, uint32_t len) {
     return operate([&](board &b) {
