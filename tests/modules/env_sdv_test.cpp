@@ -1,4 +1,4 @@
-// env_sdv_test and memenv_sdv_test: the self-tests of the stores of variables, step by step.
+// env_sdv_test: the self-test of the store of variables in flash, step by step.
 #include <gtest/gtest.h>
 
 #include "tests/support/command.h"
@@ -10,7 +10,6 @@ using namespace kestro_tests;
 namespace {
 
 const std::string env = "env_test env_sdv_test";
-const std::string memenv = "env_test memenv_sdv_test";
 
 // The steps of the test in flash, each as it goes well.
 const std::string set = "drv_env_set(name=\"sdv_test\", value=\"kestro_ok\") = 0\n";

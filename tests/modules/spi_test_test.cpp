@@ -209,6 +209,7 @@ std::string answer_of(const std::string &bytes, const std::string &code = "0") {
 
 // The register asked for, then the one at 5; from the second round on both are that.
 TEST(SpiTest, QoramReadTestStaysAtTheSecondRegister) {
+    begin_new_board();
     expect_untimed_success("spi_test spi_qoram_read_test 1 2 0x01020304 1",
                            bus("1", request_for("01 02 03 04") + answer_of("02 01 02 03 04") +
                                         request_for("01 02 03 05") + answer_of("02 05 06 07 08")),
@@ -226,6 +227,7 @@ TEST(SpiTest, QoramReadTestStaysAtTheSecondRegister) {
 }
 
 TEST(SpiTest, QoramReadTestTellsTheRoundThatFailed) {
+    begin_new_board();
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 5",
                            bus("1", request_for("01 02 03 04") + answer_of("03 01 02 03 04")),
                            time_line + "time 0 failed!\n");
@@ -247,6 +249,7 @@ TEST(SpiTest, QoramReadTestTellsTheRoundThatFailed) {
 // A read that gives nothing: the first of a round is judged by a cleared byte, the second by what the first one left.
 // The code of the last read is that of the command, though no round failed.
 TEST(SpiTest, QoramReadTestWithAReadThatFails) {
+    begin_new_board();
     const std::string fails =
         "drv_spi_read(inst_id=1, chip_id=2, command=[c4], command_length=1, length=5) = 0x811101a4 x1\n";
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 1",
@@ -261,6 +264,7 @@ TEST(SpiTest, QoramReadTestWithAReadThatFails) {
 }
 
 TEST(SpiTest, QoramReadTestShowsTheTimeBeforeItCountsItsWords) {
+    begin_new_board();
     expect_untimed_failure("spi_test spi_qoram_read_test", "", time_line);
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 3", "", time_line);
 }
@@ -288,6 +292,7 @@ std::string count_through(const std::string &counter, const std::string &found) 
 } // namespace
 
 TEST(SpiTest, PicCpldTestCountsThroughTheScratchRegister) {
+    begin_new_board();
     expect_untimed_success("spi_test spi_pic_cpld_test 1 2 3 9",
                            card_bus("1", count_through("23 11", "23 11") + count_through("24 11", "24 11") +
                                              count_through("25 11", "25 11")),

@@ -29,7 +29,7 @@ void expect_refused(const std::string &declaration, const std::string &why) {
 // The operations of include/, found without the generator: every declaration starts its line with the result type.
 std::set<std::string> declared_operations() {
     const process_result found =
-        run_process({"/bin/sh", "-c", "grep -rhoE '^uint32_t [a-z0-9_]+' " + source_dir() + "/include"});
+        run_process({"/bin/sh", "-c", "grep -rhoE '^u?int32_t [a-z0-9_]+' " + source_dir() + "/include"});
     std::set<std::string> names;
     std::istringstream lines(found.out);
     for (std::string type, name; lines >> type >> name;) {

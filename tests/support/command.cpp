@@ -73,17 +73,31 @@ std::vector<std::string> split_words(const std::string &line) {
     return words;
 }
 
+namespace {
+
+std::string &state_of_runs() {
+    static std::string state = new_scratch_dir();
+    return state;
+}
+
+} // namespace
+
+void begin_new_board() {
+    if (!lists_lines()) {
+        state_of_runs() = new_scratch_dir();
+    }
+}
+
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status) {
     if (lists_lines()) {
         list_line(line, script);
         return;
     }
     SCOPED_TRACE("kestro_test " + line);
-    static const std::string state = new_scratch_dir();
     static const std::string script_file = new_scratch_dir() + "/script";
     write_file(script_file, script + "\n");
-    const process_result result =
-        run_sim({"--state", state, "--clock", "virtual", "--strict", "--script", script_file}, split_words(line));
+    const process_result result = run_sim(
+        {"--state", state_of_runs(), "--clock", "virtual", "--strict", "--script", script_file}, split_words(line));
     EXPECT_EQ(result.out, output);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.status, status);

@@ -18,6 +18,9 @@ std::vector<std::string> split_words(const std::string &line);
 // Expects exactly this output and exit status, nothing on standard error.
 void expect_run(const std::string &line, const std::string &script, const std::string &output, int status);
 
+// The runs that follow are on a board that nobody has run anything on: its clock stands where a new one's does.
+void begin_new_board();
+
 // A sub-command that succeeds: prints the body, then the dispatcher its timing lines; status 0.
 void expect_success(const std::string &line, const std::string &script, const std::string &body);
 

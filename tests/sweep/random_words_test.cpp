@@ -67,10 +67,9 @@ struct test_in_rounds {
 };
 
 constexpr test_in_rounds tests_in_rounds[]{
-    {"fan_speed_test", 3},
-    {"fan_multi_init_test", 3},
-    {"fan_multi_deinit_test", 3},
-    {"fan_init_deinit_test", 3},
+    {"fan_speed_test", 3},       {"fan_multi_init_test", 3}, {"fan_multi_deinit_test", 3},
+    {"fan_init_deinit_test", 3}, {"i2c_rw_test", 6}, // with a leading instance the next one
+    {"i2c_rw_test", 7},          {"spi_qoram_read_test", 5}, {"spi_pic_cpld_test", 4},
 };
 
 bool never_ends(const std::vector<std::string> &line) {
