@@ -4,6 +4,7 @@
 #include <iterator>
 #include <random>
 
+#include "tests/support/thoroughness.h"
 #include "tests/sweep/sweep.h"
 
 using namespace kestro_tests;
@@ -96,7 +97,10 @@ std::vector<std::string> random_line(std::mt19937 &random, const std::vector<sub
 
 // They find faults of the program, which are the same in every build: only the desk's own is tried.
 int random_lines() {
-    return getenv("KESTRO_BUILD_UNDER_TEST") == nullptr ? 10000 : 0;
+    if (getenv("KESTRO_BUILD_UNDER_TEST") != nullptr) {
+        return 0;
+    }
+    return everything_is_tried() ? 10000 : 4000;
 }
 
 } // namespace

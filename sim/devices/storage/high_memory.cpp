@@ -7,6 +7,7 @@
 #include "sim/core/state_files.h"
 #include "sim/devices/bsp/processor_pins.h"
 
+#include <bit>
 #include <cerrno>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -32,7 +33,7 @@ std::string memory_image(const std::string &place) {
 // Where the kernel of the board shows it to every process, so that one trace is like another. Another place serves
 // where this one is taken.
 void *usual_place() {
-    return reinterpret_cast<void *>(sizeof(void *) == 8 ? static_cast<uintptr_t>(0x200000000000) : 0x50000000);
+    return std::bit_cast<void *>(static_cast<uintptr_t>(sizeof(void *) == 8 ? 0x200000000000 : 0x50000000));
 }
 
 void map_file(const open_file &file, const struct stat &status) {
