@@ -67,7 +67,7 @@ class FullDisk : public testing::Test {
 
 TEST_F(FullDisk, MakingAStateSaysSoAndIsDoneWhenThereIsRoom) {
     int refused = 0;
-    for (size_t size = 2 * page; size < roomy; size += 8 * page) {
+    for (size_t size = 2 * page; size < roomy; size += 40 * page) {
         const std::string said = on_small_disk(small_disk::mounted, disk_, size, [&] {
             std::string all = prepare_says(board_.word, board_.state) + "|";
             resize_disk(disk_, roomy);

@@ -91,7 +91,11 @@ TEST_P(CommandSweep, ADriverThatNeverReturnsLosesNothingPrintedBefore) {
 
 // The simulated chassis alone: it has a state, and its answers behind a failed call are those of drivers. A line that
 // makes one call fails before it comes to any.
+// The whole self-test with each of its operations failing is a matter of IdentitySweep.
 TEST_P(CommandSweep, FailingDriverCallsAreDataOnASimulatedBoard) {
+    if (GetParam().name == "board_onekey_test") {
+        return;
+    }
     const good_run &scripted = swept_runs(GetParam()).front();
     const good_run run = run_well({scripted.line.words, ""});
     if (scripted.calls.size() > 1 || run.calls.size() > 1) {
