@@ -19,7 +19,8 @@ constexpr char list_variable[] = "KESTRO_TESTS_LINES";
 std::string ask_for_lines() {
     const std::string list = scratch_file("lines", "");
     process_options options;
-    options.environment = {std::string(list_variable) + "=" + list, "GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX"};
+    options.environment = {std::string(list_variable) + "=" + list, "GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX",
+                           "GTEST_FILTER"};
     run_process({test_program("command_tests"), "--gtest_brief=1"}, options);
     return read_file(list);
 }
