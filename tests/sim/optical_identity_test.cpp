@@ -1,5 +1,5 @@
-// What transceivers say of themselves: bytes of their memory maps where the management specifications have them, the
-// sums over them, and the queries that are made of them.
+// What transceivers say of themselves: bytes of their memory maps where the published interfaces have them, the sums
+// over them, and the queries that are made of them.
 #include "tests/sim/optical.h"
 
 namespace kestro_tests {

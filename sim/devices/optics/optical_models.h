@@ -1,5 +1,5 @@
-// Kinds of transceivers: what of a module follows from its kind alone. The codes are those of the management
-// specifications (identifiers, connectors, encodings, compliance).
+// Kinds of transceivers: what of a module follows from its kind alone. The codes are those of the published
+// management interfaces (identifiers, connectors, encodings, compliance).
 #pragma once
 
 #include <array>
