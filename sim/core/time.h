@@ -28,6 +28,10 @@ void note_board_time(store &kept);
 // The same, when it has moved by so much that a killed run would lose something of it. Begins the time of a new board.
 void note_board_time_now_and_then(store &kept);
 
+// From now on this process takes the moment that was noted last for the present: what is done by hand before a run on
+// the virtual clock happens at the moment at which that run starts, however long ago on the desk the last one was.
+void let_board_time_stand_still();
+
 // What a run on the virtual clock starts with. Throws store_error.
 int64_t board_time_at_start(const std::filesystem::path &state_dir);
 

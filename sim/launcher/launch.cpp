@@ -261,6 +261,9 @@ std::optional<fs::path> make_ready(const launch_options &options, const fs::path
     if (!options.pull.empty() || !options.plug.empty()) {
         refit(merged, state, {options.pull, options.plug});
     }
+    if (options.clock == "virtual") {
+        let_board_time_stand_still();
+    }
     act_by_hand(options, merged, state);
     if (!is_run) {
         return std::nullopt;

@@ -1,7 +1,10 @@
 // The bench technician's hand, through the real launcher.
+#include "sim/core/store.h"
+#include "sim/core/time.h"
 #include "tests/sim/support.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace kestro_tests {
 
@@ -27,6 +30,17 @@ class Hand : public testing::Test {
         EXPECT_EQ(result.err, "kestro_sim: " + said + "\n");
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(result.status, 2);
+    }
+
+    // As if the last run had been an hour ago on the desk.
+    void let_an_hour_pass_on_the_desk() const {
+        kestro_sim::store kept(state_);
+        const uint64_t hour = 3600ULL * static_cast<uint64_t>(kestro_sim::nanoseconds_per_second);
+        const std::optional<uint64_t> noted = kept.get("time/real_ns");
+        ASSERT_TRUE(noted.has_value());
+        kestro_sim::change writes;
+        writes.put("time/real_ns", *noted - hour);
+        ASSERT_TRUE(kept.commit(writes));
     }
 
   private:
@@ -127,6 +141,18 @@ TEST_F(Hand, SaysWhichValuesAreRight) {
                    "--get: '" + here + "/led/lamp/0' names more than one register; kestro_sim --list " + here +
                        "/led/lamp/0 shows them");
     expect_refused({"--get"}, "--get: its value is missing; right is --get PATH");
+}
+
+// The link of an inner port begins anew at the moment at which its loop is taken away, and needs two seconds.
+TEST_F(Hand, BeforeAVirtualRunTheClockStandsStill) {
+    const std::string loop = here + "/inner_mac/0/0x00=";
+    prints({"--clock", "virtual", "--set", loop + "1", "--run", "kestro_call", "--",
+            "drv_ieth_get_link_status(port=0)"});
+    let_an_hour_pass_on_the_desk();
+    EXPECT_EQ(prints({"--clock", "virtual", "--set", loop + "0", "--run", "kestro_call", "--", "wait 1.999",
+                      "drv_ieth_get_link_status(port=0)", "wait 0.001", "drv_ieth_get_link_status(port=0)"}),
+              "drv_ieth_get_link_status(port=0) = 0x0 status=0\n"
+              "drv_ieth_get_link_status(port=0) = 0x0 status=1\n");
 }
 
 TEST_F(Hand, NothingIsDoneWhenOneOfThemIsWrong) {
