@@ -8,6 +8,7 @@
 // request's words. Neither the product nor what it is run with knows of it.
 //
 // It is C++ without a C++ run-time library, and without the sanitizers, which are not all set up yet when it runs.
+#include "tests/support/fork_server/rehearsal.h"
 #include "tests/support/fork_server/request.h"
 
 #include <cerrno>
@@ -87,6 +88,20 @@ char **take_texts(char *&at, uint32_t count) {
     return list;
 }
 
+// Gives the directory of the run.
+const char *take_run(const run_request &head) {
+    char *at = texts;
+    const char *directory = at;
+    at += strlen(at) + 1;
+    words = take_texts(at, head.words);
+    environ = take_texts(at, head.variables);
+    word_count = static_cast<int>(head.words);
+    if (words == nullptr || environ == nullptr) {
+        _exit(126);
+    }
+    return directory;
+}
+
 void become_run(const run_request &head, const int (&descriptors)[descriptors_of_run], int socket) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     dup2(descriptors[0], STDOUT_FILENO);
@@ -94,13 +109,8 @@ void become_run(const run_request &head, const int (&descriptors)[descriptors_of
     close(descriptors[0]);
     close(descriptors[1]);
     close(socket);
-    char *at = texts;
-    const char *directory = at;
-    at += strlen(at) + 1;
-    words = take_texts(at, head.words);
-    environ = take_texts(at, head.variables);
-    word_count = static_cast<int>(head.words);
-    if (words == nullptr || environ == nullptr || (*directory != '\0' && chdir(directory) != 0)) {
+    const char *directory = take_run(head);
+    if (*directory != '\0' && chdir(directory) != 0) {
         _exit(126);
     }
 }
@@ -112,7 +122,7 @@ int32_t end_of(pid_t run) {
     return status;
 }
 
-// Comes back in each child, never in the server.
+// Comes back in each child, and in the server for a rehearsal, whose end leads into here again.
 void serve(int socket) {
     for (;;) {
         int descriptors[descriptors_of_run];
@@ -122,8 +132,12 @@ void serve(int socket) {
             end_server();
         }
         receive_whole(socket, texts, head.size);
-        const pid_t run = fork();
-        if (run == 0) {
+        if (head.is_rehearsal != 0 && begin_rehearsal()) {
+            take_run(head);
+            return;
+        }
+        const pid_t run = head.is_rehearsal != 0 ? 0 : fork();
+        if (run == 0 && head.is_rehearsal == 0) {
             become_run(head, descriptors, socket);
             return;
         }
@@ -131,7 +145,7 @@ void serve(int socket) {
         close(descriptors[1]);
         free(texts);
         send_number(socket, run);
-        send_number(socket, run < 0 ? 127 << 8 : end_of(run));
+        send_number(socket, run < 0 ? 127 << 8 : run == 0 ? 0 : end_of(run));
     }
 }
 
@@ -143,6 +157,13 @@ __attribute__((constructor)) void start() {
     // A test program that is killed takes its server and what runs with it.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     serve(atoi(socket));
+}
+
+// The libraries in front have ended by now.
+__attribute__((destructor)) void finish() {
+    if (is_rehearsing()) {
+        end_rehearsal();
+    }
 }
 
 } // namespace
