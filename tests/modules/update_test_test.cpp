@@ -80,6 +80,17 @@ TEST(UpdateTest, StatusOfTheLockWordThatIsNotTold) {
                    "drv_get_boot_lockword_status ret:5\r\nlockword set by user\r\n");
 }
 
+// The simulated board has the files in the home directory of its software, and no other.
+TEST(UpdateTest, StartUpFileOfASimulatedBoard) {
+    const std::string script = "drv_update_startup_file = pass";
+    expect_success("update_test update_startup_file 2 power_app.bin", script,
+                   "file_type[2], file_name[power_app.bin]\r\n"
+                   "file_type[2], file_name[power_app.bin],[ret]:0 success\r\n");
+    expect_failure("update_test update_startup_file 2 none.bin", script,
+                   "file_type[2], file_name[none.bin]\r\n"
+                   "file_type[2], file_name[none.bin],[ret]:-2129592058 fail\r\n");
+}
+
 // The simulated board, as delivered, after a clearing, and with a word of the owner's in its flash.
 TEST(UpdateTest, LockWordOfASimulatedBoard) {
     begin_new_board();

@@ -64,9 +64,9 @@ std::string info(board &b) {
 } // namespace
 
 void startup_file::choose_next(board &b, const device_of<family> &file, std::string_view name) {
-    const bool is_name = name.find('/') == name.npos;
+    const bool is_name = name.find('/') == std::string_view::npos;
     const std::string path = is_name ? std::string(home).append(name) : std::string(name);
-    refuse_if(path.size() > path_max || !path.starts_with(software) || path.find("/../") != path.npos,
+    refuse_if(path.size() > path_max || !path.starts_with(software) || path.find("/../") != std::string::npos,
               error::bad_value);
     refuse_if(!is_file_with_content(path), error::bad_value);
     change writes;
@@ -81,7 +81,7 @@ boot_lock::kind boot_lock::read(board &b, const device_of<family> &lock) {
     }
     const std::string text(record.begin(), record.end());
     const size_t end = text.find('\0');
-    refuse_if(!text.starts_with(lock_head) || end == text.npos, error::damaged);
+    refuse_if(!text.starts_with(lock_head) || end == std::string::npos, error::damaged);
     return end == lock_head.size() ? kind::none : kind::of_user;
 }
 

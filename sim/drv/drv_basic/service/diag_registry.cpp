@@ -35,7 +35,8 @@ known_commands &commands_of_program() {
 diag_words words_of(std::string_view line) {
     constexpr std::string_view blanks = " \t\r\n";
     diag_words words;
-    for (size_t at = line.find_first_not_of(blanks); at != line.npos; at = line.find_first_not_of(blanks, at)) {
+    for (size_t at = line.find_first_not_of(blanks); at != std::string_view::npos;
+         at = line.find_first_not_of(blanks, at)) {
         const size_t end = std::min(line.find_first_of(blanks, at), line.size());
         words.emplace_back(line.substr(at, end - at));
         at = end;
