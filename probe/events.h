@@ -32,6 +32,13 @@ requires std::is_integral_v<Number> std::string shown(const char *name, Number n
     return shown_number(name, std::is_signed_v<Number> ? scalar::int64 : scalar::uint64, static_cast<uint64_t>(number));
 }
 
+// An empty text, as far as there is room for one.
+template <typename Size> void answer_nothing(char *area, Size size) {
+    if (area != nullptr && size > 0) {
+        *area = '\0';
+    }
+}
+
 // One comment line: what was called, with what.
 void print_event(const char *type, const std::vector<std::string> &values);
 

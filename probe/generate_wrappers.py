@@ -11,6 +11,7 @@ from __future__ import annotations
 import argparse
 import re
 import sys
+from dataclasses import dataclass, field
 from pathlib import Path
 
 from interface import Callback, Interface, InterfaceError, Operation, Record, Value, read_interface
@@ -174,39 +175,59 @@ def wrappers_file(interface: Interface, headers: list[Path]) -> str:
     return "".join(parts)
 
 
-def callback_words(callback: Callback) -> tuple[list[str], list[str], str]:
-    """The parameters of a function of that type, what it hands on to be shown, and the format where it has one."""
+@dataclass
+class CallbackWords:
+    """The parameters of a function of that type, what it hands on to be shown, the format where it has one, and the
+    text areas that it is to fill, each with its size."""
+
+    heads: list[str] = field(default_factory=list)
+    shown: list[str] = field(default_factory=list)
+    form: str = ""
+    areas: list[tuple[str, str]] = field(default_factory=list)
+
+
+def callback_words(callback: Callback) -> CallbackWords:
     pieces = [piece.strip() for piece in re.split(r",(?![^()]*\))", callback.parameters) if piece.strip() != "void"]
-    heads, shown, form = [], [], ""
+    words = CallbackWords()
+    numbers: dict[str, str] = {}
+    areas: list[tuple[str, str]] = []
     for index, piece in enumerate(pieces):
         if piece == "...":
-            heads.append(piece)
-            shown.pop()
-            form = f"a{index - 1}"
+            words.heads.append(piece)
+            words.shown.pop()
+            words.form = f"a{index - 1}"
             continue
-        match = re.fullmatch(r"(DRV_IN_TEXT )?((?:const )?(?:struct )?\w+ (?:\*)?)(\w+)", piece)
-        if not match:
+        match = re.fullmatch(
+            r"(?:(DRV_IN_TEXT)|DRV_OUT_TEXT\((\w+)\))? ?((?:const )?(?:struct )?\w+ (?:\*)?)(\w+)", piece)
+        if not match or (match[2] and match[3].strip() != "char *"):
             raise InterfaceError(f"callback {callback.name}: parameter '{piece}' is not understood")
-        text, kind, name = match.groups()
-        heads.append(f"[[maybe_unused]] {kind}a{index}")
-        if text:
-            shown.append(f'shown("{name}", a{index})')
-        elif kind.strip() in SCALAR_NAMES:
-            shown.append(f'shown("{name}", a{index})')
-    return heads, shown, form
+        text, size, kind, name = match.groups()
+        words.heads.append(f"[[maybe_unused]] {kind}a{index}")
+        if size:
+            areas.append((f"a{index}", size))
+        elif text or kind.strip() in SCALAR_NAMES:
+            words.shown.append(f'shown("{name}", a{index})')
+        if "int" in SCALAR_NAMES.get(kind.strip(), ""):
+            numbers[name] = f"a{index}"
+    for area, size in areas:
+        if size not in numbers:
+            raise InterfaceError(f"callback {callback.name}: size '{size}' names no number that is passed in")
+        words.areas.append((area, numbers[size]))
+    return words
 
 
 def callback_function(callback: Callback) -> str:
-    heads, shown, form = callback_words(callback)
+    words = callback_words(callback)
     body = ""
-    if form:
-        body += (f"    va_list values;\n    va_start(values, {form});\n"
-                 f'    const std::string whole = shown_format("text", {form}, values);\n    va_end(values);\n')
-        shown.append("whole")
-    listed = ", ".join(shown)
+    if words.form:
+        body += (f"    va_list values;\n    va_start(values, {words.form});\n"
+                 f'    const std::string whole = shown_format("text", {words.form}, values);\n    va_end(values);\n')
+        words.shown.append("whole")
+    listed = ", ".join(words.shown)
     body += f'    print_event("{callback.name}", {{{listed}}});\n'
+    body += "".join(f"    answer_nothing({area}, {size});\n" for area, size in words.areas)
     body += "" if callback.result == "void" else "    return {};\n"
-    return f'{callback.result} on_{callback.name}({", ".join(heads)}) {{\n{body}}}\n'
+    return f'{callback.result} on_{callback.name}({", ".join(words.heads)}) {{\n{body}}}\n'
 
 
 def callback_users(interface: Interface) -> list[tuple[str, str, str]]:

@@ -34,6 +34,7 @@ constexpr std::array rows = {
     command_row{"pll_test", pll_test, "kestro_test pll_test"},
     command_row{"rtc_test", rtc_test, "kestro_test rtc_test"},
     command_row{"fan_test", fan_test, "kestro_test fan_test"},
+    command_row{"update_test", update_test, "kestro_test update_test"},
     command_row{"phy_test", phy_test, "kestro_test phy_test"},
     command_row{"backplane_test", backplane_test, "kestro_test backplane_test"},
     command_row{"sata_test", sata_test, "kestro_test sata_test"},
@@ -51,11 +52,13 @@ constexpr std::array rows = {
     command_row{"clusterport_test", clusterport_test, "kestro_test clusterport_test"},
     command_row{"softreset_test", softreset_test, "kestro_test softreset_test"},
     command_row{"console_redirect_test", console_redirect_test, "kestro_test console_redirect_test"},
+    command_row{"diagnose_cmd_test", diagnose_cmd_test, "kestro_test diagnose_cmd_test"},
     command_row{"led_test", led_test, "kestro_test led_test"},
     command_row{"i2c_test", i2c_test, "kestro_test i2c_test"},
     command_row{"lbc_test", lbc_test, "kestro_test lbc_test"},
     command_row{"smi_test", smi_test, "kestro_test smi_test"},
     command_row{"ieth_test", ieth_test, "kestro_test ieth_test"},
+    command_row{"diag_test", diag_test, "kestro_test diag_test"},
 };
 
 static_assert(rows_are_sound(rows));

@@ -88,6 +88,20 @@ TEST(KestroCallTest, CallbacksSayThatTheyWereCalled) {
                    "drv_board_in_out_reg(handler=callback, user_data=callback, name=\"x\", flag=1) = 0x0");
 }
 
+TEST(KestroCallTest, ACallbackThatIsToFillATextGivesAnEmptyOne) {
+    const process_result run =
+        call({"drv_diag_reg_cmd_list(records=[{command=\"a b\" handler=callback key=\"k\" help=\"h\"} {key=\"l\"}])",
+              "drv_diag_cmd_process(command=\"a b\")"});
+    EXPECT_EQ(run.out, "drv_diag_reg_cmd_list(records=[{command=\"a b\" handler=callback key=\"k\" help=\"h\"} "
+                       "{command=null handler=null key=\"l\" help=null}], count=2) = 0x0\n"
+                       "drv_diag_cmd_process(command=\"a b\", size=256) ...\n"
+                       "# event: drv_diag_handler(size=256, first=1, second=2, third=0xffffffff)\n"
+                       "# event: drv_diag_handler(size=0, first=0, second=0, third=0)\n"
+                       "drv_diag_cmd_process(command=\"a b\", size=256) = 0x7800 output=\"\"\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, 1);
+}
+
 TEST(KestroCallTest, ACrashIsTheLastThingThatIsPrinted) {
     const process_result run = call({"drv_mac_get_num(type_id=1)", "drv_voltage_init(inst_id=7)"});
     EXPECT_EQ(run.out, "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0x0 num=4\n"

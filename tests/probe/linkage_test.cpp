@@ -129,6 +129,24 @@ TEST(LinkageTest, ARecordWithPointersIsPassedBothWays) {
               std::string::npos);
 }
 
+TEST(LinkageTest, ACallbackThatFillsAnAreaSaysHowLongThatIs) {
+    const auto says = [](const std::string &parameters) {
+        std::vector<std::string> argv = generator();
+        argv.insert(argv.end(),
+                    {"--callbacks", new_scratch_dir() + "/callbacks.cpp",
+                     scratch_file("fills.h", "typedef void (*fill)(" + parameters + ");\nuint32_t op(fill hook);\n")});
+        return run_process(argv).err;
+    };
+    EXPECT_EQ(says("DRV_OUT_TEXT(size) char *output, uint32_t size"), "");
+    EXPECT_EQ(says("DRV_OUT_TEXT(length) char *output, uint32_t size"),
+              "generate_wrappers: callback fill: size 'length' names no number that is passed in\n");
+    EXPECT_EQ(says("DRV_OUT_TEXT(size) const char *output, uint32_t size"),
+              "generate_wrappers: callback fill: parameter 'DRV_OUT_TEXT(size) const char *output' is not "
+              "understood\n");
+    EXPECT_EQ(says("DRV_OUT_BYTES(size) char *output, uint32_t size"),
+              "generate_wrappers: callback fill: parameter 'DRV_OUT_BYTES(size) char *output' is not understood\n");
+}
+
 TEST(LinkageTest, ANewOperationNeedsOnlyItsDeclaration) {
     const std::string header = scratch_file("new.h", "uint32_t drv_new(uint32_t a);\nuint32_t drv_alpha(void);\n");
     std::vector<std::string> argv = generator();

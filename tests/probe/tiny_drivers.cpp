@@ -5,6 +5,7 @@
 #include "drv_basic/management/drv_board.h"
 #include "drv_basic/management/drv_led.h"
 #include "drv_basic/management/drv_reset.h"
+#include "drv_basic/service/drv_diag_cmd.h"
 #include "drv_basic/service/drv_log.h"
 
 #include <csignal>
@@ -61,6 +62,21 @@ uint32_t drv_log_record(uint32_t, uint32_t, uint32_t, const char *format, ...) {
     va_end(values);
     printf("driver log: %s\n", text);
     return 0;
+}
+
+static drv_diag_handler diag_handler = nullptr;
+
+uint32_t drv_diag_reg_cmd_list(const drv_diag_record *records, uint32_t) {
+    diag_handler = records[0].handler;
+    return 0;
+}
+
+// Has the handler called once more without an area to write to: what stands there stays as it was.
+uint32_t drv_diag_cmd_process(const char *, char *output, uint32_t size) {
+    char untouched = 'x';
+    output[0] = 'y';
+    const uint32_t ret = diag_handler(output, size, 1, 2, 0xffffffff);
+    return (ret + diag_handler(&untouched, 0, 0, 0, 0)) | static_cast<uint32_t>(untouched) << 8;
 }
 
 uint32_t drv_reset_get_code(drv_reset_code *code) {

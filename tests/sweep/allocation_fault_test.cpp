@@ -1,12 +1,15 @@
 // Every sub-command with each allocation of the program failing in turn.
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "tests/sweep/sweep.h"
 
 using namespace kestro_tests;
 
 namespace {
 
+class ModuleTable : public testing::TestWithParam<std::string> {};
 class ModuleAllocations : public testing::TestWithParam<std::string> {};
 class CommandAllocations : public testing::TestWithParam<sub_command> {};
 
@@ -29,6 +32,19 @@ process_result run_failing(size_t allocation, const test_line &line) {
 // The table, and a copy of name and help for each row.
 size_t allocations_of_table(size_t rows) {
     return 1 + 2 * rows;
+}
+
+// What a diagnose module prints between its lines and the end of the usage when it has no row.
+const std::string usage_without_rows = "kestro_test: too few args!\n\n\nUsage: kestro_test [OPTION]\t\n"
+                                       "List the functionalities for kestro_test \n";
+
+// The diagnose modules say that they have no table, or no row, and go on. By their tags.
+const std::map<std::string, std::string> diagnose_modules{{"diagnose_cmd_test", "diagnose"}, {"diag_test", "diag"}};
+
+std::vector<std::string> modules_that_need_their_table() {
+    std::vector<std::string> modules = all_modules();
+    std::erase_if(modules, [](const std::string &module) { return diagnose_modules.contains(module); });
+    return modules;
 }
 
 // Behind the last allocation of a run, failing one changes nothing any more.
@@ -55,7 +71,23 @@ TEST(RootAllocationSweep, ATableThatCannotBeHadEndsTheRun) {
     }
 }
 
-TEST_P(ModuleAllocations, AModuleTableThatCannotBeHadFailsTheModule) {
+TEST(DiagnoseModuleAllocations, GoOnWithoutATableOrARow) {
+    const size_t first = allocations_of_table(all_modules().size()) + 1;
+    for (const auto &[module, tag] : diagnose_modules) {
+        const std::string no_row = "[" + tag + " module] cmd register fail.\n" + usage_without_rows;
+        const process_result without_table = run_failing(first, {{module}, ""});
+        EXPECT_EQ(without_table.out,
+                  "[" + tag + " module] malloc cmd-tbl buff fail.\nkestro_test: cmd full\n" + no_row);
+        EXPECT_EQ(without_table.status, 0);
+        for (const size_t copy : {first + 1, first + 2}) {
+            const process_result without_row = run_failing(copy, {{module}, ""});
+            EXPECT_EQ(without_row.out, "kestro_test: strdup failed\n" + no_row);
+            EXPECT_EQ(without_row.status, 0);
+        }
+    }
+}
+
+TEST_P(ModuleTable, AModuleTableThatCannotBeHadFailsTheModule) {
     const size_t first = allocations_of_table(all_modules().size()) + 1;
     const process_result result = run_failing(first, {{GetParam()}, ""});
     EXPECT_EQ(result.out, operate_fail(GetParam()));
@@ -79,6 +111,8 @@ TEST_P(CommandAllocations, FailInTurn) {
     sweep_handler(swept_runs(GetParam()).front(), first);
 }
 
+INSTANTIATE_TEST_SUITE_P(All, ModuleTable, testing::ValuesIn(modules_that_need_their_table()),
+                         [](const auto &module) { return module.param; });
 INSTANTIATE_TEST_SUITE_P(All, ModuleAllocations, testing::ValuesIn(all_modules()),
                          [](const auto &module) { return module.param; });
 INSTANTIATE_TEST_SUITE_P(All, CommandAllocations, testing::ValuesIn(sub_commands_swept_here()), name_of_command);

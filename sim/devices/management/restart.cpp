@@ -2,6 +2,7 @@
 #include "sim/devices/management/restart.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/management/startup.h"
 #include "sim/devices/storage/flash_environment.h"
 #include "sim/devices/storage/memory_environment.h"
 
@@ -15,6 +16,7 @@ void note_start(board &b, change &writes, const std::string &place, restart_reas
     const bool is_soft = reason != restart_reason::power_on && kind == restart_kind::warm;
     note_start_in_memory(b, writes, place, reason, is_soft);
     note_start_in_flash(b, writes, place, reason, is_soft);
+    note_start_of_files(b, writes, place);
 }
 
 } // namespace
