@@ -146,8 +146,8 @@ TEST_F(Hand, SaysWhichValuesAreRight) {
 // The link of an inner port begins anew at the moment at which its loop is taken away, and needs two seconds.
 TEST_F(Hand, BeforeAVirtualRunTheClockStandsStill) {
     const std::string loop = here + "/inner_mac/0/0x00=";
-    prints({"--clock", "virtual", "--set", loop + "1", "--run", "kestro_call", "--",
-            "drv_ieth_get_link_status(port=0)"});
+    prints(
+        {"--clock", "virtual", "--set", loop + "1", "--run", "kestro_call", "--", "drv_ieth_get_link_status(port=0)"});
     let_an_hour_pass_on_the_desk();
     EXPECT_EQ(prints({"--clock", "virtual", "--set", loop + "0", "--run", "kestro_call", "--", "wait 1.999",
                       "drv_ieth_get_link_status(port=0)", "wait 0.001", "drv_ieth_get_link_status(port=0)"}),
