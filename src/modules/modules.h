@@ -1,6 +1,7 @@
 // The module commands: each receives the words behind its own name, the sub-command first.
 #pragma once
 
+int alg_test(int count, char **args);
 int avs_test(int count, char **args);
 int backplane_test(int count, char **args);
 int barcode_test(int count, char **args);
