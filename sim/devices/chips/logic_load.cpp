@@ -4,6 +4,7 @@
 #include "sim/core/catalogue.h"
 #include "sim/core/register_space.h"
 #include "sim/core/time.h"
+#include "sim/devices/management/restart.h"
 
 namespace kestro_sim {
 
@@ -36,14 +37,13 @@ void need_own_load(board &b, const logic_of &chip, const logic_load::begun &load
 }
 
 // An FPGA that was loaded begins as after power-on.
-void reset_registers(board &b, const logic_of &chip) {
+void reset_registers(board &b, change &writes, const logic_of &chip) {
     const register_space *const space = find_space("cpld", chip);
     for (const space_register &each : space == nullptr ? std::span<const space_register>() : space->registers) {
         if (each.fields.empty() && each.read == nullptr) {
             force_space(b, *space, chip, each.address, each.reset_value);
         }
     }
-    change writes;
     b.put(writes, chip, logic_chip::upsets, 0);
     b.put(writes, chip, logic_chip::scratch, logic_chip::scratch.reset_value);
     if (b.has(chip, logic_chip::np_slave)) {
@@ -51,7 +51,6 @@ void reset_registers(board &b, const logic_of &chip) {
         b.put(writes, chip, logic_chip::np_low, 0);
         b.put(writes, chip, logic_chip::np_high, 0);
     }
-    b.commit(writes);
 }
 
 // A chip that did not tell when its logic was made does so from then on.
@@ -76,13 +75,23 @@ logic_load::begun logic_load::begin_cpld(board &b, const logic_of &chip, std::sp
 
 void logic_load::finish_fpga(board &b, const logic_of &chip, const begun &load) {
     need_own_load(b, chip, load);
-    reset_registers(b, chip);
-    b.put(chip, logic_chip::load, logic_chip::load_running);
+    change writes;
+    reset_registers(b, writes, chip);
+    b.put(writes, chip, logic_chip::load, logic_chip::load_running);
+    b.commit(writes);
 }
 
 void logic_load::finish_cpld(board &b, const logic_of &chip, const begun &load) {
     need_own_load(b, chip, load);
     b.put(chip, logic_chip::load, logic_chip::load_waiting);
+}
+
+void logic_load::finish_by_restart(board &b, const logic_of &chip, const begun &load) {
+    need_own_load(b, chip, load);
+    change writes;
+    take_over(b, writes, chip);
+    note_restart(b, writes, chip.instance, restart_reason::command, restart_kind::cold);
+    b.commit(writes);
 }
 
 logic_load::begun logic_load::begin_card(board &b, const card_logic_of &chip, std::span<const uint8_t> bytes) {

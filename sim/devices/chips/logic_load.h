@@ -32,6 +32,7 @@ begun begin_card(board &b, const device_of<pic_cpld::family> &chip, std::span<co
 // Refuse (not_ready) when another load was begun meanwhile, or the chip started anew.
 void finish_fpga(board &b, const device_of<logic_chip::family> &chip, const begun &load);
 void finish_cpld(board &b, const device_of<logic_chip::family> &chip, const begun &load);
+void finish_by_restart(board &b, const device_of<logic_chip::family> &chip, const begun &load); // of a CPLD
 void finish_card(board &b, const device_of<pic_cpld::family> &chip, const begun &load);
 
 // What the logic chips of a place do when it starts cold.

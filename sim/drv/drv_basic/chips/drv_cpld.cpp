@@ -2,7 +2,6 @@
 #include "drv_basic/chips/drv_cpld.h"
 
 #include "sim/devices/chips/fpga.h"
-#include "sim/devices/management/restart.h"
 #include "sim/drv/drv_basic/chips/loading.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
@@ -143,15 +142,11 @@ uint32_t drv_cpld_load(uint32_t inst_id, uint32_t chip_id, const uint8_t *buffer
         [&](board &b, const logic_load::begun &load) { logic_load::finish_cpld(b, chip(b, inst_id, chip_id), load); });
 }
 
-// A run that is killed between its logic and its restart leaves the logic to the next start.
 uint32_t drv_jtag_load_cpld(uint32_t inst_id, uint32_t chip_id, const uint8_t *buffer, uint32_t length) {
     return load_in_steps(
         buffer, length,
         [&](board &b, image_bytes image) { return logic_load::begin_cpld(b, own_chip(b, inst_id, chip_id), image); },
         [&](board &b, const logic_load::begun &load) {
-            logic_load::finish_cpld(b, own_chip(b, inst_id, chip_id), load);
-            change writes;
-            note_restart(b, writes, b.self(), restart_reason::command, restart_kind::cold);
-            b.commit(writes);
+            logic_load::finish_by_restart(b, own_chip(b, inst_id, chip_id), load);
         });
 }
