@@ -175,7 +175,7 @@ TEST_F(LogicLoad, UpsetsAreForgotten) {
 
 // The new half of its flash is taken by a cold start, of which there are several kinds.
 TEST_F(LogicLoad, ACpldTakesItsImageAtAColdStart) {
-    const std::string waits = "drv_cpld_reg_read(chip_id=0, offset=0x33)";
+    const std::string waits = "drv_cpld_reg_read(chip_id=0, offset=0x38)";
     EXPECT_EQ(answers({cpld_call({.part = 0x00C50001, .version = 0x0999}), cpld_call(cpld0), version_of(0), waits,
                        warm_start, version_of(0), waits, cold_start, version_of(0), waits,
                        "drv_cpld_get_build_time(chip_id=0)", "drv_cpld_reg_read(chip_id=0, offset=1)",

@@ -75,7 +75,7 @@ constexpr space_register cpld_registers[]{
      start_bits},
     {0x31, "reason", "why the board started last", 0, 0xF0, 0, reason_bits},
     {0x32, "bootstep", "how far the start has come", 0, 0, 0, step_bits},
-    {0x33, "flash", "bit 0: new logic waits for the next cold start", 0, 0, 0, {}, 1, read_waiting},
+    {0x38, "flash", "bit 0: new logic waits for the next cold start", 0, 0, 0, {}, 1, read_waiting},
     {0x40, "latch", "bit 0: the supply fell; a written 1 clears it", 0, 0xFE, 0, latch_bits},
     {0x41, "latch_mask", "which bits of the latch interrupt", 0xFF},
 };
