@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "shell/whole_file.h"
 #include "tests/selftest/faults.h"
@@ -72,6 +74,22 @@ TEST(WholeFile, TheLargestAndOneByteMore) {
     faults().no_memory = true;
     EXPECT_EQ(read_whole(path, -1, content), "malloc len:1073741824 failure:Cannot allocate memory\r\n");
     EXPECT_FALSE(faults().no_memory);
+}
+
+// Root reads everything, and is somebody else for this one.
+TEST(WholeFile, WithoutTheRightToReadIt) {
+    const std::string path = scratch_file("secret", "12345");
+    ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    constexpr uid_t nobody = 65534;
+    const uid_t user = geteuid();
+    whole_file file{};
+    const std::string said = printed_by([&] {
+        EXPECT_TRUE(user != 0 || seteuid(nobody) == 0);
+        EXPECT_EQ(read_whole_file(path.c_str(), &file), -1);
+        EXPECT_EQ(seteuid(user), 0);
+    });
+    EXPECT_EQ(said, "open file[" + path + "] failure:Permission denied\r\n");
+    EXPECT_EQ(file.bytes, nullptr);
 }
 
 TEST(WholeFile, WhatCannotBeOpenedOrHasNoLength) {

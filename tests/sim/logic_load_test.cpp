@@ -256,7 +256,9 @@ TEST_F(LogicLoad, CardsThatAreNotReached) {
     EXPECT_EQ(answers({card_call(card_logic, "chip_id=4"), card_call(card_logic, "inst_id=0xff000004, chip_id=0")},
                       {"--board", "mpu_slave"}),
               not_ready + not_ready);
+    EXPECT_EQ(answers({card_call(card_logic, "chip_id=4")}, {"--set", "slot9/spi/chip/4/silent=1"}), not_ready);
     EXPECT_EQ(value("slot5/pic/cpld/0/loads"), "0\n");
+    EXPECT_EQ(value("slot4/pic/cpld/0/loads"), "0\n");
 }
 
 // Nothing has changed after any of them.

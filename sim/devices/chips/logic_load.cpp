@@ -94,10 +94,10 @@ void logic_load::finish_by_restart(board &b, const logic_of &chip, const begun &
     b.commit(writes);
 }
 
-logic_load::begun logic_load::begin_card(board &b, const card_logic_of &chip, std::span<const uint8_t> bytes) {
-    const logic_image image = image_for(bytes, b.get(chip, pic_cpld::part));
+logic_load::begun logic_load::begin_card(board &b, const card_logic_of &chip, std::span<const uint8_t> image) {
+    const logic_image taken = image_for(image, b.get(chip, pic_cpld::part));
     const uint32_t number = b.get(chip, pic_cpld::loads) + 1U;
-    b.put_all(chip, {{pic_cpld::loading, 1}, {pic_cpld::loads, number}, {pic_cpld::loaded_version, image.version}});
+    b.put_all(chip, {{pic_cpld::loading, 1}, {pic_cpld::loads, number}, {pic_cpld::loaded_version, taken.version}});
     return {number, b.get(chip, pic_cpld::load_time) * nanoseconds_per_millisecond};
 }
 

@@ -100,7 +100,7 @@ spi_card_place place_of_its_card(board &b, const spi_chip::one &chip) {
 }
 
 pic_cpld::one answering_cpld(board &b, const spi_chip::one &chip) {
-    const pic_cpld::one cpld = pic_cpld::behind(b, chip);
+    pic_cpld::one cpld = pic_cpld::behind(b, chip);
     refuse_if(b.get(cpld, pic_cpld::loading) != 0, error::not_ready);
     return cpld;
 }

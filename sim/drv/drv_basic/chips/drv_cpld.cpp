@@ -16,7 +16,7 @@ uint32_t accept_instance(uint32_t inst_id) {
 }
 
 logic_chip::one chip(board &b, uint32_t inst_id, uint32_t chip_id) {
-    const logic_chip::one found = b.find<logic_chip::family>(inst_id, chip_id);
+    logic_chip::one found = b.find<logic_chip::family>(inst_id, chip_id);
     logic_chip::need_logic(b, found);
     return found;
 }

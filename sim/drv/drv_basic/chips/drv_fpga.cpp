@@ -10,7 +10,7 @@ using namespace kestro_sim;
 namespace {
 
 logic_chip::one chip_with_logic(board &b, uint32_t inst_id, uint32_t chip_id) {
-    const logic_chip::one found = b.find<logic_chip::family>(inst_id, chip_id);
+    logic_chip::one found = b.find<logic_chip::family>(inst_id, chip_id);
     logic_chip::need_logic(b, found);
     return found;
 }
