@@ -171,6 +171,8 @@ TEST_F(LogicLoad, UpsetsAreForgotten) {
               "0x0 result=1 msg=\"turned bits: 3\"\n0x0\n0x0 result=1 msg=\"turned bits: 3\"\n0x0\n"
               "0x0 result=0 msg=\"\"\n" +
                   not_supported + no_such_device + no_such_instance + not_supported);
+    EXPECT_EQ(answers({warm_start, check, cold_start, check}, {"--set", "slot9/board/logic/1/upsets=5"}),
+              ok + "0x0 result=1 msg=\"turned bits: 5\"\n" + ok + "0x0 result=0 msg=\"\"\n");
 }
 
 // The new half of its flash is taken by a cold start, of which there are several kinds.

@@ -46,10 +46,12 @@ void reset_registers(board &b, change &writes, const logic_of &chip) {
     }
     b.put(writes, chip, logic_chip::upsets, 0);
     b.put(writes, chip, logic_chip::scratch, logic_chip::scratch.reset_value);
-    if (b.has(chip, logic_chip::np_slave)) {
-        b.put(writes, chip, logic_chip::np_slave, 0);
-        b.put(writes, chip, logic_chip::np_low, 0);
-        b.put(writes, chip, logic_chip::np_high, 0);
+    using written_register = written_of<logic_chip::family>;
+    for (const written_register each :
+         std::initializer_list<written_register>{logic_chip::np_slave, logic_chip::np_low, logic_chip::np_high}) {
+        if (b.has(chip, each)) {
+            b.put(writes, chip, each, 0);
+        }
     }
 }
 
@@ -115,6 +117,10 @@ void logic_load::start_logic(board &b, change &writes, const std::string &place)
         }
         if (load != logic_chip::load_none) {
             b.put(writes, chip, logic_chip::load, logic_chip::load_none);
+        }
+        // An FPGA takes its whole configuration from its flash, without the bits that had turned.
+        if (b.get(chip, logic_chip::is_fpga) != 0 && b.get(chip, logic_chip::upsets) != 0) {
+            b.put(writes, chip, logic_chip::upsets, 0);
         }
     }
     for (const auto &chip : b.all_at<pic_cpld::family>(place)) {
