@@ -1,6 +1,7 @@
 // The module commands: each receives the words behind its own name, the sub-command first.
 #pragma once
 
+int alg_test(int count, char **args);
 int avs_test(int count, char **args);
 int backplane_test(int count, char **args);
 int barcode_test(int count, char **args);
@@ -29,6 +30,7 @@ int ieth_test(int count, char **args);
 int init_test(int count, char **args);
 int lbc_test(int count, char **args);
 int led_test(int count, char **args);
+int load_test(int count, char **args);
 int mac_test(int count, char **args);
 int meth_test(int count, char **args);
 int msc_test(int count, char **args);

@@ -8,10 +8,12 @@
 namespace {
 
 constexpr std::array rows = {
+    command_row{"alg_test", alg_test, "kestro_test alg_test"},
     command_row{"env_test", env_test, "kestro_test env_test"},
     command_row{"flash_test", flash_test, "kestro_test flash_test"},
     command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},
     command_row{"board_test", board_test, "kestro_test board_test"},
+    command_row{"load_test", load_test, "kestro_test load_test"},
     command_row{"voltage_test", voltage_test, "kestro_test voltage_test"},
     command_row{"temp_test", temp_test, "kestro_test temp_test"},
     command_row{"clock_test", clock_test, "kestro_test clock_test"},

@@ -11,6 +11,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zlib
 from pathlib import Path
 
 SOURCE, BUILD = (Path(word) for word in sys.argv[1:3])
@@ -178,6 +179,31 @@ class Scripts(unittest.TestCase):
         run = subprocess.run([str(self.tree / "scripts/setup"), "bench"], env={"PATH": path}, capture_output=True,
                              text=True, check=False)
         self.assert_fails_with_a_line(run, "needs root or sudo", "valgrind")
+
+
+    def test_make_image_writes_numbers_checksum_and_configuration(self) -> None:
+        made = self.elsewhere / "an image"
+        (self.elsewhere / "bits").write_bytes(b"\x00logic\xff")
+        run = self.call("scripts/make_image", "--part", "0x00F90001", "--version", "0x205", "--date", "2026-01-10",
+                        "--data", "bits", str(made))
+        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "", ""))
+        numbers = bytes.fromhex("0100f900 05020000 ea07 01 0a 07000000")
+        checksum = zlib.crc32(numbers + b"\x00logic\xff").to_bytes(4, "little")
+        self.assertEqual(made.read_bytes(), b"KLOG" + numbers + checksum + b"\x00logic\xff")
+        self.call("scripts/make_image", "--part", "1", "--version", "2", "--size", "3", str(made))
+        self.assertEqual(made.stat().st_size, 24 + 3)
+
+    def test_make_image_names_what_is_wrong(self) -> None:
+        good = ["--part", "1", "--version", "2"]
+        for words, part in ((good[:2], "--version"), (good[2:], "--part"), (good, "file"),
+                            ([*good, "--date", "2026-02-30", "x"], "2026-02-30"),
+                            ([*good, "--date", "1999-12-31", "x"], "1999"), ([*good, "--size", "0", "x"], "one byte"),
+                            (["--part", "0x100000000", *good[2:], "x"], "0x100000000"),
+                            ([*good, "--data", "nowhere", "x"], "nowhere"), ([*good, "nowhere/x"], "nowhere/x"),
+                            ([*good, "--size", "1", "--data", "y", "x"], "--size")):
+            with self.subTest(words=words):
+                self.assert_fails_with_a_line(self.call("scripts/make_image", *words), "scripts/make_image", part)
+        self.assertFalse((self.elsewhere / "x").exists())
 
 
 if __name__ == "__main__":

@@ -10,9 +10,9 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <poll.h>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <sys/resource.h>
@@ -217,7 +217,9 @@ std::string scratch_file(const std::string &name, const std::string &content) {
 
 std::string read_file(const std::string &path) {
     std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::ostringstream content;
+    content << file.rdbuf();
+    return std::move(content).str();
 }
 
 void write_file(const std::string &path, const std::string &content) {

@@ -63,6 +63,15 @@ uint32_t drv_cpld_exit_usr_data_pool(uint32_t inst_id);
  * its memory. */
 uint32_t drv_cpld_set_np_para(uint32_t inst_id, uint32_t chip_id, uint32_t slave_addr, uint64_t np_addr);
 
+/* Programs an image into the idle half of the CPLD's flash: the chip goes on with what it has, and runs the new logic
+ * from the next cold start on. The image says which part it is for, and has a checksum; another one is refused and
+ * changes nothing. */
+uint32_t drv_cpld_load(uint32_t inst_id, uint32_t chip_id, DRV_IN_BYTES(length) const uint8_t *buffer, uint32_t length);
+
+/* The same through the test port, which only the board itself reaches; then the board restarts with the new logic. */
+uint32_t drv_jtag_load_cpld(uint32_t inst_id, uint32_t chip_id, DRV_IN_BYTES(length) const uint8_t *buffer,
+                            uint32_t length);
+
 DRV_END_DECLS
 
 #endif

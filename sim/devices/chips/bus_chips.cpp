@@ -145,12 +145,14 @@ void i2c_chip::write(board &b, const one &chip, uint32_t address, std::span<cons
 std::vector<uint8_t> localbus_chip::read(board &b, const one &chip, uint32_t address, uint32_t length) {
     refuse_if(b.get(chip, silent) != 0, error::not_ready);
     const auto found = b.find_at<logic_chip::family>(chip.instance, b.get(chip, logic));
+    logic_chip::need_logic(b, found);
     return read_registers(b, logic_chip::space_of(found), found, address, length);
 }
 
 void localbus_chip::write(board &b, const one &chip, uint32_t address, std::span<const uint8_t> bytes) {
     refuse_if(b.get(chip, silent) != 0, error::not_ready);
     const auto found = b.find_at<logic_chip::family>(chip.instance, b.get(chip, logic));
+    logic_chip::need_logic(b, found);
     write_registers(b, logic_chip::space_of(found), found, address, bytes);
 }
 

@@ -13,12 +13,30 @@ namespace {
 constexpr uint32_t fpga_size = 0x800;
 constexpr bus only_read = bus::read_only;
 
+uint32_t read_load(board &b, const device &chip, uint32_t) {
+    return b.get(device_of<logic_chip::family>{chip}, logic_chip::load) == logic_chip::load_running ? 1 : 0;
+}
+
 // The fields of a space belong to one chip, so each chip has a layout of its own.
 template <uint32_t Id> struct fpga {
-    static constexpr space_field version[]{{0xFFFF, &logic_chip::family, Id, &logic_chip::version, 0, only_read, {}}};
-    static constexpr space_field year[]{{0xFFFF, &logic_chip::family, Id, &logic_chip::build_year, 0, only_read, {}}};
-    static constexpr space_field date[]{{0x00FF, &logic_chip::family, Id, &logic_chip::build_day, 0, only_read, {}},
-                                        {0xFF00, &logic_chip::family, Id, &logic_chip::build_month, 0, only_read, {}}};
+    static constexpr space_field version[]{
+        {0xFFFF, &logic_chip::family, Id, &logic_chip::version, 0, only_read, {logic_chip::read_version, nullptr}}};
+    static constexpr space_field year[]{{0xFFFF,
+                                         &logic_chip::family,
+                                         Id,
+                                         &logic_chip::build_year,
+                                         0,
+                                         only_read,
+                                         {logic_chip::read_build_year, nullptr}}};
+    static constexpr space_field date[]{
+        {0x00FF, &logic_chip::family, Id, &logic_chip::build_day, 0, only_read, {logic_chip::read_build_day, nullptr}},
+        {0xFF00,
+         &logic_chip::family,
+         Id,
+         &logic_chip::build_month,
+         0,
+         only_read,
+         {logic_chip::read_build_month, nullptr}}};
     static constexpr space_field scratch[]{{0xFFFF,
                                             &logic_chip::family,
                                             Id,
@@ -42,6 +60,7 @@ template <uint32_t Id> struct fpga {
         {logic_chip::scratch_address, "scratch", "for trying the bus", 0, 0, 0, scratch},
         {0x10, "agents", "bit N when agent N does not answer", 0, 0xFF00, 0, agents},
         {0x11, "ports", "bit N when the link of port N is down", 0, 0xFF00, 0, ports},
+        {0x12, "load", "bit 0: its logic was loaded since it has power", 0, 0, 0, {}, 1, read_load},
         {0x20, "np_slave", "the network processor's address on the control bus", 0, 0xFF80, 0, slave},
         {0x21, "np_address0", "where its memory is: bits 0 to 15", 0, 0, 0, address0},
         {0x22, "np_address1", "bits 16 to 31", 0, 0, 0, address1},
@@ -134,8 +153,8 @@ finding check_chip_links(board &b, const one &chip) {
 finding check_repeated_loads(board &b, const one &chip) {
     refuse_if(b.get(chip, is_fpga) == 0, error::not_supported);
     finding found;
-    if (const uint32_t loads = b.get(chip, repeated_loads); loads != 0) {
-        add_fault(found, "loads beside the first: " + std::to_string(loads));
+    if (const uint32_t repeats = b.get(chip, repeated_loads); repeats != 0) {
+        add_fault(found, "loads beside the first: " + std::to_string(repeats));
     }
     return found;
 }
@@ -146,6 +165,11 @@ finding check_upsets(board &b, const one &chip) {
         add_fault(found, "turned bits: " + std::to_string(turned));
     }
     return found;
+}
+
+void clear_upsets(board &b, const one &chip) {
+    refuse_if(b.get(chip, is_fpga) == 0, error::not_supported);
+    b.put(chip, upsets, 0);
 }
 
 uint32_t failed_functions(board &b, const one &chip) {

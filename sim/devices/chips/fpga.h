@@ -27,6 +27,7 @@ finding check_chip_links(board &b, const one &chip);
 // Of FPGAs: a CPLD keeps its logic without power (not_supported), and particles do not turn it (no finding).
 finding check_repeated_loads(board &b, const one &chip);
 finding check_upsets(board &b, const one &chip);
+void clear_upsets(board &b, const one &chip);
 
 // Bit 0 the self-test, bit 1 the agents, bit 2 the ports: set where a check that the chip has found a fault.
 uint32_t failed_functions(board &b, const one &chip);

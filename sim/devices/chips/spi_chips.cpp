@@ -85,13 +85,13 @@ template <const device_family &Family> device_of<Family> fitted(board &b, const 
     return found;
 }
 
-struct card_place {
+struct spi_card_place {
     std::string name;
     bool is_reached; // its bus leads to the board of the chip
 };
 
 // Cards stand on the board itself where it has places for them, else in slots.
-card_place place_of_its_card(board &b, const spi_chip::one &chip) {
+spi_card_place place_of_its_card(board &b, const spi_chip::one &chip) {
     const uint32_t number = b.get(chip, spi_chip::unit);
     if (!b.all_at<place_for_card::family>(chip.instance).empty()) {
         return {chip.instance + "/card" + std::to_string(number), true};
@@ -99,12 +99,10 @@ card_place place_of_its_card(board &b, const spi_chip::one &chip) {
     return {place_of_slot(b, number), card_bus::is_open(b, slot_of_place(chip.instance).value_or(0), number)};
 }
 
-device_of<pic_cpld::family> cpld_behind(board &b, const spi_chip::one &chip) {
-    const card_place place = place_of_its_card(b, chip);
-    refuse_if(!place.is_reached || !b.is_present(place.name), error::not_ready);
-    const auto power = board::at<power_domain::family>(place.name, power_domain::card_power);
-    refuse_if(b.get_or(power, power_domain::on, 1) == 0, error::not_ready);
-    return fitted<pic_cpld::family>(b, place.name, 0);
+pic_cpld::one answering_cpld(board &b, const spi_chip::one &chip) {
+    pic_cpld::one cpld = pic_cpld::behind(b, chip);
+    refuse_if(b.get(cpld, pic_cpld::loading) != 0, error::not_ready);
+    return cpld;
 }
 
 constexpr uint32_t cpld_write_bit = 0x8000;
@@ -114,13 +112,13 @@ uint32_t cpld_word(frame_bytes frame, size_t at) {
 }
 
 void write_cpld(board &b, const spi_chip::one &chip, frame_bytes frame) {
-    const auto cpld = cpld_behind(b, chip);
+    const auto cpld = answering_cpld(b, chip);
     refuse_if(frame.size() != 4 || (cpld_word(frame, 0) & cpld_write_bit) == 0, error::bad_value);
     write_space(b, pic_cpld_space, cpld, cpld_word(frame, 0) & ~cpld_write_bit, cpld_word(frame, 2));
 }
 
 std::vector<uint8_t> read_cpld(board &b, const spi_chip::one &chip, frame_bytes command, uint32_t length) {
-    const auto cpld = cpld_behind(b, chip);
+    const auto cpld = answering_cpld(b, chip);
     refuse_if(command.size() != 2 || length != 2 || (cpld_word(command, 0) & cpld_write_bit) != 0, error::bad_value);
     const uint32_t value = read_space(b, pic_cpld_space, cpld, cpld_word(command, 0));
     return {static_cast<uint8_t>(value), static_cast<uint8_t>(value >> 8)};
@@ -199,6 +197,20 @@ std::vector<uint8_t> read_sa8009(board &b, const sa8009::one &chip, frame_bytes 
 }
 
 } // namespace
+
+pic_cpld::one pic_cpld::of_card(board &b, const std::string &place) {
+    const auto power = board::at<power_domain::family>(place, power_domain::card_power);
+    refuse_if(b.get_or(power, power_domain::on, 1) == 0, error::not_ready);
+    return fitted<family>(b, place, 0);
+}
+
+pic_cpld::one pic_cpld::behind(board &b, const spi_chip::one &chip) {
+    refuse_if(b.get(chip, spi_chip::kind) != spi_chip::pic_cpld_kind, error::no_such_device);
+    refuse_if(b.get(chip, spi_chip::silent) != 0, error::not_ready);
+    const spi_card_place place = place_of_its_card(b, chip);
+    refuse_if(!place.is_reached || !b.is_present(place.name), error::not_ready);
+    return of_card(b, place.name);
+}
 
 void spi_chip::write(board &b, const one &chip, std::span<const uint8_t> frame) {
     refuse_if(b.get(chip, silent) != 0, error::not_ready);

@@ -40,9 +40,29 @@ std::vector<uint8_t> read(board &b, const one &chip, std::span<const uint8_t> co
 } // namespace spi_chip
 
 namespace pic_cpld {
-inline constexpr reg version = reg::bits("version", 0xFFFF, "the version of its logic").required();
-inline constexpr device_family family =
-    device_family{"sim_pic", "cpld", "the CPLD of a plug-in card", {version}}.up_to(0);
+inline constexpr reg version = reg::bits("version", 0xFFFF, "the version of its logic").required().written();
+inline constexpr reg part = reg::bits("part", any_u32, "which part it is: what its images are for").fixed();
+inline constexpr reg load_time = reg::number("load_time", 0, 600000, "ms", "how long loading it takes").or_else(2000);
+inline constexpr reg loading =
+    reg::flag("loading", "whether a load was begun and not finished; it does not answer then").or_else(0).written();
+inline constexpr reg loads = reg::number("loads", 0, any_u32, "", "how many loads were begun").or_else(0).written();
+inline constexpr reg loaded_version =
+    reg::bits("loaded_version", 0xFFFF, "the version of the image that was loaded last").or_else(0).written();
+inline constexpr device_family family = device_family{
+    "sim_pic",
+    "cpld",
+    "the CPLD of a plug-in card",
+    {version, part, load_time, loading, loads,
+     loaded_version}}.up_to(0);
+
+using one = device_of<family>;
+
+// Of the card in that place; a card without power has none (not_ready).
+one of_card(board &b, const std::string &place);
+
+// Of the card that a chip on an SPI bus belongs to. Refuses a chip of another kind (no_such_device), and a card that
+// is absent, has no power or is not reached (not_ready).
+one behind(board &b, const spi_chip::one &chip);
 } // namespace pic_cpld
 
 namespace qoram {

@@ -52,6 +52,10 @@ constexpr space_field step_bits[]{
     {0xFF, &board_unit::family, 0, &board_unit::bootstep, 0, bus::read_write, {board_unit::read_bootstep, nullptr}}};
 constexpr space_field latch_bits[]{{0x01, &board_unit::family, 0, &board_unit::low_voltage, 0, bus::clear_by_one, {}}};
 
+uint32_t read_waiting(board &b, const device &chip, uint32_t) {
+    return b.get(device_of<logic_chip::family>{chip}, logic_chip::load) == logic_chip::load_waiting ? 1 : 0;
+}
+
 constexpr space_register cpld_registers[]{
     {0x00, "identity", "what tells this chip from others", 0xC5, 0xFF},
     {0x01, "version_low", "low byte of the version", 0, 0, 0, version_low},
@@ -71,6 +75,7 @@ constexpr space_register cpld_registers[]{
      start_bits},
     {0x31, "reason", "why the board started last", 0, 0xF0, 0, reason_bits},
     {0x32, "bootstep", "how far the start has come", 0, 0, 0, step_bits},
+    {0x38, "flash", "bit 0: new logic waits for the next cold start", 0, 0, 0, {}, 1, read_waiting},
     {0x40, "latch", "bit 0: the supply fell; a written 1 clears it", 0, 0xFE, 0, latch_bits},
     {0x41, "latch_mask", "which bits of the latch interrupt", 0xFF},
 };
@@ -80,6 +85,38 @@ constexpr space_register cpld_registers[]{
 uint32_t logic_chip::read_scratch(board &b, const device &chip) {
     const device_of<family> which{chip};
     return b.get(which, scratch) & ~b.get(which, scratch_stuck);
+}
+
+namespace {
+
+uint32_t of_running(board &b, const device &chip, word_of<logic_chip::family> in_flash,
+                    word_of<logic_chip::family> loaded) {
+    const device_of<logic_chip::family> which{chip};
+    const bool was_loaded = b.get(which, logic_chip::load) == logic_chip::load_running;
+    return was_loaded ? b.get(which, loaded) : b.get(which, in_flash);
+}
+
+} // namespace
+
+uint32_t logic_chip::read_version(board &b, const device &chip) {
+    return of_running(b, chip, version, loaded_version);
+}
+
+uint32_t logic_chip::read_build_year(board &b, const device &chip) {
+    return of_running(b, chip, build_year, loaded_year);
+}
+
+uint32_t logic_chip::read_build_month(board &b, const device &chip) {
+    return of_running(b, chip, build_month, loaded_month);
+}
+
+uint32_t logic_chip::read_build_day(board &b, const device &chip) {
+    return of_running(b, chip, build_day, loaded_day);
+}
+
+void logic_chip::need_logic(board &b, const device &chip) {
+    const device_of<family> which{chip};
+    refuse_if(b.get(which, is_fpga) != 0 && b.get(which, load) == load_begun, error::not_ready);
 }
 
 constexpr register_space board_cpld{"cpld", &logic_chip::family, 8, cpld_size, undeclared::all_ones, cpld_registers, 0};

@@ -2,6 +2,7 @@
 #include "sim/devices/management/restart.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/chips/logic_load.h"
 #include "sim/devices/management/startup.h"
 #include "sim/devices/storage/flash_environment.h"
 #include "sim/devices/storage/memory_environment.h"
@@ -31,6 +32,9 @@ void note_restart(board &b, change &writes, const std::string &place, restart_re
     const auto control = board::at<reset_control::family>(place);
     if (b.has(control, reset_control::cool)) {
         b.put(writes, control, reset_control::cool, static_cast<uint32_t>(kind));
+    }
+    if (kind == restart_kind::cold) {
+        logic_load::start_logic(b, writes, place);
     }
     note_start(b, writes, place, reason, kind);
 }

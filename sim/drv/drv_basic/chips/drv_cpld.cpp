@@ -1,7 +1,8 @@
-// Programmable logic: its registers by the bus, its checks, and where it finds the network processor.
+// Programmable logic: its registers by the bus, its checks, where it finds the network processor, and its images.
 #include "drv_basic/chips/drv_cpld.h"
 
 #include "sim/devices/chips/fpga.h"
+#include "sim/drv/drv_basic/chips/loading.h"
 #include "sim/drv/drv_basic/management/board/unit.h"
 
 using namespace kestro_sim;
@@ -15,7 +16,15 @@ uint32_t accept_instance(uint32_t inst_id) {
 }
 
 logic_chip::one chip(board &b, uint32_t inst_id, uint32_t chip_id) {
-    return b.find<logic_chip::family>(inst_id, chip_id);
+    logic_chip::one found = b.find<logic_chip::family>(inst_id, chip_id);
+    logic_chip::need_logic(b, found);
+    return found;
+}
+
+// The test port is wired to the board's own processor.
+logic_chip::one own_chip(board &b, uint32_t inst_id, uint32_t chip_id) {
+    refuse_if(b.instance(inst_id) != b.self(), error::not_supported);
+    return chip(b, inst_id, chip_id);
 }
 
 } // namespace
@@ -71,9 +80,9 @@ uint32_t drv_cpld_get_build_time(uint32_t inst_id, uint32_t chip_id, uint32_t *y
     return operate([&](board &b) {
         refuse_null(year, month, day);
         const auto which = chip(b, inst_id, chip_id);
-        const uint32_t day_of_month = b.get(which, logic_chip::build_day);
-        const uint32_t month_of_year = b.get(which, logic_chip::build_month);
-        *year = b.get(which, logic_chip::build_year);
+        const uint32_t day_of_month = logic_chip::read_build_day(b, which);
+        const uint32_t month_of_year = logic_chip::read_build_month(b, which);
+        *year = logic_chip::read_build_year(b, which);
         *month = month_of_year;
         *day = day_of_month;
     });
@@ -94,7 +103,7 @@ uint32_t drv_cpld_check_pcie_link_status(uint32_t inst_id, uint32_t chip_id, uin
 uint32_t drv_cpld_get_version(uint32_t inst_id, uint32_t chip_id, uint32_t *version) {
     return operate([&](board &b) {
         refuse_null(version);
-        *version = b.get(chip(b, inst_id, chip_id), logic_chip::version);
+        *version = logic_chip::read_version(b, chip(b, inst_id, chip_id));
     });
 }
 
@@ -124,4 +133,20 @@ uint32_t drv_cpld_exit_usr_data_pool(uint32_t inst_id) {
 
 uint32_t drv_cpld_set_np_para(uint32_t inst_id, uint32_t chip_id, uint32_t slave_addr, uint64_t np_addr) {
     return operate([&](board &b) { logic_chip::set_np(b, chip(b, inst_id, chip_id), slave_addr, np_addr); });
+}
+
+uint32_t drv_cpld_load(uint32_t inst_id, uint32_t chip_id, const uint8_t *buffer, uint32_t length) {
+    return load_in_steps(
+        buffer, length,
+        [&](board &b, image_bytes image) { return logic_load::begin_cpld(b, chip(b, inst_id, chip_id), image); },
+        [&](board &b, const logic_load::begun &load) { logic_load::finish_cpld(b, chip(b, inst_id, chip_id), load); });
+}
+
+uint32_t drv_jtag_load_cpld(uint32_t inst_id, uint32_t chip_id, const uint8_t *buffer, uint32_t length) {
+    return load_in_steps(
+        buffer, length,
+        [&](board &b, image_bytes image) { return logic_load::begin_cpld(b, own_chip(b, inst_id, chip_id), image); },
+        [&](board &b, const logic_load::begun &load) {
+            logic_load::finish_by_restart(b, own_chip(b, inst_id, chip_id), load);
+        });
 }

@@ -12,3 +12,10 @@ uint32_t drv_crc16_checksum(const uint8_t *data, uint32_t len, uint16_t *crc16) 
         *crc16 = crc16_checksum({data, len});
     });
 }
+
+uint32_t drv_crc32_checksum(const uint8_t *data, uint32_t len, uint32_t *crc32) {
+    return operate([&](board &) {
+        refuse_null(data, crc32);
+        *crc32 = checksum({data, len});
+    });
+}

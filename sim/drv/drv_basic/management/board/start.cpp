@@ -20,7 +20,9 @@ std::vector<device_of<logic_chip::family>> logic_chips(board &b, uint32_t inst_i
 uint32_t drv_board_get_cpld_ver(uint32_t inst_id, uint32_t cpld_id, uint32_t *ver) {
     return operate([&](board &b) {
         refuse_null(ver);
-        *ver = b.get(b.find<logic_chip::family>(inst_id, cpld_id), logic_chip::version);
+        const auto chip = b.find<logic_chip::family>(inst_id, cpld_id);
+        logic_chip::need_logic(b, chip);
+        *ver = logic_chip::read_version(b, chip);
     });
 }
 
