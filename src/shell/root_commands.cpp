@@ -56,6 +56,7 @@ constexpr std::array rows = {
     command_row{"lbc_test", lbc_test, "kestro_test lbc_test"},
     command_row{"smi_test", smi_test, "kestro_test smi_test"},
     command_row{"ieth_test", ieth_test, "kestro_test ieth_test"},
+    command_row{"intr_test", intr_test, "kestro_test intr_test"},
 };
 
 static_assert(rows_are_sound(rows));
