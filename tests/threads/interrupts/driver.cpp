@@ -55,12 +55,13 @@ std::atomic<bool> has_begun;
 std::atomic<bool> is_ending;
 std::atomic<bool> has_ended;
 
+// Never freed: the threads go on while the program's objects are destroyed.
 const std::string &scene() {
-    static const std::string words = [] {
+    static const auto *const words = [] {
         const char *said = getenv("INTERRUPT_SCENE");
-        return "," + std::string(said != nullptr ? said : "") + ",";
+        return new std::string("," + std::string(said != nullptr ? said : "") + ",");
     }();
-    return words;
+    return *words;
 }
 
 bool plays(const char *word) {
