@@ -2,6 +2,14 @@
 // driver calls back out of turn, and signals: tests/threads/interrupts.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <regex>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
 #include "tests/support/command.h"
 #include "tests/support/test_lines.h"
 
@@ -401,6 +409,34 @@ TEST_F(IntrTestSimulated, ABoardWithoutTheLineIsToldSo) {
                                    error("0.000", "drv_intr_set_regist fail, ret=0x81110103") + timing_lines +
                                    operate_fail("intr_test_register_unregister") + operate_fail("intr_test"),
                                255);
+}
+
+// On the real clock, with a technician who raises the latch at the chip, and Ctrl-C.
+TEST_F(IntrTestSimulated, RegisterUnregisterCountsUntilCtrlC) {
+    const board used{"lpu"};
+    const std::string file = scratch_file("printed", "");
+    const int out = open(file.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    const pid_t pid = spawn({build_dir() + "/kestro_sim", "--state", used.state, "--board", used.seat, "--",
+                             "intr_test", "intr_test_register_unregister", "100", "200"},
+                            merged_environment({}), "", {out, out});
+    close(out);
+    for (int i = 0; i < 1200 && read_file(file).find("registrer int success\n") == std::string::npos; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    used.set("slot7/cpld/1/0x600=1");
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    kill(pid, SIGINT);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    const std::regex lines("<info >\\[[^\\]]*\\]index_id=100, type=200\n"
+                           "<info >\\[[^\\]]*\\]registrer int success\n"
+                           "<info >\\[[^\\]]*\\]intr_test_signal_handler exit, sig_no=2\n"
+                           "<info >\\[[^\\]]*\\]unregister int success\n"
+                           "<info >\\[[^\\]]*\\]g_intr_test_common_int_cnt=[1-9][0-9]*\n"
+                           "cmd_exec used second:[0-9]+\r\n"
+                           "cmd_exec used millisecond:[0-9]+\r\n");
+    EXPECT_TRUE(std::regex_match(read_file(file), lines)) << read_file(file);
 }
 
 // A line has a handler only while its process lives, so one of another process has none to enable.
