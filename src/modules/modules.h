@@ -28,6 +28,7 @@ int highmem_test(int count, char **args);
 int i2c_test(int count, char **args);
 int ieth_test(int count, char **args);
 int init_test(int count, char **args);
+int intr_test(int count, char **args);
 int lbc_test(int count, char **args);
 int led_test(int count, char **args);
 int load_test(int count, char **args);

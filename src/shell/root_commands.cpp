@@ -60,6 +60,7 @@ constexpr std::array rows = {
     command_row{"lbc_test", lbc_test, "kestro_test lbc_test"},
     command_row{"smi_test", smi_test, "kestro_test smi_test"},
     command_row{"ieth_test", ieth_test, "kestro_test ieth_test"},
+    command_row{"intr_test", intr_test, "kestro_test intr_test"},
     command_row{"diag_test", diag_test, "kestro_test diag_test"},
 };
 

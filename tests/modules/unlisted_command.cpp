@@ -1,4 +1,5 @@
-// A sub-command that is in no table: its handler with the words behind its name, and what that returned.
+// A sub-command that is in no table: its handler with the words behind its name, and what that returned. And a module
+// that is run twice by one process.
 //
 //     unlisted_command NAME [words]
 #include <cstdio>
@@ -6,9 +7,15 @@
 
 #include "modules/eeprom_test.h"
 #include "modules/meth_test/handlers.h"
+#include "modules/modules.h"
 #include "shell/command_table.h"
 
 namespace {
+
+int intr_test_twice(int count, char **args) {
+    printf("result %d\n", intr_test(count, args));
+    return intr_test(count, args);
+}
 
 struct unlisted {
     const char *name;
@@ -20,6 +27,7 @@ constexpr unlisted all_unlisted[] = {
     {"drv_meth_write_reg", meth_commands::meth_write_reg},
     {"eeprom_init", eeprom_commands::eeprom_init},
     {"eeprom_exit", eeprom_commands::eeprom_exit},
+    {"intr_test_twice", intr_test_twice},
 };
 
 } // namespace

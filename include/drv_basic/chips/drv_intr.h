@@ -8,10 +8,12 @@
 
 DRV_BEGIN_DECLS
 
-/* Called by a thread of the driver, and again as long as the source stays raised. Returns 0. */
+/* Called by a thread of the driver, and again as long as the source stays raised. It may call drivers, and may
+ * unregister itself. Returns 0. */
 typedef uint32_t (*drv_intr_handler)(uint32_t index, uint32_t type, void *user_data);
 
-/* A line has one handler. Registering it enables the line, unregistering it disables the line. */
+/* A line has one handler. Registering it enables the line, unregistering it disables the line and waits for a handler
+ * that runs, unless it is that one which calls. */
 uint32_t drv_intr_set_regist(uint32_t index, uint32_t type, drv_intr_handler handler, void *user_data);
 uint32_t drv_intr_set_unregist(uint32_t index, uint32_t type);
 

@@ -3,6 +3,7 @@
 #include "sim/devices/chips/fpga.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/management/health.h"
 
 #include <cstdio>
 
@@ -51,6 +52,13 @@ template <uint32_t Id> struct fpga {
     static constexpr space_field address1[]{{0xFFFF, &logic_chip::family, Id, &logic_chip::np_low, 16}};
     static constexpr space_field address2[]{{0xFFFF, &logic_chip::family, Id, &logic_chip::np_high, 0}};
     static constexpr space_field address3[]{{0xFFFF, &logic_chip::family, Id, &logic_chip::np_high, 16}};
+    static constexpr space_field latch[]{{0x0001,
+                                          &test_interrupt::family,
+                                          Id,
+                                          &test_interrupt::latched,
+                                          0,
+                                          bus::clear_by_one,
+                                          {test_interrupt::read_latch, test_interrupt::latch_takes}}};
 
     static constexpr space_register registers[]{
         {0x00, "identity", "what tells this chip from others", 0xF9A0 + Id, 0xFFFF},
@@ -66,9 +74,28 @@ template <uint32_t Id> struct fpga {
         {0x22, "np_address1", "bits 16 to 31", 0, 0, 0, address1},
         {0x23, "np_address2", "bits 32 to 47", 0, 0, 0, address2},
         {0x24, "np_address3", "bits 48 to 63", 0, 0, 0, address3},
-        {0x600, "latch", "interrupts that were raised; a written 1 clears one", 0, 0, 0xFFFF},
-        {0x62F, "test_key", "unlocks the test interrupt", 0},
-        {0x630, "test_raise", "bit 0 raises the test interrupt", 0, 0xFFFE},
+        {0x600, "latch", "interrupts that were raised, in bit 0 the test interrupt; a written 1 clears one", 0, 0,
+         0xFFFE, latch},
+        {0x62F,
+         "test_key",
+         "0x7788 lets the test interrupt be raised",
+         0,
+         0,
+         0,
+         {},
+         1,
+         test_interrupt::read_key,
+         test_interrupt::write_key},
+        {0x630,
+         "test_raise",
+         "bit 0 raises the test interrupt",
+         0,
+         0,
+         0,
+         {},
+         1,
+         test_interrupt::read_raise,
+         test_interrupt::write_raise},
     };
     static constexpr register_space space{"cpld", &logic_chip::family, 16, fpga_size, undeclared::all_ones, registers,
                                           Id};

@@ -17,7 +17,8 @@ namespace {
 constexpr const char *topic = "interrupt";
 
 // Sources are levels: a handler that leaves its source raised is called again after the time that a round through the
-// kernel takes.
+// kernel takes. The way to the processor takes a while, too.
+constexpr int64_t latency = nanoseconds_per_millisecond / 10;
 constexpr int64_t round_trip = 10 * nanoseconds_per_millisecond;
 
 using line = device_of<interrupt_line::family>;
@@ -25,6 +26,8 @@ using line = device_of<interrupt_line::family>;
 struct registration {
     listener_id ears = 0;
     std::optional<int64_t> next_call{}; // while it is let through and raised
+    bool was_raised = false;
+    bool is_spent = false; // nothing more comes, or not before the source is raised anew
 };
 
 // By the number of the line. Only touched within operations, and never freed: drivers are called from exit handlers
@@ -53,7 +56,32 @@ line find_registered_line(board &b, uint32_t index, uint32_t type) {
 }
 
 bool comes_through(board &b, const line &which) {
-    return b.get(which, interrupt_line::enabled) != 0 && b.get(which, interrupt_line::raised) != 0;
+    return interrupt_line::is_let_through(b, which) && interrupt_line::is_raised(b, which);
+}
+
+bool is_called_once(board &b, const line &which) {
+    const uint32_t wrong = b.get(which, interrupt_line::defect);
+    return wrong == interrupt_line::once || wrong == interrupt_line::edge;
+}
+
+// When a line is to be called next. Most are never raised: that is looked at first.
+std::optional<int64_t> next_call(board &b, const line &which, registration &known) {
+    if (!interrupt_line::is_raised(b, which)) {
+        known.was_raised = false;
+        known.next_call.reset();
+        return std::nullopt;
+    }
+    const bool has_risen = !std::exchange(known.was_raised, true);
+    const bool is_let_through = interrupt_line::is_let_through(b, which);
+    if (has_risen && b.get(which, interrupt_line::defect) == interrupt_line::edge) {
+        known.is_spent = !is_let_through;
+    }
+    if (known.is_spent || !is_let_through) {
+        known.next_call.reset();
+    } else if (!known.next_call) {
+        known.next_call = b.now() + latency;
+    }
+    return known.next_call;
 }
 
 std::optional<due_events> look_at_lines(board &b, int64_t after) {
@@ -61,15 +89,14 @@ std::optional<due_events> look_at_lines(board &b, int64_t after) {
     due_events found{after, {}};
     std::optional<int64_t> foreseen;
     for (auto &[id, known] : registrations()) {
-        if (!comes_through(b, board::at<interrupt_line::family>(b.self(), id))) {
-            known.next_call.reset();
-            continue;
-        }
-        if (known.next_call.value_or(now) <= now) {
+        const line which = board::at<interrupt_line::family>(b.self(), id);
+        const auto next = next_call(b, which, known);
+        if (next && *next <= now) {
             found.events.push_back({topic, id, 0, {}});
+            known.is_spent = is_called_once(b, which);
             known.next_call = now + round_trip;
-        } else if (!foreseen || *known.next_call < *foreseen) {
-            foreseen = known.next_call;
+        } else if (next && (!foreseen || *next < *foreseen)) {
+            foreseen = next;
         }
     }
     if (found.events.empty() && foreseen) {
@@ -87,6 +114,13 @@ void begin_to_watch_lines() {
     }
 }
 
+// Between the look at the line and the call it may have been disabled, or its source taken back.
+bool is_still_wanted(uint32_t id) {
+    bool is_wanted = false;
+    operate([&](board &b) { is_wanted = comes_through(b, board::at<interrupt_line::family>(b.self(), id)); });
+    return is_wanted;
+}
+
 uint32_t set_enabled(uint32_t index, uint32_t type, uint32_t enabled) {
     return operate([&](board &b) { b.put(find_registered_line(b, index, type), interrupt_line::enabled, enabled); });
 }
@@ -100,12 +134,12 @@ uint32_t drv_intr_set_regist(uint32_t index, uint32_t type, drv_intr_handler han
         refuse_if(registrations().contains(which.id), error::bad_value);
         begin_to_watch_lines();
         const auto hears = [=, id = which.id](const event &news) {
-            if (news.source == id) {
+            if (news.source == id && is_still_wanted(id)) {
                 handler(index, type, user_data);
             }
         };
         const listener_id ears = listen(b, topic, hears);
-        registrations()[which.id] = {ears, std::nullopt};
+        registrations()[which.id] = {.ears = ears};
         b.put(which, interrupt_line::enabled, 1);
     });
 }
