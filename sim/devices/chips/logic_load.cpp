@@ -4,6 +4,7 @@
 #include "sim/core/catalogue.h"
 #include "sim/core/register_space.h"
 #include "sim/core/time.h"
+#include "sim/devices/management/health.h"
 #include "sim/devices/management/restart.h"
 
 namespace kestro_sim {
@@ -44,6 +45,7 @@ void reset_registers(board &b, change &writes, const logic_of &chip) {
             force_space(b, *space, chip, each.address, each.reset_value);
         }
     }
+    test_interrupt::reset(b, writes, chip);
     b.put(writes, chip, logic_chip::upsets, 0);
     b.put(writes, chip, logic_chip::scratch, logic_chip::scratch.reset_value);
     using written_register = written_of<logic_chip::family>;

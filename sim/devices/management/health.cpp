@@ -59,6 +59,15 @@ void write_raise(board &b, const device &chip, uint32_t /*address*/, uint32_t va
     write_source(b, chip, raise, value & 1U);
 }
 
+void reset(board &b, change &writes, const device &chip) {
+    const one which = of_chip(chip);
+    if (b.is_described(which) && (b.get(which, key) | b.get(which, raise) | b.get(which, latched)) != 0) {
+        b.put(writes, which, key, 0);
+        b.put(writes, which, raise, 0);
+        b.put(writes, which, latched, 0);
+    }
+}
+
 } // namespace test_interrupt
 
 namespace interrupt_line {

@@ -36,6 +36,9 @@ uint32_t read_key(board &b, const device &chip, uint32_t address);
 void write_key(board &b, const device &chip, uint32_t address, uint32_t value);
 uint32_t read_raise(board &b, const device &chip, uint32_t address);
 void write_raise(board &b, const device &chip, uint32_t address, uint32_t value);
+
+// As after power-on; nothing for a chip without it.
+void reset(board &b, change &writes, const device &chip);
 } // namespace test_interrupt
 
 // A line is raised while its source is: that of a test interrupt by its latch, any other as the technician sets it.

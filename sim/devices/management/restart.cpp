@@ -3,6 +3,7 @@
 
 #include "sim/core/catalogue.h"
 #include "sim/devices/chips/logic_load.h"
+#include "sim/devices/management/health.h"
 #include "sim/devices/management/startup.h"
 #include "sim/devices/storage/flash_environment.h"
 #include "sim/devices/storage/memory_environment.h"
@@ -18,6 +19,18 @@ void note_start(board &b, change &writes, const std::string &place, restart_reas
     note_start_in_memory(b, writes, place, reason, is_soft);
     note_start_in_flash(b, writes, place, reason, is_soft);
     note_start_of_files(b, writes, place);
+}
+
+// The reset line reaches what interrupts go through: nothing is raised or let through until software does so anew.
+void quieten_interrupts(board &b, change &writes, const std::string &place) {
+    for (const auto &source : b.all_at<test_interrupt::family>(place)) {
+        test_interrupt::reset(b, writes, source);
+    }
+    for (const auto &line : b.all_at<interrupt_line::family>(place)) {
+        if (b.get(line, interrupt_line::enabled) != 0) {
+            b.put(writes, line, interrupt_line::enabled, 0);
+        }
+    }
 }
 
 } // namespace
@@ -36,6 +49,7 @@ void note_restart(board &b, change &writes, const std::string &place, restart_re
     if (kind == restart_kind::cold) {
         logic_load::start_logic(b, writes, place);
     }
+    quieten_interrupts(b, writes, place);
     note_start(b, writes, place, reason, kind);
 }
 
