@@ -21,6 +21,8 @@ constexpr const char *noted_time = "time/board_ns";
 constexpr const char *noted_at = "time/real_ns";
 constexpr int64_t much = nanoseconds_per_second;
 
+std::atomic<bool> time_stands{false};
+
 std::atomic<int64_t> last_noted{-1}; // by this process, on the clock that it runs on
 
 // The desk's clock, also within a world whose own one is virtual.
@@ -55,6 +57,9 @@ int64_t time_of(const store &kept, int64_t real) {
     if (is_on_virtual_clock()) {
         return std::max(noted, kestro_world_board_time());
     }
+    if (time_stands) {
+        return noted;
+    }
     return noted + std::max<int64_t>(real - kept_number(kept, noted_at, real), 0);
 }
 
@@ -74,6 +79,10 @@ void write_down(store &kept, int64_t time, int64_t real) {
 
 bool is_on_virtual_clock() {
     return kestro_world_board_time != nullptr && kestro_world_board_time() >= 0;
+}
+
+void let_board_time_stand(bool stands) {
+    time_stands = stands;
 }
 
 int64_t board_time(store &kept) {

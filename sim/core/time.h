@@ -19,6 +19,9 @@ inline constexpr int64_t nanoseconds_per_second = 1'000'000'000;
 // Whether this process runs on the virtual clock.
 bool is_on_virtual_clock();
 
+// For a process without a world that prepares a run on the virtual clock: the time of the board is where it was left.
+void let_board_time_stand(bool stands);
+
 // The board time of this process and what the store knows of it. The lock of the state directory is held.
 int64_t board_time(store &kept);
 
