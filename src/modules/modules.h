@@ -48,4 +48,5 @@ int tempdetec_test(int count, char **args);
 int usb_test(int count, char **args);
 int voltage_test(int count, char **args);
 int voltdetec_test(int count, char **args);
+int watchdog_test(int count, char **args);
 int woffline_test(int count, char **args);

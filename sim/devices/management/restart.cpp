@@ -2,6 +2,8 @@
 #include "sim/devices/management/restart.h"
 
 #include "sim/core/catalogue.h"
+#include "sim/devices/management/board_unit.h"
+#include "sim/devices/management/watchdog.h"
 #include "sim/devices/storage/flash_environment.h"
 #include "sim/devices/storage/memory_environment.h"
 
@@ -17,6 +19,21 @@ void note_start(board &b, change &writes, const std::string &place, restart_reas
     note_start_in_flash(b, writes, place, reason, is_soft);
 }
 
+// The start has come as far as it comes by itself.
+void note_boot_step(board &b, change &writes, const std::string &place) {
+    const auto unit = board::at<board_unit::family>(place);
+    const auto last = b.described_value(unit, board_unit::bootstep);
+    if (last && b.get(unit, board_unit::bootstep) != *last) {
+        b.put(writes, unit, board_unit::bootstep, *last);
+    }
+}
+
+void count_start(board &b, change &writes, const device_of<reset_control::family> &control) {
+    if (b.is_described(control)) {
+        b.put(writes, control, reset_control::starts, b.get(control, reset_control::starts) + 1U);
+    }
+}
+
 } // namespace
 
 // The reason register shifts: the latest comes in at 0, the oldest falls out.
@@ -30,6 +47,9 @@ void note_restart(board &b, change &writes, const std::string &place, restart_re
     if (b.has(control, reset_control::cool)) {
         b.put(writes, control, reset_control::cool, static_cast<uint32_t>(kind));
     }
+    count_start(b, writes, control);
+    note_boot_step(b, writes, place);
+    stop_watchdogs(b, writes, place);
     note_start(b, writes, place, reason, kind);
 }
 
