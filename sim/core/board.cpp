@@ -28,7 +28,11 @@ void board::end_operation() {
 }
 
 int64_t board::now() {
-    return board_time(store_);
+    return moment_ ? *moment_ : board_time(store_);
+}
+
+void board::look_back_to(std::optional<int64_t> moment) {
+    moment_ = moment;
 }
 
 void board::note_time() {
@@ -121,6 +125,10 @@ bool board::is_described(const device &which) {
     return !entry_of(which).empty();
 }
 
+std::optional<uint64_t> board::described_value(const device &which, const reg &name) {
+    return element_number(named_child(entry_of(which), name.name));
+}
+
 std::optional<uint64_t> board::cell(const std::string &key) const {
     return store_.get(key);
 }
@@ -129,7 +137,7 @@ std::optional<uint64_t> board::value(const device &which, const reg &name) {
     if (const auto written = store_.get(cell_key(which, name.name))) {
         return written;
     }
-    if (const auto initial = element_number(named_child(entry_of(which), name.name))) {
+    if (const auto initial = described_value(which, name)) {
         return initial;
     }
     return name.needed == need::reset ? std::optional(name.reset_value) : std::nullopt;

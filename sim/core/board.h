@@ -61,6 +61,8 @@ class board {
 
     // Nanoseconds since the board was made new (time.h).
     int64_t now();
+    // What follows is worked out as it was at that moment, until nothing is given.
+    void look_back_to(std::optional<int64_t> moment);
     void note_time();
     void note_time_now_and_then();
 
@@ -165,6 +167,7 @@ class board {
     std::optional<uint64_t> value(const device &which, const reg &name);
     std::optional<std::string> text_value(const device &which, const reg &name);
     bool is_described(const device &which);
+    std::optional<uint64_t> described_value(const device &which, const reg &name);
     std::optional<uint64_t> cell(const std::string &key) const;
     void add(change &writes, const device &which, const reg &name, uint64_t number);
     static void add_text(change &writes, const device &which, const reg &name, const std::string &text);
@@ -195,6 +198,7 @@ class board {
     std::string seat_;
     store store_;
     std::unique_ptr<description> description_;
+    std::optional<int64_t> moment_;
 };
 
 } // namespace kestro_sim

@@ -5,7 +5,6 @@
 #include "sim/core/time.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 
 namespace kestro_sim {
@@ -188,16 +187,6 @@ void end_thread() {
     }
 }
 
-// The program's signals are for the program's threads; those of a mistake stay with who makes it.
-void block_signals(sigset_t &before) {
-    sigset_t all;
-    sigfillset(&all);
-    for (const int mistake : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTRAP, SIGSYS}) {
-        sigdelset(&all, mistake);
-    }
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-}
-
 } // namespace
 
 void need_thread(event_queue &own) {
@@ -208,10 +197,7 @@ void need_thread(event_queue &own) {
     if (!is_prepared) {
         is_prepared = pthread_atfork(nullptr, nullptr, forget_in_child) == 0 && std::atexit(end_thread) == 0;
     }
-    sigset_t before;
-    block_signals(before);
-    own.has_thread = is_prepared && pthread_create(&own.thread, nullptr, run, &own) == 0;
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    own.has_thread = is_prepared && start_driver_thread(own.thread, run, &own);
     refuse_if(!own.has_thread, error::out_of_memory);
 }
 

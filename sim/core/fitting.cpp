@@ -4,6 +4,7 @@
 #include "sim/devices/chassis/slots.h"
 #include "sim/devices/management/mastership.h"
 #include "sim/devices/management/restart.h"
+#include "sim/devices/management/watchdog.h"
 #include "sim/devices/storage/flash_environment.h"
 
 namespace kestro_sim {
@@ -51,6 +52,7 @@ void pull(board &b, const std::string &place) {
         change writes;
         set_pulled(b, writes, place, true);
         lose_memory(b, writes, place);
+        stop_watchdogs(b, writes, place);
         b.commit(writes);
     }
 }

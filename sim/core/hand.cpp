@@ -4,6 +4,7 @@
 #include "sim/core/inventory.h"
 #include "sim/core/registers.h"
 #include "sim/core/state_dir.h"
+#include "sim/devices/management/watchdog.h"
 
 #include <stdexcept>
 
@@ -174,13 +175,16 @@ std::optional<std::string> lay_hand_on(const std::filesystem::path &merged, cons
         const state_lock lock(state_dir);
         board b(merged, state_dir, board::chassis());
         b.begin_operation();
+        settle_bites(b);
         const std::vector<inventory_item> items = take_inventory(b);
         for (const hand_action &action : actions) {
             check(b, items, action);
         }
+        hand_on_watchdogs hand(b);
         for (const hand_action &action : actions) {
             act(b, items, action, printed);
         }
+        hand.take_off();
     } catch (const refusal &refused) {
         return refused.code == error::store_full
                    ? (state_dir / "store").string() + ": has no room for another register; --reset makes it new"

@@ -1,6 +1,7 @@
 // The board of this process, and the frame that keeps exceptions away from the product.
 #include "sim/core/operation.h"
 
+#include "sim/core/bite_watch.h"
 #include "sim/core/state_dir.h"
 
 #include <atomic>
@@ -94,7 +95,8 @@ void forget_other_threads() {
 uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
     const counted_operation counted;
     try {
-        const std::string state_dir = wanted_variable("KESTRO_SIM_STATE");
+        // Read once: a thread of the drivers must not look into the environment while the program changes it.
+        static const std::string state_dir = wanted_variable("KESTRO_SIM_STATE");
         const state_lock lock(state_dir);
         board &used = board_of_this_process(state_dir);
         const operation_on running(used);
@@ -102,7 +104,10 @@ uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
             throw store_error(state_dir + ": was made new while this program ran; start the program again");
         }
         used.note_time_now_and_then();
+        end_with_bitten_board(used);
+        watch_for_bite(used);
         body(context, used);
+        watch_for_bite(used);
         return 0;
     } catch (const refusal &refused) {
         return static_cast<uint32_t>(refused.code);

@@ -7,6 +7,7 @@
 #include "sim/core/state_check.h"
 #include "sim/core/state_dir.h"
 #include "sim/core/store.h"
+#include "sim/devices/management/watchdog.h"
 
 #include <algorithm>
 #include <fstream>
@@ -161,6 +162,7 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
     const state_lock lock(state_dir);
     board b(merged, state_dir, std::string(chassis_place));
     b.begin_operation();
+    settle_bites(b);
     std::vector<std::string> places;
     for (const pugi::xml_node place : b.described().chassis().children("place")) {
         if (place.attribute("name").value() != chassis_place) {
@@ -185,7 +187,7 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
 }
 
 // Without the description: this is done at every start.
-void require_fitted(const fs::path &state_dir, const std::string &seat) {
+bool require_fitted(const fs::path &state_dir, const std::string &seat) {
     check_folders_of(seat, state_dir);
     const state_lock lock(state_dir);
     store opened(state_dir);
@@ -193,6 +195,15 @@ void require_fitted(const fs::path &state_dir, const std::string &seat) {
     if (opened.get(pulled_key(seat)).value_or(0) != 0) {
         throw description_error("--board: the board at " + seat + " is pulled out; right is --plug " + seat);
     }
+    return are_watchdogs_on(opened);
+}
+
+bool settle_before_run(const fs::path &merged, const fs::path &state_dir, const std::string &seat) {
+    const state_lock lock(state_dir);
+    board b(merged, state_dir, seat);
+    b.begin_operation();
+    settle_bites(b);
+    return next_bite(b, seat).has_value();
 }
 
 } // namespace kestro_sim

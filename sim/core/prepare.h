@@ -28,7 +28,11 @@ struct refitting {
 
 void refit(const std::filesystem::path &merged, const std::filesystem::path &state_dir, const refitting &wanted);
 
-// A board that is pulled out runs nothing.
-void require_fitted(const std::filesystem::path &state_dir, const std::string &seat);
+// A board that is pulled out runs nothing. Tells whether a watchdog is on in the chassis.
+bool require_fitted(const std::filesystem::path &state_dir, const std::string &seat);
+
+// A run begins on a board that has been reset by now, if its watchdog bit. Tells whether one of its own is on.
+bool settle_before_run(const std::filesystem::path &merged, const std::filesystem::path &state_dir,
+                       const std::string &seat);
 
 } // namespace kestro_sim

@@ -21,8 +21,9 @@ constexpr const char *noted_time = "time/board_ns";
 constexpr const char *noted_at = "time/real_ns";
 constexpr int64_t much = nanoseconds_per_second;
 
+std::atomic<bool> time_stands{false};
+
 std::atomic<int64_t> last_noted{-1}; // by this process, on the clock that it runs on
-std::atomic<bool> stands_still{false};
 
 // The desk's clock, also within a world whose own one is virtual.
 int64_t real_now() {
@@ -53,11 +54,11 @@ int64_t kept_number(const store &kept, const char *key, int64_t otherwise) {
 // Of two runs on the virtual clock at once the later moment counts; a real clock that was set back stands still.
 int64_t time_of(const store &kept, int64_t real) {
     const int64_t noted = kept_number(kept, noted_time, 0);
-    if (stands_still) {
-        return noted;
-    }
     if (is_on_virtual_clock()) {
         return std::max(noted, kestro_world_board_time());
+    }
+    if (time_stands) {
+        return noted;
     }
     return noted + std::max<int64_t>(real - kept_number(kept, noted_at, real), 0);
 }
@@ -78,6 +79,10 @@ void write_down(store &kept, int64_t time, int64_t real) {
 
 bool is_on_virtual_clock() {
     return kestro_world_board_time != nullptr && kestro_world_board_time() >= 0;
+}
+
+void let_board_time_stand(bool stands) {
+    time_stands = stands;
 }
 
 int64_t board_time(store &kept) {
@@ -105,10 +110,6 @@ void note_board_time_now_and_then(store &kept) {
     } else if (now - last_noted >= much) {
         note_board_time(kept);
     }
-}
-
-void let_board_time_stand_still() {
-    stands_still = true;
 }
 
 int64_t board_time_at_start(const std::filesystem::path &state_dir) {

@@ -19,6 +19,9 @@ inline constexpr int64_t nanoseconds_per_second = 1'000'000'000;
 // Whether this process runs on the virtual clock.
 bool is_on_virtual_clock();
 
+// For a process without a world that prepares a run on the virtual clock: the time of the board is where it was left.
+void let_board_time_stand(bool stands);
+
 // The board time of this process and what the store knows of it. The lock of the state directory is held.
 int64_t board_time(store &kept);
 
@@ -27,10 +30,6 @@ void note_board_time(store &kept);
 
 // The same, when it has moved by so much that a killed run would lose something of it. Begins the time of a new board.
 void note_board_time_now_and_then(store &kept);
-
-// From now on this process takes the moment that was noted last for the present: what is done by hand before a run on
-// the virtual clock happens at the moment at which that run starts, however long ago on the desk the last one was.
-void let_board_time_stand_still();
 
 // What a run on the virtual clock starts with. Throws store_error.
 int64_t board_time_at_start(const std::filesystem::path &state_dir);

@@ -129,10 +129,10 @@ void set_if_given(const char *variable, const std::string &value) {
 
 // Nothing of an earlier run may reach this one.
 void clear_environment() {
-    for (const char *variable :
-         {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_SEAT",
-          "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT",
-          "KESTRO_PROBE_TRACE", "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
+    for (const char *variable : {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK",
+                                 "KESTRO_SIM_SEAT", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_SIM_WATCHDOG",
+                                 "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
+                                 "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
         unsetenv(variable);
     }
 }
@@ -253,6 +253,7 @@ std::optional<fs::path> make_ready(const launch_options &options, const fs::path
     clear_environment();
     set_probe_environment(options);
     set_loader_environment(options, parts);
+    let_board_time_stand(options.clock == "virtual");
     const fs::path merged = prepare_board(board, kept, options.reset);
     const fs::path state = options.discard ? copy_to_discard(kept) : kept;
     if (options.accept_images) {
@@ -261,14 +262,12 @@ std::optional<fs::path> make_ready(const launch_options &options, const fs::path
     if (!options.pull.empty() || !options.plug.empty()) {
         refit(merged, state, {options.pull, options.plug});
     }
-    if (options.clock == "virtual") {
-        let_board_time_stand_still();
-    }
     act_by_hand(options, merged, state);
     if (!is_run) {
         return std::nullopt;
     }
-    require_fitted(state, board.seat);
+    const bool are_watched = require_fitted(state, board.seat);
+    const bool is_watched = are_watched && settle_before_run(merged, state, board.seat);
     set_library_path(options, parts.sim, lacking_libraries(merged, board.seat));
     set("KESTRO_SIM_BOARD", merged.string());
     set("KESTRO_SIM_SEAT", board.seat);
@@ -277,6 +276,7 @@ std::optional<fs::path> make_ready(const launch_options &options, const fs::path
     set("KESTRO_SIM_CLOCK", options.clock);
     set_if_given("KESTRO_SIM_TIME", options.clock == "virtual" ? time_at_start(state) : "");
     set_if_given("KESTRO_SIM_FAIL_ALLOC", options.fail_alloc);
+    set_if_given("KESTRO_SIM_WATCHDOG", is_watched ? "1" : "");
     return parts.product;
 }
 

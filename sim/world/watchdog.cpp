@@ -1,27 +1,24 @@
-// The system watchdog's device file. In the board's files it is an ordinary file that holds the watchdog's setting, so
-// that it lasts from one run to the next and can be looked at; the device's requests are answered from it. It never
-// bites.
+// The system watchdog's device file. In the board's files it is an empty one; the requests are answered by the
+// simulated drivers, so that the device and the driver library are two faces of one watchdog.
+#include "sim/world/watchdog.h"
 #include "sim/world/paths.h"
 #include "sim/world/world.h"
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdio>
-#include <fcntl.h>
 #include <linux/watchdog.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace kestro_sim {
 
 namespace {
 
-struct watchdog_setting {
-    unsigned timeout; // seconds
-    unsigned enabled;
-};
+using request_function = int(unsigned long, uint32_t *);
+using begin_function = void();
 
-constexpr watchdog_setting setting_of_new_board = {60, 1};
+// Told by the drivers when they are loaded, which may be before or after this library has started.
+std::atomic<request_function *> request_of_drivers = nullptr;
+std::atomic<begin_function *> begin_of_drivers = nullptr;
 
 bool is_watchdog_request(unsigned long request) {
     return request == WDIOC_KEEPALIVE || request == WDIOC_GETTIMEOUT || request == WDIOC_SETTIMEOUT ||
@@ -37,66 +34,36 @@ bool is_watchdog(int descriptor) {
            device.st_dev == opened.st_dev && device.st_ino == opened.st_ino;
 }
 
-watchdog_setting read_setting(int descriptor) {
-    char text[64] = "";
-    watchdog_setting setting = setting_of_new_board;
-    const ssize_t length = pread(descriptor, text, sizeof(text) - 1, 0);
-    if (length <= 0 || sscanf(text, "timeout %u enabled %u", &setting.timeout, &setting.enabled) != 2) {
-        return setting_of_new_board;
+// A program without drivers has no board behind the file.
+int answer(unsigned long request, uint32_t *value) {
+    request_function *const ask = request_of_drivers;
+    const int error = ask != nullptr ? ask(request, value) : ENODEV;
+    if (error == 0) {
+        return 0;
     }
-    return setting;
-}
-
-// Lines of fixed width: a run that is killed here leaves a whole setting, the old or the new.
-int write_setting(int descriptor, const watchdog_setting &setting) {
-    char text[64];
-    const int length = snprintf(text, sizeof(text), "timeout %10u\nenabled %u\n", setting.timeout, setting.enabled);
-    return pwrite(descriptor, text, static_cast<size_t>(length), 0) == length ? 0 : -1;
-}
-
-int refuse() {
-    errno = EINVAL;
+    errno = error;
     return -1;
 }
 
-int set_timeout(int descriptor, unsigned seconds) {
-    watchdog_setting setting = read_setting(descriptor);
-    setting.timeout = seconds;
-    return seconds == 0 ? refuse() : write_setting(descriptor, setting);
-}
-
-int set_options(int descriptor, unsigned options) {
-    watchdog_setting setting = read_setting(descriptor);
-    const bool disables = options == WDIOS_DISABLECARD;
-    setting.enabled = disables ? 0 : 1;
-    return disables || options == WDIOS_ENABLECARD ? write_setting(descriptor, setting) : refuse();
-}
-
-int answer(int descriptor, unsigned long request, uint32_t *value) {
-    if (request == WDIOC_KEEPALIVE) {
-        return 0;
-    }
-    if (value == nullptr) {
-        errno = EFAULT;
-        return -1;
-    }
-    if (request == WDIOC_SETTIMEOUT) {
-        return set_timeout(descriptor, *value);
-    }
-    if (request == WDIOC_SETOPTIONS) {
-        return set_options(descriptor, *value);
-    }
-    *value = read_setting(descriptor).timeout;
-    return 0;
-}
-
 } // namespace
+
+void look_at_watchdog() {
+    if (begin_function *const begin = begin_of_drivers) {
+        begin();
+    }
+}
+
+WORLD_EXPORT void kestro_world_join(request_function *request, begin_function *begin) __asm__("kestro_world_join");
+void kestro_world_join(request_function *request, begin_function *begin) {
+    request_of_drivers = request;
+    begin_of_drivers = begin;
+}
 
 WORLD_EXPORT int world_ioctl(int descriptor, unsigned long request, void *argument) __asm__("ioctl");
 int world_ioctl(int descriptor, unsigned long request, void *argument) {
     static next_function<int(int, unsigned long, ...)> next{"ioctl"};
     if (is_watchdog_request(request) && is_watchdog(descriptor)) {
-        return answer(descriptor, request, static_cast<uint32_t *>(argument));
+        return answer(request, static_cast<uint32_t *>(argument));
     }
     return next.get()(descriptor, request, argument);
 }

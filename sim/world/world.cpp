@@ -2,6 +2,8 @@
 // programs started by kestro_test run in the desk's own world.
 #include "sim/world/world.h"
 
+#include "sim/world/watchdog.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -100,7 +102,9 @@ __attribute__((constructor)) void start_world() {
     settings.board_time = time != nullptr ? strtoll(time, nullptr, 10) : 0;
     const char *fail = getenv("KESTRO_SIM_FAIL_ALLOC");
     const unsigned long fail_allocation = fail != nullptr ? strtoul(fail, nullptr, 10) : 0;
-    for (const char *name : {"KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC"}) {
+    const bool is_watched = getenv("KESTRO_SIM_WATCHDOG") != nullptr;
+    for (const char *name :
+         {"KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_SIM_WATCHDOG"}) {
         unsetenv(name);
     }
     leave_preload_list();
@@ -110,6 +114,9 @@ __attribute__((constructor)) void start_world() {
     if (fail_allocation != 0) {
         settings.fail_allocation = fail_allocation;
         start_counting_allocations();
+    }
+    if (is_watched) {
+        look_at_watchdog();
     }
 }
 

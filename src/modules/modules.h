@@ -54,4 +54,5 @@ int update_test(int count, char **args);
 int usb_test(int count, char **args);
 int voltage_test(int count, char **args);
 int voltdetec_test(int count, char **args);
+int watchdog_test(int count, char **args);
 int woffline_test(int count, char **args);

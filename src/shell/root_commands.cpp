@@ -46,6 +46,7 @@ constexpr std::array rows = {
     command_row{"elabel_test", elabel_test, "kestro_test elabel_test"},
     command_row{"barcode_test", barcode_test, "kestro_test barcode_test"},
     command_row{"highmem_test", highmem_test, "kestro_test highmem_test"},
+    command_row{"watchdog_test", watchdog_test, "kestro_test watchdog_test"},
     command_row{"power_test", power_test, "kestro_test power_test"},
     command_row{"meth_test", meth_test, "kestro_test meth_test"},
     command_row{"bus_test", bus_test, "kestro_test bus_test"},

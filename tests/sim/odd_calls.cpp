@@ -1,12 +1,14 @@
 // Calls that kestro_call cannot make: thousands in a row, until the process is killed in the middle of one; a format
-// that is missing; a callback that asks a driver; reads of mapped memory. Each prints its result on a line of its own.
+// that is missing; a callback that asks a driver; reads of mapped memory; what a watchdog is to end. Each prints its
+// result on a line of its own.
 //
 //   odd_calls (fill_label|fill_barcode|fill_mac) BYTE TIMES | kill_after_us MICROSECONDS | log_without_format | listen
-//             | show_memory TYPE COUNT | remap_memory TYPE
+//             | show_memory TYPE COUNT | remap_memory TYPE | watch | shell COMMAND | spin
 #include "drv_basic/identity/drv_barcode.h"
 #include "drv_basic/identity/drv_elabel.h"
 #include "drv_basic/identity/drv_mac.h"
 #include "drv_basic/management/drv_board.h"
+#include "drv_basic/management/drv_watchdog.h"
 #include "drv_basic/service/drv_log.h"
 #include "drv_basic/storage/drv_env.h"
 #include "drv_basic/storage/drv_highmem.h"
@@ -118,6 +120,16 @@ uint32_t remap_memory(const char *type) {
     return set | exited;
 }
 
+// Busy, and no signal of the program's own is let through.
+[[noreturn]] void spin() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_SETMASK, &all, nullptr);
+    for (volatile unsigned rounds = 0;;) {
+        rounds = rounds + 1;
+    }
+}
+
 } // namespace
 
 int main(int count, char **arguments) {
@@ -141,6 +153,13 @@ int main(int count, char **arguments) {
             i += 2;
         } else if (word == "remap_memory") {
             result = remap_memory(next);
+            i += 1;
+        } else if (word == "watch") {
+            result = drv_watchdog_enable(1);
+        } else if (word == "spin") {
+            spin();
+        } else if (word == "shell") {
+            result = static_cast<uint32_t>(system(next));
             i += 1;
         } else if (word == "log_without_format" || word == "listen") {
             result = word == "listen" ? listen() : log_without_format();

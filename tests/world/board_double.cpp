@@ -49,10 +49,20 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
     }
 }
 
-void require_fitted(const fs::path &, const std::string &seat) {
+// The watchdog of one board is on; another board is told that there is such a one.
+bool require_fitted(const fs::path &, const std::string &seat) {
     if (seat == "seat_of_pulled") {
         throw description_error("the board at " + seat + " is pulled out");
     }
+    return seat == "seat_of_watched" || seat == "seat_of_mpu_slave";
+}
+
+bool settle_before_run(const fs::path &merged, const fs::path &state_dir, const std::string &seat) {
+    std::ofstream(state_dir / "settled") << merged.filename().string();
+    return seat == "seat_of_watched";
+}
+
+void let_board_time_stand(bool) {
 }
 
 void accept_images(const fs::path &state_dir) {

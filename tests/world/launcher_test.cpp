@@ -28,7 +28,7 @@ class Launcher : public testing::Test {
         for (const char *library : {"sim/libkestro_board.so", "sim/libkestro_world.so", "probe/libkestro_probe.so"}) {
             fs::copy_file(helpers / "libboard_double.so", tree_ / library);
         }
-        for (const char *board : {"bare", "line_card", "mpu_master", "mpu_slave", "pulled"}) {
+        for (const char *board : {"bare", "line_card", "mpu_master", "mpu_slave", "pulled", "watched"}) {
             write(std::string("sim/chassis/") + board + ".seat", "<board/>\n");
         }
     }
@@ -82,8 +82,8 @@ class Launcher : public testing::Test {
         return "LD_LIBRARY_PATH=" + folders_without() + "\nLD_PRELOAD=" + path("sim/libkestro_world.so") +
                "\nKESTRO_SIM_BOARD=" + state + "/merged.xml\nKESTRO_SIM_SEAT=" + seat + "\nKESTRO_SIM_STATE=" + state +
                "\nKESTRO_SIM_ROOT=" + state + "/root/" + seat +
-               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\nKESTRO_PROBE_SCRIPT="
-               "(none)\n"
+               "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\n"
+               "KESTRO_SIM_WATCHDOG=(none)\nKESTRO_PROBE_SCRIPT=(none)\n"
                "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
                "KESTRO_PROBE_FAIL_CALL=(none)\nKESTRO_PROBE_SIGNAL_CALL=(none)\n";
     }
@@ -303,11 +303,21 @@ TEST_F(Launcher, LeavesOutTheLibrariesThatABoardLacks) {
               folders_without({"drv_mng_eth", "drv_clusterport", "drv_inphi115050"}));
 }
 
+// A board is looked at in front of a run when any watchdog is on.
+TEST_F(Launcher, SaysWhetherTheWatchdogOfTheBoardIsOn) {
+    const std::string settled = path("home/.local/state/kestro_sim/double/settled");
+    EXPECT_EQ(given(run({}), "KESTRO_SIM_WATCHDOG"), "(none)");
+    EXPECT_FALSE(fs::exists(settled));
+    EXPECT_EQ(given(run({"--board", "mpu_slave"}), "KESTRO_SIM_WATCHDOG"), "(none)");
+    EXPECT_EQ(kestro_tests::read_file(settled), "merged.xml");
+    EXPECT_EQ(given(run({"--board", "watched"}), "KESTRO_SIM_WATCHDOG"), "1");
+}
+
 TEST_F(Launcher, ClearsWhatAnEarlierRunLeft) {
     expect_runs(
         run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
-                 "KESTRO_SIM_TIME=77", "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_PROBE_SCRIPT=d", "KESTRO_PROBE_STRICT=1",
-                 "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
+                 "KESTRO_SIM_TIME=77", "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_SIM_WATCHDOG=1", "KESTRO_PROBE_SCRIPT=d",
+                 "KESTRO_PROBE_STRICT=1", "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
         word(path("kestro_test")) + default_environment());
 }
 

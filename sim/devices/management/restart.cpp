@@ -3,8 +3,10 @@
 
 #include "sim/core/catalogue.h"
 #include "sim/devices/chips/logic_load.h"
+#include "sim/devices/management/board_unit.h"
 #include "sim/devices/management/health.h"
 #include "sim/devices/management/startup.h"
+#include "sim/devices/management/watchdog.h"
 #include "sim/devices/storage/flash_environment.h"
 #include "sim/devices/storage/memory_environment.h"
 
@@ -33,6 +35,21 @@ void quieten_interrupts(board &b, change &writes, const std::string &place) {
     }
 }
 
+// The start has come as far as it comes by itself.
+void note_boot_step(board &b, change &writes, const std::string &place) {
+    const auto unit = board::at<board_unit::family>(place);
+    const auto last = b.described_value(unit, board_unit::bootstep);
+    if (last && b.get(unit, board_unit::bootstep) != *last) {
+        b.put(writes, unit, board_unit::bootstep, *last);
+    }
+}
+
+void count_start(board &b, change &writes, const device_of<reset_control::family> &control) {
+    if (b.is_described(control)) {
+        b.put(writes, control, reset_control::starts, b.get(control, reset_control::starts) + 1U);
+    }
+}
+
 } // namespace
 
 // The reason register shifts: the latest comes in at 0, the oldest falls out.
@@ -50,6 +67,9 @@ void note_restart(board &b, change &writes, const std::string &place, restart_re
         logic_load::start_logic(b, writes, place);
     }
     quieten_interrupts(b, writes, place);
+    count_start(b, writes, control);
+    note_boot_step(b, writes, place);
+    stop_watchdogs(b, writes, place);
     note_start(b, writes, place, reason, kind);
 }
 

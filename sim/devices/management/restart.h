@@ -17,13 +17,15 @@ inline constexpr reg cool = reg::choice("cool", start_names, "how the board star
 inline constexpr reg button = reg::flag("button", "whether the reset button is pressed");
 inline constexpr reg soft_start_ok = reg::flag("soft_start_ok", "whether the software has started").written();
 inline constexpr reg sys_ready = reg::flag("sys_ready", "whether the system tells its peer that it is ready").written();
+inline constexpr reg starts =
+    reg::number("starts", 0, any_u32, "", "how often it has started since the chassis was made").or_else(0).written();
 
 inline constexpr device_family family = device_family{
     "sim_reset",
     "board",
     "the reset control of a board",
-    {code, year, month, day, cool, button, soft_start_ok,
-     sys_ready}}.up_to(0);
+    {code, year, month, day, cool, button, soft_start_ok, sys_ready,
+     starts}}.up_to(0);
 
 } // namespace reset_control
 
