@@ -49,3 +49,4 @@ int usb_test(int count, char **args);
 int voltage_test(int count, char **args);
 int voltdetec_test(int count, char **args);
 int woffline_test(int count, char **args);
+int xml_test(int count, char **args);
