@@ -27,6 +27,7 @@ int ieth_test(int count, char **args);
 int init_test(int count, char **args);
 int lbc_test(int count, char **args);
 int led_test(int count, char **args);
+int log_test(int count, char **args);
 int mac_test(int count, char **args);
 int meth_test(int count, char **args);
 int msc_test(int count, char **args);
