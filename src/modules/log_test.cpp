@@ -124,7 +124,7 @@ int log_transfer_status(int count, char **args) {
 }
 
 // Hooks are called by a thread of the driver, also while the process ends. A line that is longer than its area is cut.
-void print_logged_line(const char *result, const char *format, ...) {
+__attribute__((format(printf, 2, 3))) void print_logged_line(const char *result, const char *format, ...) {
     char text[hook_text_size] = {};
     va_list values;
     va_start(values, format);
@@ -136,7 +136,7 @@ void print_logged_line(const char *result, const char *format, ...) {
     }
 }
 
-void print_security_line(uint32_t log_id, const char *format, ...) {
+__attribute__((format(printf, 2, 3))) void print_security_line(uint32_t log_id, const char *format, ...) {
     char text[hook_text_size] = {};
     va_list values;
     va_start(values, format);

@@ -276,6 +276,31 @@ TEST(LogTransfer, OfAnotherProcess) {
     EXPECT_EQ(from_beside({"drv_log_transfer_status(mode=0)"}), "0x0 status=0\n");
 }
 
+// The folder of the file goes while the transfer runs: the line stays where it was.
+TEST(LogTransfer, WhoseFileCannotBeWrittenAnyMore) {
+    const std::string state = new_scratch_dir() + "/state";
+    const auto from_beside = [&](const std::vector<std::string> &lines) {
+        return answers_of({"--state", state}, lines);
+    };
+    from_beside({"drv_log_read(log_id=17)"});
+    const std::string folder = state + "/root/slot9/opt/hostx/gone";
+    std::filesystem::create_directories(folder);
+    process_options options;
+    options.kill_when = [&] {
+        if (std::filesystem::exists(folder) && from_beside({"drv_log_transfer_status(mode=0)"}) == "0x0 status=1\n") {
+            std::filesystem::remove_all(folder);
+            from_beside({record(17, "fan")});
+        }
+        return from_beside({"drv_log_transfer_status(mode=1)"}) == "0x0 status=4\n";
+    };
+    const process_result run =
+        run_sim({"--state", state}, {"log_test", "log_transfer", "0", "1", "/opt/hostx/gone/drv.log", "4096"}, options);
+    EXPECT_FALSE(run.timed_out);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(from_beside({"drv_log_read(log_id=17)", "drv_log_transfer_status(mode=0)"}),
+              "0x0 buffer=\"2 fan\\n\" lines=1\n0x0 status=0\n");
+}
+
 // Hooks are called by the driver's thread; the lines of the calls come from another.
 TEST(LogHook, HearsWhatThisProcessRecords) {
     const virtual_board board;

@@ -2,6 +2,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <string>
@@ -66,8 +67,10 @@ uint32_t drv_sec_log_hook_register(uint32_t, const char *, drv_sec_log_hook hand
     return 0;
 }
 
+// As the program does it: the handler of the signal writes straight to the descriptor.
 TEST(LogHookThreads, NoLineIsTornByAnother) {
     const std::string printed = printed_by([] {
+        setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
         EXPECT_EQ(run_log_test("drv_sec_log_hook_register"), 0);
         std::thread driver(tell);
         EXPECT_EQ(run_log_test("log_test_hook"), 0);
