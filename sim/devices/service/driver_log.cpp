@@ -29,7 +29,7 @@ bool is_character_of_name(char c) {
 
 driver_log::one driver_log::find(board &b, uint32_t id) {
     refuse_if(id > id_max, error::bad_value);
-    const one log = log_at(b, id);
+    one log = log_at(b, id);
     refuse_if(name_of_log(b, log).empty(), error::no_such_device);
     return log;
 }
@@ -86,6 +86,12 @@ std::string driver_log::file(board &b, const one &log) {
 
 void driver_log::append(board &b, const one &log, std::string_view lines) {
     append_to_ring(b.state_dir(), file(b, log), lines, b.get(log, size));
+}
+
+void driver_log::note(board &b, std::string_view log_name, const std::string &text) {
+    if (const auto log = named(b, log_name)) {
+        append(b, *log, "2 " + text + "\n");
+    }
 }
 
 device_list devices_of_driver_log() {

@@ -14,7 +14,7 @@ inline constexpr uint64_t usual_size = uint64_t{128} * 1024;
 
 inline constexpr reg name = reg::text("name", 31, "what it is called; without a name there is no such log").written();
 inline constexpr reg size =
-    reg::number("size", 256, 1024 * 1024, "bytes", "what its lines may take").or_else(usual_size).written();
+    reg::number("size", 256, 1048576, "bytes", "what its lines may take").or_else(usual_size).written();
 inline constexpr reg core =
     reg::number("core", 0, 7, "", "the core of the processor whose software writes it").or_else(0).fixed();
 
@@ -43,6 +43,9 @@ bool is_name(std::string_view wanted);
 std::string file(board &b, const one &log);
 
 void append(board &b, const one &log, std::string_view lines);
+
+// What a driver writes down of its own accord, as information; a board without that log does without.
+void note(board &b, std::string_view log_name, const std::string &text);
 
 } // namespace kestro_sim::driver_log
 
