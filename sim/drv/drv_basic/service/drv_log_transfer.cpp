@@ -9,7 +9,6 @@
 #include "sim/drv/driver.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <optional>
@@ -152,7 +151,6 @@ open_file open_target(const std::string &path) {
     open_file target(open(path.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0644));
     struct stat status {};
     if (target && (fstat(target.get(), &status) != 0 || !S_ISREG(status.st_mode))) {
-        errno = EINVAL;
         return {};
     }
     return target;
@@ -206,12 +204,27 @@ void move_one_log(const event & /*news*/) {
         return;
     }
     const written_piece done = write_piece(*piece);
-    operate([&](board &b) {
-        take_out(b, *piece, done.lines_taken);
-        if (done.outcome != log_transfer::under_way) {
-            b.put(latest_transfer(b), log_transfer::outcome, done.outcome);
-        }
-    });
+    const uint32_t kept = operate([&](board &b) { take_out(b, *piece, done.lines_taken); });
+    // Lines that cannot be taken out would be written again and again.
+    const uint32_t outcome = kept == 0 ? done.outcome : log_transfer::failed;
+    if (outcome != log_transfer::under_way) {
+        operate([&](board &b) { b.put(latest_transfer(b), log_transfer::outcome, outcome); });
+    }
+}
+
+uint32_t progress(board &b) {
+    switch (b.get(latest_transfer(b), log_transfer::outcome)) {
+    case log_transfer::under_way: {
+        const uint32_t core = b.get(latest_transfer(b), log_transfer::core);
+        return next_log_with_lines(b, core, 0) ? progress_waiting : progress_all;
+    }
+    case log_transfer::full:
+        return progress_full;
+    case log_transfer::failed:
+        return progress_failed;
+    default:
+        return progress_none;
+    }
 }
 
 void check_words(board &b, uint32_t core, uint32_t time_slice, const char *path, uint32_t max_size) {
@@ -261,16 +274,6 @@ uint32_t drv_log_transfer_status(uint32_t mode, uint32_t *status) {
     return operate([&](board &b) {
         refuse_null(status);
         refuse_if(mode > mode_progress, error::bad_value);
-        const uint32_t outcome = b.get(latest_transfer(b), log_transfer::outcome);
-        if (mode == mode_running) {
-            *status = outcome == log_transfer::under_way && is_transfer_alive(b) ? 1 : 0;
-        } else if (outcome == log_transfer::under_way) {
-            const uint32_t core = b.get(latest_transfer(b), log_transfer::core);
-            *status = next_log_with_lines(b, core, 0) ? progress_waiting : progress_all;
-        } else {
-            *status = outcome == log_transfer::full     ? progress_full
-                      : outcome == log_transfer::failed ? progress_failed
-                                                        : progress_none;
-        }
+        *status = mode == mode_running ? static_cast<uint32_t>(is_under_way(b) && is_transfer_alive(b)) : progress(b);
     });
 }
