@@ -34,6 +34,29 @@ open_file open_log(const fs::path &state_dir, const fs::path &name) {
     return file;
 }
 
+// A line beyond any room loses its end.
+std::string cut_to(std::string_view line, uint64_t size) {
+    std::string cut(line.substr(0, static_cast<size_t>(std::min<uint64_t>(line.size(), size))));
+    if (!cut.empty()) {
+        cut.back() = '\n';
+    }
+    return cut;
+}
+
+// As many of the whole lines before `end` as there is room for.
+std::string newest_lines(const open_file &file, uint64_t end, uint64_t room) {
+    std::string lines(static_cast<size_t>(std::min(end, room)), '\0');
+    if (!read_at(file, lines.data(), lines.size(), end - lines.size())) {
+        return "";
+    }
+    char before = '\n';
+    if (lines.size() < end && read_at(file, &before, 1, end - lines.size() - 1) && before != '\n') {
+        const size_t line_end = lines.find('\n');
+        lines.erase(0, line_end == std::string::npos ? line_end : line_end + 1);
+    }
+    return lines;
+}
+
 uint64_t size_of(const open_file &file, const fs::path &path) {
     struct stat status {};
     if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -100,16 +123,32 @@ void write_new_file(const fs::path &file, std::span<const uint8_t> content) {
     }
 }
 
+void replace_ring(const fs::path &state_dir, const fs::path &name, std::string_view lines) {
+    fs::path made = name;
+    made += ".new";
+    {
+        const open_file file = open_of_state(state_dir, made, O_WRONLY | O_CREAT | O_TRUNC);
+        if (!file || !write_at(file, lines.data(), lines.size(), 0)) {
+            const int reason = errno;
+            std::error_code ignored;
+            fs::remove(state_dir / made, ignored);
+            fail_on(state_dir / name, "written", reason);
+        }
+    }
+    fs::rename(state_dir / made, state_dir / name);
+}
+
 void append_to_ring(const fs::path &state_dir, const fs::path &name, std::string_view line, uint64_t size_max) {
     const fs::path path = state_dir / name;
-    open_file file = open_log(state_dir, name);
-    if (size_of(file, path) >= size_max) {
-        fs::path old = path;
-        fs::rename(path, old.replace_extension(".old"));
-        file = open_log(state_dir, name);
-    }
+    const open_file file = open_log(state_dir, name);
     const uint64_t size = size_of(file, path);
     const uint64_t end = end_of_lines(file, size);
+    if (end + line.size() > size_max) {
+        const std::string cut = cut_to(line, size_max);
+        const uint64_t room = size_max - cut.size();
+        replace_ring(state_dir, name, newest_lines(file, end, std::min(room, size_max / 2)) + cut);
+        return;
+    }
     if (end != size && ftruncate(file.get(), static_cast<off_t>(end)) != 0) {
         fail_on(path, "written", errno);
     }
@@ -119,6 +158,18 @@ void append_to_ring(const fs::path &state_dir, const fs::path &name, std::string
         static_cast<void>(!ftruncate(file.get(), static_cast<off_t>(end)));
         fail_on(path, "written", reason);
     }
+}
+
+std::string lines_of_ring(const fs::path &state_dir, const fs::path &name) {
+    const open_file file = open_of_state(state_dir, name, O_RDONLY);
+    if (!file) {
+        if (errno == ENOENT) {
+            return "";
+        }
+        fail_on(state_dir / name, "read", errno);
+    }
+    const uint64_t end = end_of_lines(file, size_of(file, state_dir / name));
+    return newest_lines(file, end, end);
 }
 
 } // namespace kestro_sim

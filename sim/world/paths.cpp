@@ -187,6 +187,36 @@ bool walk_path(const char *path, last_link last, char (&resolved)[PATH_MAX]) {
     return true;
 }
 
+bool is_there(const char *place) {
+    static next_function<int(const char *, int)> next{"access"};
+    return next.get()(place, F_OK) == 0;
+}
+
+constexpr char logs[] = "/dev/kestro_log/";
+constexpr size_t logs_length = sizeof(logs) - 1;
+
+bool is_log(const char *resolved) {
+    return strncmp(resolved, logs, logs_length) == 0;
+}
+
+// The drivers keep their logs in the state, and know which there are.
+bool is_log_of_drivers(const char *resolved, char (&place)[PATH_MAX]) {
+    static next_function<int(const char *, char *, size_t)> next{"kestro_sim_log_file"};
+    return next.get() != nullptr && next.get()(resolved + logs_length, place, sizeof(place)) != 0;
+}
+
+// A file of the board's root stands in front of a log of the same name.
+bool find_place(const char *resolved, char (&place)[PATH_MAX]) {
+    if (!below_root(resolved, place)) {
+        return false;
+    }
+    char log[PATH_MAX];
+    if (is_log(resolved) && !is_there(place) && is_log_of_drivers(resolved, log)) {
+        strcpy(place, log);
+    }
+    return true;
+}
+
 } // namespace
 
 bool is_board_path(const char *path) {
@@ -197,13 +227,12 @@ bool is_board_path(const char *path) {
 
 bool place_on_desk(const char *path, last_link last, char (&place)[PATH_MAX]) {
     char resolved[PATH_MAX];
-    return walk_path(path, last, resolved) && below_root(resolved, place);
+    return walk_path(path, last, resolved) && find_place(resolved, place);
 }
 
 bool board_realpath(const char *path, char (&resolved)[PATH_MAX]) {
-    static next_function<int(const char *, int)> next{"access"};
     char place[PATH_MAX];
-    if (!walk_path(path, last_link::follow, resolved) || !below_root(resolved, place) || next.get()(place, F_OK) != 0) {
+    if (!walk_path(path, last_link::follow, resolved) || !find_place(resolved, place) || !is_there(place)) {
         return false;
     }
     // A link out of the listed places has no name of its own that would lead back to it.

@@ -9,6 +9,8 @@ namespace {
 
 constexpr std::array rows = {
     command_row{"alg_test", alg_test, "kestro_test alg_test"},
+    command_row{"xml_test", xml_test, "kestro_test xml_test"},
+    command_row{"log_test", log_test, "kestro_test log_test"},
     command_row{"env_test", env_test, "kestro_test env_test"},
     command_row{"flash_test", flash_test, "kestro_test flash_test"},
     command_row{"cpld_test", cpld_test, "kestro_test cpld_test"},

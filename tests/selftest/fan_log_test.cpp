@@ -30,8 +30,21 @@ TEST(FanLogTest, WhatTheBufferHolds) {
     expect_part_on(board_with_log("123"), "fan_log_0_bytes", "", untouched, -1);
 }
 
+// The drivers of the simulated board have a log of that name; a link that leads nowhere hides it.
 TEST(FanLogTest, WithoutALog) {
-    expect_part_on(new_scratch_dir(), "fan_log", "", untouched, -1);
+    const std::string root = new_scratch_dir();
+    std::filesystem::create_directories(root + "/dev/kestro_log");
+    std::filesystem::create_symlink("none", root + "/dev/kestro_log/fan_mng");
+    expect_part_on(root, "fan_log", "", untouched, -1);
+}
+
+// Where the board's files have none, it is what the fan driver recorded.
+TEST(FanLogTest, IsTheDriverLog) {
+    expect_part_on(new_scratch_dir(), "fan_log", "", untouched, 0);
+    const std::string state = new_scratch_dir() + "/state";
+    run_sim({"--state", state}, {"log_test", "write_log", "17", "2", "fan"});
+    const process_result run = run_sim({"--state", state, "--run", build_dir() + "/tests/selftest_part"}, {"fan_log"});
+    EXPECT_TRUE(run.out.starts_with("2 fan\n##########\n")) << run.out;
 }
 
 TEST(FanLogTest, ALogThatCannotBeRead) {

@@ -68,6 +68,14 @@ TEST(ConsoleRedirectDriver, ANewCallbackOutlivesTheEndOfTheOldOne) {
         "0x0\n0x0\n0x0\n0x0\n0x0\n0x0\n" + heard("a\\r\\n", 3) + "0x0\n" + heard("b\\r\\n", 3));
 }
 
+TEST(ConsoleRedirectDriver, WritesItsLog) {
+    EXPECT_EQ(printed_by({enable, send_text("hello"), close_it, close_it,
+                          "drv_console_redirect_en(slot_id=0xffffffff, baud_rate=9600)", "drv_log_read(log_id=20)"}),
+              "0x0\n0x0\n0x0\n" + no_such_device +
+                  "0x0\n0x0 buffer=\"2 slot 7: redirected at 9600 bit/s\\n2 slot 7: 5 bytes sent\\n2 slot 7: closed\\n"
+                  "2 own slot: redirected at 9600 bit/s\\n\" lines=4\n");
+}
+
 // The receiver holds 32 bytes.
 TEST(ConsoleRedirectDriver, LongTextsComeInPieces) {
     EXPECT_EQ(printed_by({enable, listen, send_text("0123456789abcdef0123456789abcdefXYZ"), "wait 1", send_text(""),

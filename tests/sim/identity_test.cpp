@@ -302,12 +302,17 @@ TEST(Log, LinesAreKeptPerLog) {
     EXPECT_EQ(odd_calls(board, {"log_without_format"}).out, null_pointer);
 }
 
+// A log has 128 KiB if nobody says otherwise; of its lines the newer half stays.
 TEST(Log, OldLinesMakeRoom) {
     const test_board board = new_master();
-    write_file(board.state + "/log/slot9/5.log", std::string(65536, 'o'));
-    EXPECT_EQ(answers(board, {"drv_log_record(log_id=5, level=2, text=\"new\\r\\n\")"}), ok);
-    EXPECT_EQ(read_file(board.state + "/log/slot9/5.log"), "2 new\n");
-    EXPECT_EQ(read_file(board.state + "/log/slot9/5.old"), std::string(65536, 'o'));
+    const std::string old_line = std::string(1023, 'o') + "\n";
+    std::string full;
+    for (int line = 0; line < 128; ++line) {
+        full += old_line;
+    }
+    write_file(board.state + "/log/slot9/1.log", full);
+    EXPECT_EQ(answers(board, {"drv_log_record(log_id=1, level=2, text=\"new\\r\\n\")"}), ok);
+    EXPECT_EQ(read_file(board.state + "/log/slot9/1.log"), full.substr(65536) + "2 new\n");
 }
 
 } // namespace kestro_tests

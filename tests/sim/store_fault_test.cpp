@@ -1,6 +1,7 @@
 // A kill and a full disk at every single change that the store makes to its files: all or nothing, registers, images
 // and checksums alike.
 #include "sim/core/prepare.h"
+#include "sim/core/state_files.h"
 #include "sim/core/store.h"
 #include "tests/sim/fault_points.h"
 #include "tests/sim/label_change.h"
@@ -62,6 +63,55 @@ bool is_new(const test_board &board) {
 }
 
 } // namespace
+
+namespace {
+
+const std::string ring_name = "log/ring.log";
+
+// Ten lines of ten bytes, and what becomes of them: with room for one more, and without.
+struct ring_case {
+    uint64_t size;
+    std::string after;
+};
+
+const std::string ten_lines = "2 line 10\n2 line 11\n2 line 12\n2 line 13\n2 line 14\n"
+                              "2 line 15\n2 line 16\n2 line 17\n2 line 18\n2 line 19\n";
+
+std::vector<ring_case> ring_cases() {
+    return {{110, ten_lines + "2 line 20\n"}, {100, ten_lines.substr(50) + "2 line 20\n"}};
+}
+
+std::string ring_before_fault() {
+    std::string state = new_scratch_dir();
+    std::filesystem::create_directory(state + "/log");
+    write_file(state + "/" + ring_name, ten_lines);
+    return state;
+}
+
+} // namespace
+
+TEST(LogFault, EachChangeLeavesTheLinesBeforeOrBehind) {
+    for (const ring_case &one : ring_cases()) {
+        for (const fault kind : {fault::killed, fault::full_once, fault::full_for_good}) {
+            for (int n = 1; n < far_too_many && !HasFailure(); ++n) {
+                SCOPED_TRACE(std::to_string(one.size) + " " + std::to_string(n));
+                const std::string state = ring_before_fault();
+                const outcome end = run_with_fault(
+                    kind, n, [&] { kestro_sim::append_to_ring(state, ring_name, "2 line 20\n", one.size); });
+                const std::string lines = kestro_sim::lines_of_ring(state, ring_name);
+                if (end == outcome::done) {
+                    EXPECT_EQ(lines, one.after);
+                    EXPECT_GT(n, 1);
+                    break;
+                }
+                EXPECT_TRUE(lines == ten_lines || (end == outcome::killed && lines == one.after)) << lines;
+                // Half of a line, or of a file that was to take the place of this one, is in nobody's way.
+                kestro_sim::append_to_ring(state, ring_name, "2 line 20\n", 4096);
+                EXPECT_TRUE(kestro_sim::lines_of_ring(state, ring_name).ends_with(lines + "2 line 20\n"));
+            }
+        }
+    }
+}
 
 TEST(StoreFault, KilledAtEachChangeLeavesAllOrNothing) {
     const test_board board = labelled(0x11);

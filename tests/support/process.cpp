@@ -67,6 +67,28 @@ void drain(pollfd &pipe, std::string &text) {
     pipe.fd = -1;
 }
 
+// An operator who presses Ctrl-C as the lines come.
+class operator_at_keyboard {
+  public:
+    operator_at_keyboard(pid_t run, std::vector<std::string> texts) : run_(run), texts_(std::move(texts)) {
+    }
+    void look_at(const std::string &output) {
+        for (size_t found = 0; next_ < texts_.size() && found != std::string::npos;) {
+            found = output.find(texts_[next_], seen_);
+            if (found != std::string::npos) {
+                seen_ = found + texts_[next_++].size();
+                kill(run_, SIGINT);
+            }
+        }
+    }
+
+  private:
+    pid_t run_;
+    std::vector<std::string> texts_;
+    size_t next_ = 0;
+    size_t seen_ = 0;
+};
+
 // How long the pipes of a child that was killed may stay open: what it started may hold them, and never end.
 constexpr long last_words_ms = 1000;
 
@@ -74,6 +96,7 @@ constexpr long last_words_ms = 1000;
 void collect(pid_t run, const reading_ends &running, const process_options &options, process_result &result) {
     const auto begin = steady::now();
     std::array<pollfd, 2> pipes{{{running.out, POLLIN, 0}, {running.err, POLLIN, 0}}};
+    operator_at_keyboard presses(run, options.interrupt_at);
     bool killed = false;
     long last_ms = LONG_MAX;
     while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
@@ -93,6 +116,7 @@ void collect(pid_t run, const reading_ends &running, const process_options &opti
                 drain(pipes[i], i == 0 ? result.out : result.err);
             }
         }
+        presses.look_at(result.out);
     }
 }
 

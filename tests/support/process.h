@@ -21,6 +21,8 @@ struct process_options {
     int time_limit_ms = 60000;            // a hang ends the run instead of the test suite
     int kill_after_ms = -1;               // sends SIGKILL after that long; -1 never
     std::function<bool()> kill_when;      // sends SIGKILL as soon as this tells so
+    // Sends SIGINT when standard output has the first of these texts, another one when it has the second behind it, ...
+    std::vector<std::string> interrupt_at;
 };
 
 // Where a run's standard output and standard error go: descriptors.

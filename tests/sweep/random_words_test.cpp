@@ -74,6 +74,12 @@ constexpr test_in_rounds tests_in_rounds[]{
 };
 
 bool never_ends(const std::vector<std::string> &line) {
+    if (waits_for_operator(line[0], line[1])) {
+        return true;
+    }
+    if (line[1] == "intr_test_register_unregister") {
+        return line.size() == 4;
+    }
     if (line[1] == "barcode_write") {
         return has_number_above(line, 4, 256);
     }

@@ -17,7 +17,11 @@
 
 namespace kestro_tests {
 
-// Those that this build sweeps (thoroughness.h).
+// Those that wait for Ctrl-C, whatever is typed: they have no line that ends by itself, and tests of their own.
+const std::vector<sub_command> &sub_commands_that_wait();
+bool waits_for_operator(const std::string &module, const std::string &name);
+
+// Those that this build sweeps (thoroughness.h), without those that wait.
 std::vector<sub_command> sub_commands_swept_here();
 
 // The state of a board that nothing has been written to. The runs of this test program have it one after the other.

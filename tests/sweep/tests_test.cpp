@@ -33,6 +33,12 @@ TEST_P(CommandTests, CoverTheSubCommand) {
     EXPECT_FALSE(test_lines_of(GetParam()).empty()) << "no command test has a line with this sub-command";
 }
 
+TEST(WaitingCommandTests, CoverTheSubCommand) {
+    for (const sub_command &command : sub_commands_that_wait()) {
+        EXPECT_FALSE(test_lines_of(command).empty()) << command.name;
+    }
+}
+
 TEST_P(CommandTests, HaveNoDriverCallThatNoSweepReaches) {
     for (const std::string &operation : unreached(test_lines_of(GetParam()), swept_runs(GetParam()))) {
         ADD_FAILURE() << operation;

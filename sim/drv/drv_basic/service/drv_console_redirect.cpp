@@ -3,6 +3,7 @@
 
 #include "sim/core/events.h"
 #include "sim/devices/service/console.h"
+#include "sim/devices/service/driver_log.h"
 #include "sim/drv/driver.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ using namespace kestro_sim;
 namespace {
 
 constexpr const char *topic = "console";
+constexpr const char *console_log = "drv_log_console";
 constexpr uint32_t slot_max = 0xFFFF;
 constexpr uint32_t instance_of_slots = 0xFF000000U;
 constexpr uint32_t longest_text = 4096;
@@ -49,6 +51,12 @@ process_state &state() {
 console::one port_of(board &b, uint32_t slot_id) {
     refuse_if(slot_id != DRV_INST_SELF && slot_id > slot_max, error::no_such_instance);
     return b.find<console::family>(slot_id == DRV_INST_SELF ? slot_id : instance_of_slots + slot_id);
+}
+
+// Before anything is changed, so that a log without room refuses the whole.
+void note_down(board &b, uint32_t slot_id, const std::string &what) {
+    const std::string slot = slot_id == DRV_INST_SELF ? "own slot" : "slot " + std::to_string(slot_id);
+    driver_log::note(b, console_log, slot + ": " + what);
 }
 
 void hand_over(drv_console_redirect_recv_callback callback, const event &news) {
@@ -86,6 +94,7 @@ uint32_t drv_console_redirect_en(uint32_t slot_id, uint32_t baud_rate) {
         const auto port = port_of(b, slot_id);
         refuse_if(!console::is_rate(baud_rate), error::bad_value);
         refuse_if(state().open && state().open->slot != slot_id, error::bad_value);
+        note_down(b, slot_id, "redirected at " + std::to_string(baud_rate) + " bit/s");
         state().open = redirection{slot_id, port, baud_rate};
     });
 }
@@ -108,6 +117,7 @@ uint32_t drv_console_redirect_send_data(const char *data, uint32_t len) {
         refuse_if(len > longest_text, error::out_of_range);
         const redirection &open = *state().open;
         refuse_if(!b.is_present(open.port.instance), error::no_such_instance);
+        note_down(b, open.slot, std::to_string(len) + " bytes sent");
         const int64_t now = b.now();
         for (console::piece &back : console::answer(b, open.port, open.rate, {data, len})) {
             state().last_echo = std::max(state().last_echo, now + back.after);
@@ -122,6 +132,7 @@ uint32_t drv_console_redirect_close(uint32_t slot_id) {
     listener_id gone = 0;
     const uint32_t result = operate([&](board &b) {
         refuse_if(!state().open || state().open->slot != slot_id, error::no_such_device);
+        note_down(b, slot_id, "closed");
         state().open.reset();
         const std::vector<event_id> echoes = std::exchange(state().echoes, {});
         if (state().heard.ears == 0) {
