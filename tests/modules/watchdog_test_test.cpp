@@ -1,5 +1,6 @@
 // watchdog_test: every sub-command on the real program: with the driver scripted, and with the simulated chassis behind
 // /dev/watchdog.
+#include <csignal>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -314,4 +315,11 @@ TEST(WatchdogTest, AnotherSignalEndsTheProgram) {
     EXPECT_EQ(run.calls, fed);
     EXPECT_EQ(run.result.out, "enter\nwait for ctrl+c\n");
     EXPECT_EQ(run.result.status, 128 + SIGTERM);
+}
+
+// A line for those who look for one of each sub-command; the loop's end is the signal's.
+TEST(WatchdogTest, AutoFeedEndsWithADriverThatCrashes) {
+    expect_run("watchdog_test auto_feed", "drv_watchdog_clr() = crash", "enter\nwait for ctrl+c\n", 128 + SIGSEGV);
+    expect_run("watchdog_test auto_feed 1 2", "drv_watchdog_clr() = crash", "enter\nwait for ctrl+c\n",
+               128 + SIGSEGV);
 }
