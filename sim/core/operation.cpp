@@ -95,8 +95,9 @@ void forget_other_threads() {
 uint32_t run_operation(void (*body)(void *, board &), void *context) noexcept {
     const counted_operation counted;
     try {
-        // Read once: a thread of the drivers must not look into the environment while the program changes it.
-        static const std::string state_dir = wanted_variable("KESTRO_SIM_STATE");
+        // Read once: a thread of the drivers must not look into the environment while the program changes it. Never
+        // freed: exit handlers call drivers, too.
+        static const std::string &state_dir = *new std::string(wanted_variable("KESTRO_SIM_STATE"));
         const state_lock lock(state_dir);
         board &used = board_of_this_process(state_dir);
         const operation_on running(used);

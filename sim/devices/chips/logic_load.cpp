@@ -37,11 +37,16 @@ void need_own_load(board &b, const logic_of &chip, const logic_load::begun &load
               error::not_ready);
 }
 
+bool is_of_test_interrupt(const space_register &each) {
+    return !each.fields.empty() && each.fields.front().family == &test_interrupt::family;
+}
+
 // An FPGA that was loaded begins as after power-on.
 void reset_registers(board &b, change &writes, const logic_of &chip) {
     const register_space *const space = find_space("cpld", chip);
     for (const space_register &each : space == nullptr ? std::span<const space_register>() : space->registers) {
-        if (each.fields.empty() && each.read == nullptr) {
+        const bool is_plain = each.fields.empty() && each.read == nullptr;
+        if (is_plain || is_of_test_interrupt(each)) {
             force_space(b, *space, chip, each.address, each.reset_value);
         }
     }
