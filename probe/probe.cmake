@@ -48,4 +48,8 @@ add_executable(kestro_call areas.cpp caller.cpp events.cpp kestro_call.cpp ${PRO
 target_link_libraries(kestro_call PRIVATE probe_language probe_interface driver_interface)
 set_target_properties(kestro_call PROPERTIES SKIP_BUILD_RPATH ON)
 compile_together(kestro_call)
-target_link_options(kestro_call PRIVATE -static-libstdc++ -static-libgcc)
+# The sanitizer's library asks for functions of the C++ run-time library, so the program would offer its own copy to the
+# drivers, whose exceptions would begin in one copy and go on in another.
+if(NOT KESTRO_SANITIZE)
+    target_link_options(kestro_call PRIVATE -static-libstdc++ -static-libgcc)
+endif()

@@ -320,6 +320,5 @@ TEST(WatchdogTest, AnotherSignalEndsTheProgram) {
 // A line for those who look for one of each sub-command; the loop's end is the signal's.
 TEST(WatchdogTest, AutoFeedEndsWithADriverThatCrashes) {
     expect_run("watchdog_test auto_feed", "drv_watchdog_clr() = crash", "enter\nwait for ctrl+c\n", 128 + SIGSEGV);
-    expect_run("watchdog_test auto_feed 1 2", "drv_watchdog_clr() = crash", "enter\nwait for ctrl+c\n",
-               128 + SIGSEGV);
+    expect_run("watchdog_test auto_feed 1 2", "drv_watchdog_clr() = crash", "enter\nwait for ctrl+c\n", 128 + SIGSEGV);
 }

@@ -169,7 +169,7 @@ TEST(StoreFault, DiskThatStaysFullLeavesAllOrNothing) {
 }
 
 TEST(StoreFault, MakingThatIsKilledAtEachChangeIsDoneAgain) {
-    for (int n = 1; n < far_too_many && !HasFailure(); n += stride()) {
+    for (int n = 1; n < far_too_many && !HasFailure(); n += long_stride()) {
         SCOPED_TRACE(n);
         const test_board board = board_to_make("mpu_master", new_scratch_dir() + "/state");
         const outcome end = run_with_fault(fault::killed, n, [&] { make_or_throw(board, false); });
@@ -187,7 +187,7 @@ TEST(StoreFault, MakingThatIsKilledAtEachChangeIsDoneAgain) {
 TEST(StoreFault, ResetThatIsKilledAtEachChangeIsOldOrNew) {
     int kept = 0;
     int made_new = 0;
-    for (int n = 1; n < far_too_many && !HasFailure(); n += stride()) {
+    for (int n = 1; n < far_too_many && !HasFailure(); n += long_stride()) {
         SCOPED_TRACE(n);
         const test_board board = labelled(0x11);
         const outcome end = run_with_fault(fault::killed, n, [&] { make_or_throw(board, true); });
@@ -204,13 +204,13 @@ TEST(StoreFault, ResetThatIsKilledAtEachChangeIsOldOrNew) {
         }
         ASSERT_EQ(end, outcome::killed);
     }
-    EXPECT_GT(kept * stride(), 5);
-    EXPECT_GT(made_new * stride(), 5);
+    EXPECT_GT(kept * long_stride(), 5);
+    EXPECT_GT(made_new * long_stride(), 5);
 }
 
 TEST(StoreFault, ResetOnAFullDiskKeepsTheOldState) {
     int kept = 0;
-    for (int n = 1; n < far_too_many && !HasFailure(); n += stride()) {
+    for (int n = 1; n < far_too_many && !HasFailure(); n += long_stride()) {
         SCOPED_TRACE(n);
         const test_board board = labelled(0x11);
         const outcome end = run_with_fault(fault::full_once, n, [&] { make_or_throw(board, true); });
@@ -224,7 +224,7 @@ TEST(StoreFault, ResetOnAFullDiskKeepsTheOldState) {
             ++kept;
         }
     }
-    EXPECT_GT(kept * stride(), 5);
+    EXPECT_GT(kept * long_stride(), 5);
 }
 
 } // namespace kestro_tests

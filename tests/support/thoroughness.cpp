@@ -47,6 +47,10 @@ int stride() {
     }
 }
 
+int long_stride() {
+    return stride() == 1 ? 1 : 3 * stride();
+}
+
 bool is_tried_here(const std::string &name) {
     switch (this_build()) {
     case build::of_the_desk:

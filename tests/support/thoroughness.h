@@ -15,6 +15,9 @@ bool everything_is_tried();
 // pairs.
 int stride();
 
+// The same where trying one place takes a new state: 1, 9 or 21.
+int long_stride();
+
 // Whether this build tries what has that name. The sanitized and the emulated build choose different ones.
 bool is_tried_here(const std::string &name);
 

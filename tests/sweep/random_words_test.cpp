@@ -106,7 +106,7 @@ int random_lines() {
     if (getenv("KESTRO_BUILD_UNDER_TEST") != nullptr) {
         return 0;
     }
-    return everything_is_tried() ? 10000 : 4000;
+    return everything_is_tried() ? 10000 : 3000;
 }
 
 } // namespace
