@@ -4,6 +4,7 @@
 
 #include "tests/support/command.h"
 #include "tests/support/test_lines.h"
+#include "tests/support/thoroughness.h"
 
 using namespace kestro_tests;
 
@@ -131,14 +132,14 @@ TEST(EnvOnABoard, AnInterruptLeavesNoTestVariable) {
     if (lists_lines()) {
         return;
     }
-    for (int call = 1; call <= 13; ++call) {
+    for (int call = 1; call <= 13; call += stride()) {
         SCOPED_TRACE(call);
         const on_board board("mpu_master");
         EXPECT_EQ(board.run("env_test env_sdv_test", {"--signal-call", std::to_string(call)}).status,
                   ended_by_interrupt);
         board.expect("env_test env_print", printed_store(flash_variables));
     }
-    for (int call = 1; call <= 11; ++call) {
+    for (int call = 1; call <= 11; call += stride()) {
         SCOPED_TRACE(call);
         const on_board board("mpu_master");
         EXPECT_EQ(board.run("env_test memenv_sdv_test", {"--signal-call", std::to_string(call)}).status,

@@ -133,22 +133,20 @@ TEST(LogTest, TransferStaysAlive) {
     }
     const std::string script =
         scratch_file("script", "drv_log_transfer(core=1, time_slice=100, path=\"/log\", max_size=4096) = 0\n");
-    const process_result ended = run_process(
-        {"/usr/bin/env", "timeout", "--signal=INT", "0.3", build_dir() + "/kestro_sim", "--state", new_scratch_dir(),
-         "--strict", "--script", script, "--", "log_test", "log_transfer", "1", "100", "/log", "4096"});
-    EXPECT_EQ(ended.out, "");
-    EXPECT_EQ(ended.err, "");
-    EXPECT_EQ(ended.status, 124);
     for (const char *clock : {"real", "virtual"}) {
-        const std::string trace = new_scratch_dir() + "/trace";
-        process_options options;
-        options.kill_when = [&] { return read_file(trace).find("= 0x0") != std::string::npos; };
-        const process_result killed =
-            run_sim({"--state", new_scratch_dir(), "--clock", clock, "--strict", "--script", script, "--trace", trace},
-                    split_words("log_test log_transfer 1 100 /log 4096"), options);
-        EXPECT_EQ(killed.out, "") << clock;
-        EXPECT_EQ(killed.status, 128 + SIGKILL) << clock;
-        EXPECT_FALSE(killed.timed_out) << clock;
+        for (const int signal : {SIGINT, SIGTERM, SIGKILL}) {
+            const std::string trace = new_scratch_dir() + "/trace";
+            process_options options;
+            options.kill_when = [&] { return read_file(trace).find("= 0x0") != std::string::npos; };
+            options.kill_signal = signal;
+            const process_result ended = run_sim(
+                {"--state", new_scratch_dir(), "--clock", clock, "--strict", "--script", script, "--trace", trace},
+                split_words("log_test log_transfer 1 100 /log 4096"), options);
+            EXPECT_EQ(ended.out, "") << clock;
+            EXPECT_EQ(ended.err, "") << clock;
+            EXPECT_EQ(ended.status, 128 + signal) << clock;
+            EXPECT_FALSE(ended.timed_out) << clock;
+        }
     }
 }
 

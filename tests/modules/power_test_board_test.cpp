@@ -11,6 +11,7 @@
 #include "tests/modules/delivered_supplies.h"
 #include "tests/support/command.h"
 #include "tests/support/driver_calls.h"
+#include "tests/support/thoroughness.h"
 
 using namespace kestro_tests;
 
@@ -219,7 +220,7 @@ TEST(PowerTestBoard, TwoAtOnceFindWhatOneAloneFinds) {
         SCOPED_TRACE(mode);
         const std::string state = new_scratch_dir();
         ASSERT_EQ(kept_of(state), delivered_values + delivered_values);
-        for (int time = 0; time < 5; ++time) {
+        for (int time = 0; time < 5; time += stride()) {
             const std::vector<std::string> options = {"--state", state, "--clock", "virtual"};
             process_result other;
             std::thread beside([&] { other = run_launcher(options, words_of(mode, 13)); });

@@ -170,7 +170,7 @@ TEST(EnvImage, ASaveThatIsKilledAtEachWriteLeavesACopyWhole) {
     EXPECT_EQ(in_flash(made).value, "old");
     int torn = 0;
     int n = 1;
-    for (; n < 1000 && !HasFailure(); n += stride()) {
+    for (; n < 1000 && !HasFailure(); n += long_stride()) {
         SCOPED_TRACE(n);
         const outcome end = run_with_fault(fault::killed, n, [&] { set_and_save(made, "new"); });
         const found left = in_flash(made);
@@ -190,7 +190,7 @@ TEST(EnvImage, ASaveThatIsKilledAtEachWriteLeavesACopyWhole) {
         EXPECT_TRUE(in_flash(made).both);
     }
     EXPECT_GT(n, 40);
-    EXPECT_GT(torn, 10 / stride());
+    EXPECT_GT(torn, 10 / long_stride());
 }
 
 } // namespace kestro_tests

@@ -103,7 +103,7 @@ void collect(pid_t run, const reading_ends &running, const process_options &opti
         poll(pipes.data(), pipes.size(), options.kill_when ? 2 : 20);
         const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(steady::now() - begin).count();
         if (!killed && is_due(options, static_cast<long>(elapsed), result)) {
-            kill(run, SIGKILL);
+            kill(run, result.timed_out ? SIGKILL : options.kill_signal);
             killed = true;
             last_ms = static_cast<long>(elapsed) + last_words_ms;
         }

@@ -19,8 +19,9 @@ struct process_options {
     std::vector<std::string> environment; // NAME=VALUE, added to the test's own; NAME alone removes it
     std::string directory;                // working directory; empty keeps the test's own
     int time_limit_ms = 60000;            // a hang ends the run instead of the test suite
-    int kill_after_ms = -1;               // sends SIGKILL after that long; -1 never
-    std::function<bool()> kill_when;      // sends SIGKILL as soon as this tells so
+    int kill_after_ms = -1;               // ends the run after that long; -1 never
+    std::function<bool()> kill_when;      // ends the run as soon as this tells so
+    int kill_signal = 9;                  // by SIGKILL or another signal
     // Sends SIGINT when standard output has the first of these texts, another one when it has the second behind it, ...
     std::vector<std::string> interrupt_at;
 };
