@@ -1,6 +1,6 @@
 // How much is tried of what depends on the code alone, not on the processor or the sanitizers: which sub-commands are
-// swept, at how many of its writes the store is killed. The desk's build tries all. The sanitized one, which is five
-// times as slow, tries every second, the emulated one, ten times as slow, every fourth; scripts/test --full tries all
+// swept, at how many of its writes the store is killed. The desk's build tries all. The sanitized one, which is three
+// times as slow, tries every third, the emulated one, five times as slow, every eighth; scripts/test --full tries all
 // in each build.
 #pragma once
 
