@@ -126,10 +126,9 @@ texts environment_of_rehearsal(const texts &environment) {
     static const std::string script =
         scratch_file("rehearsal", "drv_mac_get_num(inst_id=0xffffffff, type_id=1, reserved=0) = 0 num=2\n");
     texts changed;
-    std::copy_if(environment.begin(), environment.end(), std::back_inserter(changed),
-                 [](const std::string &variable) {
-                     return !variable.starts_with("KESTRO_PROBE_") && !variable.starts_with("KESTRO_SIM_FAIL_ALLOC=");
-                 });
+    std::copy_if(environment.begin(), environment.end(), std::back_inserter(changed), [](const std::string &variable) {
+        return !variable.starts_with("KESTRO_PROBE_") && !variable.starts_with("KESTRO_SIM_FAIL_ALLOC=");
+    });
     if (is_scripted(environment)) {
         changed.insert(changed.end(), {"KESTRO_PROBE_SCRIPT=" + script, "KESTRO_PROBE_STRICT=1"});
     }
