@@ -107,8 +107,9 @@ void tell_hook(std::string_view text, uint32_t result) {
     });
 }
 
-// A hook that is taken back has heard all that was recorded before. One that waits for whoever takes it back, as for
-// the lock of the standard output, is not waited for any longer.
+// Who has recorded a line goes on when the hook has heard it, so a run prints the same each time; and a hook that is
+// taken back has heard all that was recorded before. One that waits for whoever waits for it, as for the lock of the
+// standard output, is not waited for any longer.
 void let_hook_hear() {
     constexpr std::chrono::seconds patience{2};
     hooked &own = hook_of_process();
@@ -117,6 +118,7 @@ void let_hook_hear() {
         own.changed.wait_for(guard, patience, [&] { return own.heard >= own.told; });
     }
     own.heard = own.told;
+    own.changed.notify_all();
 }
 
 } // namespace
@@ -136,6 +138,7 @@ uint32_t drv_log_record(uint32_t log_id, uint32_t level, uint32_t flag, const ch
         look_at_sources_again();
     });
     tell_hook(text.data(), result);
+    let_hook_hear();
     return result;
 }
 
