@@ -19,7 +19,10 @@ const std::string &listing_state() {
 process_result run_plain(const std::vector<std::string> &words, const std::string &script) {
     static const std::string script_file = new_scratch_dir() + "/script";
     write_file(script_file, script);
-    return run_sim({"--state", listing_state(), "--clock", "virtual", "--script", script_file}, words);
+    // Some sub-commands wait for an operator, with words or without.
+    process_options process;
+    process.interrupt_at = {"wait for ctrl+c\n"};
+    return run_sim({"--state", listing_state(), "--clock", "virtual", "--script", script_file}, words, process);
 }
 
 // The help texts of a usage listing, which may stand between the lines of a run around it.
