@@ -15,7 +15,10 @@ from kestro_report.reader import ExpectedWriter, Reader, Settings
 from kestro_report.records import Writer
 from kestro_report.texts import text_lines
 from kestro_report.verdict import TOOL_AT_FAULT, exit_status
+from kestro_report.writers.junit import JUnit
+from kestro_report.writers.ocp import OcpLines
 from kestro_report.writers.summary import Summary
+from kestro_report.writers.tap import Tap
 
 COMMANDS = ("read", "run", "diff", "trend")
 ENDS = """exit status: 0 all passed; 1 a check failed; 2 this tool or its input is at fault; 3 the run did not end
@@ -113,7 +116,15 @@ class Outputs:
 
 
 def format_makers() -> dict[str, Callable[[TextIO, argparse.Namespace], Writer]]:
-    return {}
+    return {"junit": lambda stream, options: JUnit(stream, options.name or "kestro_test"),
+            "tap": lambda stream, options: Tap(stream),
+            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options))}
+
+
+def parameters_of(options: argparse.Namespace) -> dict[str, object]:
+    """What else the verdict depends on."""
+    judged_by = {name: getattr(options, name) for name in ("limits", "description", "expect")}
+    return {name: value for name, value in judged_by.items() if value}
 
 
 def expected_of(rules: grammar.Grammar, name: str):
@@ -137,11 +148,8 @@ def settings_of(options: argparse.Namespace, rules: grammar.Grammar) -> Settings
 
 def read_input(reader: Reader, source) -> None:
     reader.begin_source(source.name, source.facts, source.facts.get("command", ""))
-    try:
-        for line in text_lines(source.read):
-            reader.feed(line)
-    except OSError as error:
-        raise InputError(f"{source.name}: {error.strerror}; a file with the output of kestro_test is wanted") from error
+    for line in text_lines(source.read):
+        reader.feed(line)
     reader.end_source()
 
 

@@ -64,6 +64,11 @@ class Rule:
     def weight(self) -> int:
         return self.parts[1]
 
+    @cached_property
+    def longest_literal(self) -> str:
+        """What a line of this rule must contain; looked for before the pattern is made, which costs far more."""
+        return max((literal.strip() for literal in TOKEN.sub("\n", self.text.replace("%%", "\n")).split("\n")), key=len)
+
     @property
     def beginning(self) -> str:
         return self.parts[2]
@@ -152,7 +157,7 @@ class Grammar:
         best, found = None, None
         for length in self.lengths:
             for rule in self.index.get(text[:length], ()):
-                if best is None or rule.weight > best.weight:
+                if rule.longest_literal in text and (best is None or rule.weight > best.weight):
                     if match := rule.pattern.fullmatch(text):
                         best, found = rule, match
         answer = (best, found.groupdict()) if best else None
@@ -173,13 +178,18 @@ def indexed(grammar: Grammar) -> Grammar:
     return grammar
 
 
+def with_bytes(text: str) -> str:
+    """The grammar writes a byte that is no UTF-8 as \\xNN; lines that are read have it as a surrogate."""
+    return re.sub(r"\\x([89a-f][0-9a-f])", lambda found: chr(0xDC00 + int(found[1], 16)), text)
+
+
 def rule_of(group: str, entry: dict) -> Rule:
     kind = next(key for key in entry if key in KINDS)
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
     others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "example") if key in entry}
     by = entry.get("by", "ret" if kind == "code" else "")
-    return Rule(kind, entry[kind], group, measures=measures, by=by, outcomes=outcomes, **others)
+    return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)
 
 
 def parsed(text: str) -> dict:

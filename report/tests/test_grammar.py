@@ -27,7 +27,7 @@ class Classified:
         groups = [group for group in DATA["groups"] if file in group["from"]]
         rules = [grammar.rule_of(group["group"], entry) for group in groups for entry in group.get("lines", ())]
         self.lines = {rule.source_text.rstrip() for rule in rules}
-        self.whole = {text for group in groups for key in ("pieces", "unprinted") for text in group.get(key, ())}
+        self.whole = {grammar.with_bytes(text) for group in groups for key in ("pieces", "unprinted") for text in group.get(key, ())}
 
     def has(self, text: str) -> bool:
         return text in self.whole or all(line in self.lines for line in lines_of(text))
@@ -52,7 +52,7 @@ def test_every_rule_is_of_a_text_of_the_sources():
         rules = [grammar.rule_of(group["group"], entry) for entry in group.get("lines", ())]
         missing += [f"{group['group']}: {rule.text!r}" for rule in rules if rule.source_text.rstrip() not in texts]
         missing += [f"{group['group']}: piece {text!r}" for key in ("pieces", "unprinted")
-                    for text in group.get(key, ()) if text not in texts]
+                    for text in group.get(key, ()) if grammar.with_bytes(text) not in texts]
     assert not missing, "not in the sources:\n" + "\n".join(missing)
 
 
