@@ -11,6 +11,7 @@ from typing import TextIO
 from kestro_report import VERSION, grammar
 from kestro_report.errors import InputError
 from kestro_report.inputs import check_input, open_input
+from kestro_report.limits import Limits
 from kestro_report.reader import ExpectedWriter, Reader, Settings
 from kestro_report.records import Writer
 from kestro_report.texts import text_lines
@@ -141,6 +142,11 @@ def expected_of(rules: grammar.Grammar, name: str):
 
 def settings_of(options: argparse.Namespace, rules: grammar.Grammar) -> Settings:
     settings = Settings(ignore=tuple(options.ignore))
+    if options.limits or options.description:
+        limits = Limits(Path(options.limits) if options.limits else None,
+                        Path(options.description) if options.description else None)
+        settings.limits_of = limits.of
+        settings.notes = limits.unused
     if options.expect:
         settings.expected = expected_of(rules, options.expect)
     return settings
@@ -175,6 +181,8 @@ def command_read(words: list[str]) -> int:
             with source.stream if name != "-" else nullcontext():
                 read_input(reader, source)
         reader.tell("report_ends")
+    for note in settings.notes():
+        print(f"kestro_report: {note}", file=sys.stderr)
     return exit_status(reader.outcomes)
 
 
