@@ -44,6 +44,7 @@ class Rule:
     outcomes: dict[str, str] = field(default_factory=dict)
     within: str = ""
     text_follows: bool = False
+    after_end: bool = False  # comes behind the run's end line and still belongs to it
     example: str = ""
 
     @property
@@ -61,8 +62,14 @@ class Rule:
         return re.compile(self.parts[0], re.DOTALL)
 
     @property
-    def weight(self) -> int:
-        return self.parts[1]
+    def weight(self) -> tuple[int, int]:
+        """How much of a line the rule says itself; of two that say the same the one with fewer values says it better."""
+        return self.parts[1], -self.text.count("%")
+
+    @cached_property
+    def longest_literal(self) -> str:
+        """What a line of this rule must contain; looked for before the pattern is made, which costs far more."""
+        return max((literal.strip() for literal in TOKEN.sub("\n", self.text.replace("%%", "\n")).split("\n")), key=len)
 
     @property
     def beginning(self) -> str:
@@ -141,6 +148,7 @@ class Grammar:
     rules: list[Rule]
     orders: dict[str, Order]
     untimed: frozenset[str]
+    judging: frozenset[str]  # groups of tests that say themselves what passed and failed
     index: dict[str, list[Rule]] = field(default_factory=dict)
     lengths: list[int] = field(default_factory=list)
     known: dict[str, tuple[Rule, dict[str, str]] | None] = field(default_factory=dict)
@@ -152,7 +160,7 @@ class Grammar:
         best, found = None, None
         for length in self.lengths:
             for rule in self.index.get(text[:length], ()):
-                if best is None or rule.weight > best.weight:
+                if rule.longest_literal in text and (best is None or rule.weight > best.weight):
                     if match := rule.pattern.fullmatch(text):
                         best, found = rule, match
         answer = (best, found.groupdict()) if best else None
@@ -173,13 +181,18 @@ def indexed(grammar: Grammar) -> Grammar:
     return grammar
 
 
+def with_bytes(text: str) -> str:
+    """The grammar writes a byte that is no UTF-8 as \\xNN; lines that are read have it as a surrogate."""
+    return re.sub(r"\\x([89a-f][0-9a-f])", lambda found: chr(0xDC00 + int(found[1], 16)), text)
+
+
 def rule_of(group: str, entry: dict) -> Rule:
     kind = next(key for key in entry if key in KINDS)
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
-    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "example") if key in entry}
+    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "after_end", "example") if key in entry}
     by = entry.get("by", "ret" if kind == "code" else "")
-    return Rule(kind, entry[kind], group, measures=measures, by=by, outcomes=outcomes, **others)
+    return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)
 
 
 def parsed(text: str) -> dict:
@@ -195,4 +208,5 @@ def load(path: Path = GRAMMAR) -> Grammar:
     data = parsed(path.read_text(encoding="utf-8"))
     orders = {name: Order(tuple(order["sections"]), tuple(tuple(each) for each in order["branches"]))
               for name, order in data.get("orders", {}).items()}
-    return indexed(Grammar(rules_of(data), orders, frozenset(data.get("untimed", ()))))
+    return indexed(Grammar(rules_of(data), orders, frozenset(data.get("untimed", ())),
+                           frozenset(data.get("judging", ()))))

@@ -1,7 +1,6 @@
 """The inputs of a reading: files, standard input, and the facts that lie beside a file."""
 
 import sys
-from collections.abc import Callable
 from dataclasses import dataclass
 from pathlib import Path
 from typing import BinaryIO
@@ -19,10 +18,16 @@ class Input:
     stream: BinaryIO
     facts: dict[str, str]
 
-    @property
-    def read(self) -> Callable[[int], bytes]:
-        # A pipe gives what has come; to wait for a whole chunk would hold back what a live run prints.
-        return getattr(self.stream, "read1", self.stream.read)
+    def read(self, size: int) -> bytes:
+        """A pipe gives what has come; to wait for a whole chunk would hold back what a live run prints."""
+        try:
+            return getattr(self.stream, "read1", self.stream.read)(size)
+        except OSError as error:
+            raise cannot_read(self.name, error) from error
+
+
+def cannot_read(name: str, error: OSError) -> InputError:
+    return InputError(f"{name}: {error.strerror}; a file with the output of kestro_test is wanted")
 
 
 def facts_beside(path: Path) -> dict[str, str]:
@@ -56,5 +61,5 @@ def open_input(name: str, given: dict[str, str]) -> Input:
         stream = path.open("rb")
         stream.peek(1)
     except OSError as error:
-        raise InputError(f"{name}: {error.strerror}; a file with the output of kestro_test is wanted") from error
+        raise cannot_read(name, error) from error
     return Input(name, stream, {**facts_beside(path), **given})

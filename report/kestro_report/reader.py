@@ -34,6 +34,7 @@ class Settings:
     limits_of: LimitsOf | None = None
     calls_of: CallsOf | None = None
     expected: Expected | None = None
+    notes: Callable[[], list[str]] = list  # what is to be told when all has been read
 
 
 class Values(dict):
@@ -43,14 +44,29 @@ class Values(dict):
         return ""
 
 
-def named(template: str, values: dict[str, str | None]) -> str:
-    return " ".join(template.format_map(Values({k: (v or "").strip() for k, v in values.items()})).split())
+def shown_in_name(rule: Rule, name: str, text: str) -> str:
+    """One text of a check prints a number decimal and the other hexadecimal; its name has one form of it."""
+    number = rule.number(name, text) if text and rule.parts[3].get(name) in ("d", "u", "x") else None
+    if number is None:
+        return text
+    return str(number) if number < 0x10000 else f"0x{number:x}"
+
+
+def named(rule: Rule, template: str, values: dict[str, str | None]) -> str:
+    shown = {name: shown_in_name(rule, name, (text or "").strip()) for name, text in values.items()}
+    return " ".join(template.format_map(Values(shown)).split())
 
 
 def default_name(text: str) -> str:
     """What stands behind the prefix, up to the word that tells the outcome."""
     text = PREFIX.sub("", text.strip())
     return " ".join((OUTCOME_WORDS.sub("", text, count=1) or text).split())
+
+
+def outcome_of_code(number: float | None) -> str:
+    if not number:
+        return PASSED
+    return UNSUPPORTED if int(number) & 0xFF == NOT_SUPPORTED else FAILED
 
 
 class Reader:
@@ -76,6 +92,9 @@ class Reader:
         self.is_listing = False
         self.is_timed = True
         self.failed_command = False
+        self.just_failed = ""  # the check that the line before told to have failed
+        self.end_line: Line | None = None
+        self.judges_itself = False
         self.text_follows = False
         self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
         self.seen: dict[tuple[str, str], list[int]] = {}
@@ -120,12 +139,21 @@ class Reader:
             run.problems.append(why_cut)
         if any(self.order) and () not in self.order and not run.problems:
             run.problems.append(f"the part '{self.order[0][0]}' is missing")
+        self.add_end(run)
         self.add_missing_sections()
         self.end_section()
         self.judge_end(run)
         self.outcomes[run.outcome] += 1
         self.tell("run_ends", run)
         self.forget_run()
+
+    def add_end(self, run: Run) -> None:
+        """A sub-command that shows nothing to judge has at least ended without the failure that the dispatcher would
+        tell. Of a test that judges by itself this is not enough: there it means that nothing was tested."""
+        is_single = self.section is not None and self.section.number == 0 and not self.judges_itself
+        if self.end_line is not None and is_single and not any(run.counts.values()):
+            self.add_check(Check(run.command or "the sub-command ended without a failure", PASSED, self.section,
+                                 self.end_line))
 
     def judge_end(self, run: Run) -> None:
         status = run.status
@@ -224,7 +252,7 @@ class Reader:
         line.kind = rule.kind
         line.values = {name: value for name, value in values.items() if value is not None}
         is_dispatchers = rule.group == "shell" and rule.check == "{name}"
-        if self.run is None or (self.is_ended and not is_dispatchers):
+        if self.run is None or (self.is_ended and not is_dispatchers and not rule.after_end):
             self.end_run("")
             self.begin_run(line.time)
         self.run.lines += 1
@@ -240,11 +268,14 @@ class Reader:
         self.tell("line", self.section, line)
         self.take_measurements(rule, values, line)
         outcome = self.outcome_of(rule, values, line)
+        self.just_failed = ""
         # The dispatcher says it twice: of the sub-command, and of the module command that it belongs to.
         if outcome and not (is_dispatchers and self.failed_command):
             self.add_check(self.check_of(rule, values, line, outcome))
         self.failed_command = self.failed_command or is_dispatchers
-        self.is_ended = self.is_ended or rule.kind == "end"
+        self.is_ended = self.is_ended or rule.kind == "end" or is_dispatchers
+        self.end_line = line if rule.kind == "end" else self.end_line
+        self.judges_itself = self.judges_itself or rule.group in self.grammar.judging
 
     def outcome_of(self, rule: Rule, values: dict[str, str | None], line: Line) -> str:
         """The outcome of the line's check; nothing where it checks nothing."""
@@ -252,10 +283,11 @@ class Reader:
             return rule.kind
         said = (values.get(rule.by) or "").strip()
         if rule.kind == "code":
-            number = rule.number(rule.by, said)
-            if not number:
-                return PASSED
-            return UNSUPPORTED if int(number) & 0xFF == NOT_SUPPORTED else FAILED
+            return outcome_of_code(rule.number(rule.by, said))
+        # A value that a failed call left as it was says nothing.
+        code = self.code_of(rule, values)
+        if rule.kind == "judged" and rule.by != "ret" and code:
+            return outcome_of_code(code)
         if rule.kind == "judged":
             number = rule.number(rule.by, said)
             key = said if said in rule.outcomes else str(number)
@@ -265,20 +297,28 @@ class Reader:
         return ""
 
     def check_of(self, rule: Rule, values: dict[str, str | None], line: Line, outcome: str) -> Check:
-        name = named(rule.check, values) if rule.check else default_name(line.text)
-        code = rule.number("ret", values["ret"].strip()) if (values.get("ret") or "").strip() else None
-        means = named(rule.means, values) if rule.means and outcome == FAILED else ""
+        name = named(rule, rule.check, values) if rule.check else default_name(line.text)
+        code = self.code_of(rule, values)
+        means = named(rule, rule.means, values) if rule.means and outcome == FAILED else ""
         if rule.kind == "code":
             line.kind = outcome
-        return Check(name, outcome, self.section, line, means, int(code) if code is not None else None)
+        return Check(name, outcome, self.section, line, means, code)
+
+    def code_of(self, rule: Rule, values: dict[str, str | None]) -> int | None:
+        """The driver's result, where the line has one."""
+        said = (values.get("ret") or "").strip()
+        number = rule.number("ret", said) if said else None
+        return int(number) if number is not None else None
 
     def take_measurements(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        for measure in rule.measures:
+        # What a failed call left, on this line or on the check's line before it, is no value.
+        is_void = self.code_of(rule, values) or (rule.check and named(rule, rule.check, values) == self.just_failed)
+        for measure in rule.measures if not is_void else ():
             text = (values.get(measure.value) or "").strip()
             number = rule.number(measure.value, text) if text else None
             if number is None or number != number:
                 continue
-            measurement = Measurement(named(measure.name, values), number * measure.scale, measure.unit, self.section,
+            measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
                                       line)
             if self.settings.limits_of:
                 measurement.limits = self.settings.limits_of(measurement)
@@ -291,6 +331,7 @@ class Reader:
                                      f"{measurement.unit} ({limit.source})."))
 
     def add_check(self, check: Check) -> None:
+        self.just_failed = check.name if check.bad else ""
         if check.bad and self.settings.calls_of and not check.calls:
             check.calls = self.settings.calls_of(check)
         for counts in (self.run.counts, check.section.counts):
