@@ -15,10 +15,10 @@ PAGES = sorted((SOURCE / "docs").glob("*.[1-8]"))
 REPORT = SOURCE / "report/bin/kestro_report"
 # What prints the options of each tool.
 HELP = {"kestro_sim": [[BUILD / "kestro_sim", "--help"]], "kestro_call": [[BUILD / "kestro_call", "--help"]],
-        "make_image": [[SOURCE / "scripts/make_image", "--help"]],
+        "kestro_make_image": [[SOURCE / "scripts/make_image", "--help"]],
         "kestro_report": [[REPORT, *words, "--help"] for words in ([], ["read"], ["run"], ["diff"], ["trend"])]}
 # A program of another name that is installed, or a library.
-OTHERS = {"kestro_probe", "make_image"}
+OTHERS = {"kestro_probe", "kestro_make_image"}
 
 
 def page_of(name: str) -> Path:
@@ -112,7 +112,7 @@ class ManualPages(unittest.TestCase):
     def test_exit_statuses_are_told(self) -> None:
         for name, statuses in {"kestro_test": {"0", "1", "255"}, "kestro_sim": {"0", "2", "99"},
                                "kestro_call": {"0", "1", "2"}, "kestro_probe": {"2", "99"},
-                               "kestro_report": {"0", "1", "2", "3"}, "make_image": {"0", "2"}}.items():
+                               "kestro_report": {"0", "1", "2", "3"}, "kestro_make_image": {"0", "2"}}.items():
             self.assertEqual(entries(name, "EXIT STATUS"), statuses, name)
 
 
