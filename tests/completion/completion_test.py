@@ -357,10 +357,5 @@ class OnATerminal(Completion):
         self.terminal.wait_for(r"set_optical_bus_status_recovery +set_optical_rate")
 
 
-# The report tool is in the tree as soon as its starter is.
-if not REPORT.exists():
-    del KestroReport
-
-
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
