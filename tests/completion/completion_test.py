@@ -151,11 +151,16 @@ class KestroTest(Completion):
         self.assertLess(os.times().elapsed - begin, 10)
 
     def test_settings_of_the_shell_do_not_matter(self) -> None:
+        (self.here / "image.bin").touch()
         for settings in ("IFS=_", "shopt -s nullglob", "shopt -s failglob", "set -o pipefail", "set -o nounset"):
-            lines = ("kestro_test mac_test drv_mac_get_n", "kestro_sim --get slot9/voltage/rail/2/mi")
-            offers = self.ask(*lines, settings=settings)
+            lines = ("kestro_test mac_test drv_mac_get_n", "kestro_test cdr_test drv_cdr_reg_w",
+                     "kestro_test alg_test alg_crc16_test im", "kestro_sim --without opt",
+                     "kestro_sim --get slot9/voltage/rail/2/mi", "kestro_call drv_mac_get_n",
+                     "kestro_report --jun")
+            offers = self.ask(*lines, settings=settings, PATH=f"{REPORT.parent}:{self.environment['PATH']}")
             self.assertEqual([offer.words for offer in offers],
-                             [["drv_mac_get_num"], ["slot9/voltage/rail/2/millivolts"]], settings)
+                             [["drv_mac_get_num"], ["drv_cdr_reg_write"], ["image.bin"], ["optical_lib"],
+                              ["slot9/voltage/rail/2/millivolts"], ["'drv_mac_get_num()'"], ["--junit"]], settings)
 
 
 class KestroSim(Completion):
