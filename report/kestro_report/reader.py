@@ -1,0 +1,394 @@
+"""Reads an output line by line and tells the writers what it says: runs, sections, checks and measurements."""
+
+import re
+from collections import Counter
+from collections.abc import Callable, Iterable
+from dataclasses import dataclass, field
+
+from kestro_report.grammar import NOT_SUPPORTED, Grammar, Rule
+from kestro_report.records import (FAILED, KEPT, MISSING, PASSED, UNSUPPORTED, Check, Limit, Line, Measurement, Run,
+                                   Section, Writer)
+from kestro_report.texts import TextLine, printable
+
+# The command line as a console shows it behind a prompt.
+PROMPT = re.compile(r"[#$>] ?(?:[\w./-]*/)?kestro_test +(?P<words>[a-z0-9]\w*_test\b.*)")
+# An unknown line that speaks like a check may be one of a newer program: then nobody knows how the run came out.
+SOUNDS_LIKE_A_CHECK = re.compile(r"^(?:Error|Success|Succ?ess)|\bfail|\berror\b", re.IGNORECASE)
+OUTCOME_WORDS = re.compile(r"\s+(?:test\s+)?(?:pass|fail|success|is)\b.*|[.:,]?\s*$", re.IGNORECASE | re.DOTALL)
+PREFIX = re.compile(r"^\s*(?:Success|Error|Info|Fail)\w*\s*:\s*")
+
+LimitsOf = Callable[[Measurement], tuple[Limit, ...]]
+CallsOf = Callable[[Check], tuple[str, ...]]
+
+
+@dataclass(slots=True)
+class Expected:
+    """What a good run has: how often each check of a section passed there."""
+    passed: dict[tuple[str, str], int] = field(default_factory=dict)
+
+
+@dataclass(slots=True)
+class Settings:
+    """What a reading is told beside the output."""
+    ignore: tuple[re.Pattern, ...] = ()
+    limits_of: LimitsOf | None = None
+    calls_of: CallsOf | None = None
+    expected: Expected | None = None
+    notes: Callable[[], list[str]] = list  # what is to be told when all has been read
+
+
+class Values(dict):
+    """Values of a line for the name of a check; what a line does not have stays empty."""
+
+    def __missing__(self, key: str) -> str:
+        return ""
+
+
+def shown_in_name(rule: Rule, name: str, text: str) -> str:
+    """One text of a check prints a number decimal and the other hexadecimal; its name has one form of it."""
+    number = rule.number(name, text) if text and rule.parts[3].get(name) in ("d", "u", "x") else None
+    if number is None:
+        return text
+    return str(number) if number < 0x10000 else f"0x{number:x}"
+
+
+def named(rule: Rule, template: str, values: dict[str, str | None]) -> str:
+    shown = {name: shown_in_name(rule, name, (text or "").strip()) for name, text in values.items()}
+    return " ".join(template.format_map(Values(shown)).split())
+
+
+def default_name(text: str) -> str:
+    """What stands behind the prefix, up to the word that tells the outcome."""
+    text = PREFIX.sub("", text.strip())
+    return " ".join((OUTCOME_WORDS.sub("", text, count=1) or text).split())
+
+
+def outcome_of_code(number: float | None) -> str:
+    if not number:
+        return PASSED
+    return UNSUPPORTED if int(number) & 0xFF == NOT_SUPPORTED else FAILED
+
+
+class Reader:
+    """The state of one input: the open run and section. Feed it lines, then end it."""
+
+    def __init__(self, grammar: Grammar, writers: Iterable[Writer], settings: Settings | None = None) -> None:
+        self.grammar = grammar
+        self.writers = list(writers)
+        self.settings = settings or Settings()
+        self.outcomes: Counter[str] = Counter()  # of the runs that are read
+        self.run_count = 0
+        self.run: Run | None = None
+        self.section: Section | None = None
+        self.source = ""
+        self.facts: dict[str, str] = {}
+        self.command = ""
+        self.forget_run()
+
+    def forget_run(self) -> None:
+        self.run = None
+        self.section = None
+        self.is_ended = False  # its end line has come
+        self.is_listing = False
+        self.is_timed = True
+        self.failed_command = False
+        self.just_failed = ""  # the check that the line before told to have failed
+        self.end_line: Line | None = None
+        self.judges_itself = False
+        self.text_follows = False
+        self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
+        self.seen: dict[tuple[str, str], list[int]] = {}
+
+    # --- events -------------------------------------------------------------------------------------------------------
+
+    def tell(self, event: str, *what: object) -> None:
+        for writer in self.writers:
+            getattr(writer, event)(*what)
+
+    def begin_source(self, source: str, facts: dict[str, str] | None = None, command: str = "") -> None:
+        self.source, self.facts, self.command = source, dict(facts or {}), command
+        self.found_run = False
+
+    def begin_run(self, time: float | None) -> None:
+        self.end_run("the next command begins before this one has ended")
+        self.run_count += 1
+        self.run = Run(self.run_count, self.source, self.command, dict(self.facts), began=time)
+        self.command = ""
+        self.found_run = True
+        self.tell("run_begins", self.run)
+        self.begin_section("", None)
+
+    def begin_section(self, name: str, line: Line | None) -> None:
+        assert self.run is not None
+        self.end_section()
+        self.section = Section(name, self.run, 1 + (self.section.number if self.section else -1), line,
+                               began=line.time if line else self.run.began)
+        self.tell("section_begins", self.section)
+
+    def end_section(self) -> None:
+        if self.section is not None:
+            self.section.ended = self.run.ended
+            self.add_missing(self.section.name)
+            self.tell("section_ends", self.section)
+
+    def end_run(self, why_cut: str) -> None:
+        run = self.run
+        if run is None:
+            return
+        if self.is_timed and not self.is_listing and not self.is_ended:
+            run.problems.append(why_cut)
+        if any(self.order) and () not in self.order and not run.problems:
+            run.problems.append(f"the part '{self.order[0][0]}' is missing")
+        self.add_end(run)
+        self.add_missing_sections()
+        self.end_section()
+        self.judge_end(run)
+        self.outcomes[run.outcome] += 1
+        self.tell("run_ends", run)
+        self.forget_run()
+
+    def add_end(self, run: Run) -> None:
+        """A sub-command that shows nothing to judge has at least ended without the failure that the dispatcher would
+        tell. Of a test that judges by itself this is not enough: there it means that nothing was tested."""
+        is_single = self.section is not None and self.section.number == 0 and not self.judges_itself
+        if self.end_line is not None and is_single and not any(run.counts.values()):
+            self.add_check(Check(run.command or "the sub-command ended without a failure", PASSED, self.section,
+                                 self.end_line))
+
+    def judge_end(self, run: Run) -> None:
+        status = run.status
+        if status is not None and status < 0:
+            run.problems.append(f"ended by signal {-status}")
+        elif status not in (None, 0, 255):
+            run.problems.append(f"ended with status {status}, which says that the program could not do its work")
+        strange = [line for line in run.unknown_lines if SOUNDS_LIKE_A_CHECK.search(line.text)]
+        if strange:
+            run.problems.append(f"line {strange[0].number} sounds like a check and is not known: {strange[0].text}")
+        if run.checked == 0 and not run.problems:
+            run.problems.append("nothing was checked")
+
+    def end_source(self, problem: str = "", status: int | None = None) -> None:
+        """The input is at its end. A problem says why a program that was run here did not end by itself."""
+        problem = problem or self.facts.get("problem", "")
+        if self.run is None and (problem or not self.found_run):
+            self.begin_run(None)
+            self.is_listing = True
+            problem = problem or "nothing that kestro_test prints is in this input"
+        if self.run is not None:
+            self.run.status = status if status is not None else self.status_fact()
+            self.run.problems += [problem] if problem else []
+        self.end_run("the output ends before the program did")
+
+    def status_fact(self) -> int | None:
+        try:
+            return int(self.facts["status"])
+        except (KeyError, ValueError):
+            return None
+
+    # --- checks that a good run has -----------------------------------------------------------------------------------
+
+    def add_missing(self, section: str) -> None:
+        """Checks that passed on a good board and have neither passed nor failed here."""
+        if self.settings.expected is None or self.section is None:
+            return
+        for (where, name), count in self.settings.expected.passed.items():
+            if where == section:
+                passed, failed = self.seen.get((where, name), (0, 0))
+                if not failed and passed < count:
+                    self.add_check(Check(name, MISSING, self.section, None,
+                                         f"A good run passes it {count} times, this one {passed}." if count > 1 else
+                                         "A good run has it, this one does not."))
+                    self.seen[(where, name)] = [count, 1]
+
+    def add_missing_sections(self) -> None:
+        if self.settings.expected is None or self.run is None:
+            return
+        self.end_section()
+        here = {section for section, _ in self.seen}
+        for section in dict.fromkeys(where for where, _ in self.settings.expected.passed):
+            if section not in here:
+                self.section = None
+                self.begin_section(section, None)
+                self.end_section()
+        self.section = None
+
+    # --- lines --------------------------------------------------------------------------------------------------------
+
+    def feed(self, text_line: TextLine) -> None:
+        text = text_line.text
+        line = Line(text_line.number, printable(text), "unknown", {}, text_line.time)
+        if self.run is not None and text_line.time is not None:
+            self.run.ended = text_line.time
+        if any(pattern.search(text) for pattern in self.settings.ignore):
+            line.kind = "ignored"
+            self.tell("line", self.section, line)
+            return
+        if "kestro_test " in text and (prompt := PROMPT.search(text)):
+            self.end_run("the next command line comes before this one has ended")
+            self.command = " ".join(prompt["words"].split())
+            line.kind = "note"
+            self.tell("line", None, line)
+            return
+        found = self.grammar.match(text)
+        if found is None:
+            self.take_unknown(line)
+        else:
+            self.take(*found, line)
+
+    def take_unknown(self, line: Line) -> None:
+        if self.run is None or self.is_ended:
+            line.kind = "outside"
+        elif self.text_follows:
+            line.kind = "text"
+        else:
+            self.run.unknown += 1
+            if len(self.run.unknown_lines) < KEPT:
+                self.run.unknown_lines.append(line)
+        if self.run is not None:
+            self.run.lines += 1
+        self.tell("line", self.section, line)
+
+    def take(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
+        line.kind = rule.kind
+        line.values = {name: value for name, value in values.items() if value is not None}
+        is_dispatchers = rule.group == "shell" and rule.check == "{name}"
+        if self.run is None or (self.is_ended and not is_dispatchers and not rule.after_end):
+            self.end_run("")
+            self.begin_run(line.time)
+        self.run.lines += 1
+        if rule.kind == "begin":
+            self.take_banner(rule, values, line)
+        if rule.kind != "data":
+            self.text_follows = rule.text_follows
+        elif rule.text_follows:
+            self.text_follows = True
+        if rule.group in self.grammar.untimed:
+            self.is_timed = False
+        self.is_listing = self.is_listing or rule.kind == "listing"
+        self.tell("line", self.section, line)
+        self.take_measurements(rule, values, line)
+        outcome = self.outcome_of(rule, values, line)
+        self.just_failed = ""
+        # The dispatcher says it twice: of the sub-command, and of the module command that it belongs to.
+        if outcome and not (is_dispatchers and self.failed_command):
+            self.add_check(self.check_of(rule, values, line, outcome))
+        self.failed_command = self.failed_command or is_dispatchers
+        self.is_ended = self.is_ended or rule.kind == "end" or is_dispatchers
+        self.end_line = line if rule.kind == "end" else self.end_line
+        self.judges_itself = self.judges_itself or rule.group in self.grammar.judging
+
+    def outcome_of(self, rule: Rule, values: dict[str, str | None], line: Line) -> str:
+        """The outcome of the line's check; nothing where it checks nothing."""
+        if rule.kind in (PASSED, FAILED, UNSUPPORTED):
+            return rule.kind
+        said = (values.get(rule.by) or "").strip()
+        if rule.kind == "code":
+            return outcome_of_code(rule.number(rule.by, said))
+        # A value that a failed call left as it was says nothing.
+        code = self.code_of(rule, values)
+        if rule.kind == "judged" and rule.by != "ret" and code:
+            return outcome_of_code(code)
+        if rule.kind == "judged":
+            number = rule.number(rule.by, said)
+            key = said if said in rule.outcomes else str(number)
+            outcome = rule.outcomes.get(key, rule.outcomes.get("else", ""))
+            line.kind = outcome or line.kind
+            return outcome if outcome in (PASSED, FAILED, UNSUPPORTED) else ""
+        return ""
+
+    def check_of(self, rule: Rule, values: dict[str, str | None], line: Line, outcome: str) -> Check:
+        name = named(rule, rule.check, values) if rule.check else default_name(line.text)
+        code = self.code_of(rule, values)
+        means = named(rule, rule.means, values) if rule.means and outcome == FAILED else ""
+        if rule.kind == "code":
+            line.kind = outcome
+        return Check(name, outcome, self.section, line, means, code)
+
+    def code_of(self, rule: Rule, values: dict[str, str | None]) -> int | None:
+        """The driver's result, where the line has one."""
+        said = (values.get("ret") or "").strip()
+        number = rule.number("ret", said) if said else None
+        return int(number) if number is not None else None
+
+    def take_measurements(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
+        # What a failed call left, on this line or on the check's line before it, is no value.
+        is_void = self.code_of(rule, values) or (rule.check and named(rule, rule.check, values) == self.just_failed)
+        for measure in rule.measures if not is_void else ():
+            text = (values.get(measure.value) or "").strip()
+            number = rule.number(measure.value, text) if text else None
+            if number is None or number != number:
+                continue
+            measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
+                                      line)
+            if self.settings.limits_of:
+                measurement.limits = self.settings.limits_of(measurement)
+            self.tell("measurement", measurement)
+            broken = [limit for limit in measurement.broken if limit.severity == "alarm"]
+            if broken:
+                limit = broken[0]
+                self.add_check(Check(f"{measurement.name} within limits", FAILED, self.section, line,
+                                     f"{measurement.value:g} {measurement.unit} is beyond {limit.value:g} "
+                                     f"{measurement.unit} ({limit.source})."))
+
+    def add_check(self, check: Check) -> None:
+        self.just_failed = check.name if check.bad else ""
+        if check.bad and self.settings.calls_of and not check.calls:
+            check.calls = self.settings.calls_of(check)
+        for counts in (self.run.counts, check.section.counts):
+            counts[check.outcome] += 1
+        if self.settings.expected is not None:
+            seen = self.seen.setdefault((check.section.name, check.name), [0, 0])
+            seen[0] += check.outcome == PASSED
+            seen[1] += check.bad
+        if check.bad and len(self.run.failures) < KEPT:
+            self.run.failures.append(check)
+        self.tell("check", check)
+
+    # --- banners ------------------------------------------------------------------------------------------------------
+
+    def take_banner(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
+        name = (values.get("name") or rule.text).strip()
+        if not rule.within:
+            self.follow_order(name, line)
+        self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
+
+    def follow_order(self, name: str, line: Line) -> None:
+        for order in self.grammar.orders.values():
+            if name == order.sections[0]:
+                if self.order or self.section.name:
+                    self.end_run("the same test begins anew before it has ended: it was cut off, "
+                                 "or two runs are mixed in one log")
+                    self.begin_run(line.time)
+                    self.run.lines += 1
+                self.order = [order.sections[1:] + branch for branch in order.branches]
+                return
+        if not self.order:
+            return
+        going_on = [rest[1:] for rest in self.order if rest and rest[0] == name]
+        if going_on:
+            self.order = going_on
+            return
+        due = " or ".join(f"'{rest[0]}'" for rest in dict.fromkeys(rest[:1] for rest in self.order if rest))
+        self.run.problems.append(f"line {line.number}: the part '{name}' comes where {due or 'the end'} was due: a "
+                                 "part is missing, or two runs are mixed in one log")
+        later = [rest[rest.index(name) + 1:] for rest in self.order if name in rest]
+        self.order = later or self.order
+
+
+class ExpectedWriter(Writer):
+    """Takes from a good run what to expect of others."""
+
+    def __init__(self) -> None:
+        self.expected = Expected()
+
+    def check(self, check: Check) -> None:
+        if check.outcome == PASSED:
+            key = (check.section.name, check.name)
+            self.expected.passed[key] = self.expected.passed.get(key, 0) + 1
+
+
+def read_source(reader: Reader, source: str, lines: Iterable[TextLine], facts: dict[str, str] | None = None) -> None:
+    reader.begin_source(source, facts)
+    for line in lines:
+        reader.feed(line)
+    reader.end_source()

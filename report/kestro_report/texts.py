@@ -1,0 +1,83 @@
+"""From the bytes of a log to lines: line ends of every kind, terminal colours, time stamps, bytes that are no text."""
+
+import re
+from collections.abc import Callable, Iterator
+from dataclasses import dataclass
+from datetime import datetime, timezone
+
+CHUNK = 1 << 16
+# What is longer is no line of kestro_test; it is cut, so that a file without line ends takes no memory.
+LONGEST = 1 << 16
+
+LINE_ENDS = re.compile(rb"\r+\n")
+ESCAPES = re.compile(rb"\x1b(?:\[[0-?]*[ -/]*[@-~]|[@-Z\\-_])")
+# What console servers and loggers put in front of a line.
+STAMPS = re.compile(
+    r"\[?(?P<date>\d{4}-\d\d-\d\d[T ]\d\d:\d\d:\d\d(?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d)?)\]?[ :|]+(?=\S)"
+    r"|\[ *(?P<seconds>\d+\.\d{3,9})\] (?=\S)")
+
+
+@dataclass(slots=True, frozen=True)
+class TextLine:
+    number: int
+    text: str
+    time: float | None
+    whole: bool  # ended by a line end and not cut
+
+
+def byte_lines(read: Callable[[int], bytes]) -> Iterator[tuple[int, bytes, bool]]:
+    """Number, bytes and whether it is whole, of each line. A carriage return alone ends a line as well."""
+    rest, number = b"", 0
+    while chunk := read(CHUNK):
+        data = rest + chunk
+        held = data[len(data.rstrip(b"\r")):]  # its line feed may be in the next chunk
+        data = LINE_ENDS.sub(b"\n", data[:len(data) - len(held)]).replace(b"\r", b"\n")
+        *lines, rest = data.split(b"\n")
+        for line in lines:
+            number += 1
+            yield number, line[:LONGEST], len(line) <= LONGEST
+        # The beginning of a line that is too long is enough to know that it is none.
+        rest = (rest if len(rest) <= LONGEST else rest[:LONGEST + 1]) + held
+    rest = rest.rstrip(b"\r")
+    if rest:
+        yield number + 1, rest[:LONGEST], False
+
+
+def time_of(found: re.Match) -> float | None:
+    if found["seconds"]:
+        return float(found["seconds"])
+    try:
+        moment = datetime.fromisoformat(found["date"].replace(",", "."))
+    except ValueError:
+        return None
+    return (moment if moment.tzinfo else moment.replace(tzinfo=timezone.utc)).timestamp()
+
+
+def text_lines(read: Callable[[int], bytes]) -> Iterator[TextLine]:
+    """The lines that are not empty. Bytes that are no UTF-8 stay, as surrogates, so that nothing is mistaken."""
+    for number, line, whole in byte_lines(read):
+        if b"\x1b" in line:
+            line = ESCAPES.sub(b"", line)
+        text = line.replace(b"\0", b"").decode("utf-8", "surrogateescape")
+        time = None
+        if text[:1].isdigit() or text[:1] == "[":
+            found = STAMPS.match(text)
+            # A clock's own line is nothing but a date.
+            if found:
+                text, time = text[found.end():], time_of(found)
+        if text and not text.isspace():
+            yield TextLine(number, text, time, whole)
+
+
+def printable(text: str) -> str:
+    """The text with control characters and bytes that are no text written as \\xNN; tabs stay."""
+    if text.isprintable():
+        return text
+    return "".join(sign if sign.isprintable() or sign == "\t" else escaped(sign) for sign in text)
+
+
+def escaped(sign: str) -> str:
+    number = ord(sign)
+    if 0xDC80 <= number <= 0xDCFF:
+        number -= 0xDC00
+    return f"\\x{number:02x}" if number < 0x100 else f"\\u{number:04x}"
