@@ -1,4 +1,4 @@
-"""Runs the commands of README, the documents and the manual page in a copy of the sources beside this build's programs.
+"""Runs the commands of README, the documents and the manual pages in a copy of the sources, beside the build.
 
 usage: commands_test.py SOURCE_DIR BUILD_DIR
 """
@@ -20,8 +20,10 @@ from document import Command, Document, read_document, read_markdown
 
 HERE = Path(__file__).resolve().parent
 SOURCE, BUILD = (Path(word) for word in sys.argv[1:3])
+# The examples of kestro_report read outputs that only the reader of its page has.
 DOCUMENTS = ["README.md", *sorted(str(path.relative_to(SOURCE)) for path in (SOURCE / "docs").glob("*.md")),
-             "docs/kestro_test.1"]
+             *sorted(str(path.relative_to(SOURCE)) for path in (SOURCE / "docs").glob("*.[17]")
+                      if path.stem != "kestro_report")]
 
 
 def special_commands() -> list[tuple[str, re.Pattern]]:
@@ -43,6 +45,7 @@ class Copy:
         (self.tree / "build").symlink_to(BUILD)
         tools.mkdir()
         for name, script in {"cmake": "exit 0", "kestro_test": f'exec "{BUILD}/kestro_sim" -- "$@"',
+                             "kestro_make_image": f'exec "{self.tree}/scripts/make_image" "$@"',
                              "dpkg-query": "echo all installed"}.items():
             (tools / name).write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
             (tools / name).chmod(0o755)
@@ -81,6 +84,8 @@ def option_faults(command: Command, tree: Path) -> list[str]:
     found = tree / program
     if program.startswith("kestro_") or program.startswith("build/kestro_"):
         found = BUILD / program.removeprefix("build/")
+        if program == "kestro_make_image":
+            found = tree / "scripts/make_image"
     elif "/" not in program:
         return []
     if not os.access(found, os.X_OK):

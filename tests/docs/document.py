@@ -42,7 +42,7 @@ class Document:
 
 def read_document(path: Path, name: str) -> Document:
     text = path.read_text(encoding="utf-8")
-    return read_manual(text, name) if path.suffix == ".1" else read_markdown(text, name)
+    return read_manual(text, name) if path.suffix in (".1", ".7") else read_markdown(text, name)
 
 
 def read_markdown(text: str, name: str) -> Document:
