@@ -19,6 +19,7 @@ from kestro_report.outputs import Outputs
 from kestro_report.progress import progress_if_seen
 from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
 from kestro_report.texts import TextLine, text_lines
+from kestro_report.trace import Trace
 from kestro_report.verdict import TOOL_AT_FAULT, exit_status
 
 
@@ -47,15 +48,19 @@ def expected_of(rules: grammar.Grammar, name: str) -> Expected:
     return writer.expected
 
 
-def settings_of(options: Namespace, rules: grammar.Grammar) -> Settings:
+def settings_of(options: Namespace, rules: grammar.Grammar, is_live: bool = False) -> Settings:
     settings = Settings(ignore=tuple(options.ignore))
     if options.limits or options.description:
         limits = Limits(Path(options.limits) if options.limits else None,
                         Path(options.description) if options.description else None)
         settings.limits_of = limits.of
-        settings.notes = limits.unused
+        settings.notes.append(limits.unused)
     if options.expect:
         settings.expected = expected_of(rules, options.expect)
+    if options.trace:
+        trace = Trace(Path(options.trace), is_to_come=is_live)
+        settings.calls_of = trace.calls_of
+        settings.notes.append(trace.notes)
     return settings
 
 
@@ -68,6 +73,8 @@ def read_input(reader: Reader, source: Input) -> None:
 
 def command_read(words: list[str]) -> int:
     options = parser_of_read().parse_args(words)
+    if options.trace and len(options.files) > 1:
+        raise InputError("--trace: a trace is of one run; give the output of that run alone")
     rules = grammar.load()
     settings = settings_of(options, rules)
     # All are opened first: a name that is wrong is told before the reports of yesterday are written over.
@@ -107,7 +114,7 @@ def command_run(words: list[str]) -> int:
         raise InputError("behind '--' the words of kestro_test are wanted, such as 'board_test board_onekey_test'")
     command = live.command_line_of(words[at + 1:], options.board, options.trace)
     rules = grammar.load()
-    settings = settings_of(options, rules)
+    settings = settings_of(options, rules, is_live=True)
     with ExitStack() as stack:
         outputs = Outputs(options, stack)
         keep = outputs.open_bytes(options.keep) if options.keep else None
@@ -125,7 +132,7 @@ def command_run(words: list[str]) -> int:
 
 
 def ended(reader: Reader, settings: Settings) -> int:
-    for note in settings.notes():
+    for note in (note for notes in settings.notes for note in notes()):
         print(f"kestro_report: {note}", file=sys.stderr)
     return exit_status(reader.outcomes)
 

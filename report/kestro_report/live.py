@@ -49,7 +49,8 @@ def command_line_of(words: Sequence[str], board: str | None, trace: str | None =
     place = program_place(program) if program is not words[0] else shutil.which(program)
     if place is None:
         raise InputError(f"{program}: no such program; one that lies in PATH, or its place, is wanted")
-    options = ["--board", board, *(["--trace", trace] if trace else []), "--"] if board is not None else []
+    options = ["--trace", trace, "--trace-output"] if trace else []
+    options = ["--board", board, *options, "--"] if board is not None else []
     return [place, *options, *(words[1:] if program is words[0] else words)]
 
 

@@ -34,7 +34,7 @@ class Settings:
     limits_of: LimitsOf | None = None
     calls_of: CallsOf | None = None
     expected: Expected | None = None
-    notes: Callable[[], list[str]] = list  # what is to be told when all has been read
+    notes: list[Callable[[], list[str]]] = field(default_factory=list)  # what is to be told when all has been read
 
 
 class Values(dict):
