@@ -130,7 +130,7 @@ def test_calls_with_one_result_are_taken_in_their_order(written):
 def test_a_check_that_tells_no_result_has_no_calls_and_that_is_said(written):
     trace = Trace(written(get(1)))
     assert trace.calls_of(failed("Error", None)) == ()
-    assert "no calls for 1 failed check: the line tells no driver's result; a trace that shows too" in trace.notes()[0]
+    assert "no calls for 1 failed check: the line tells no driver's result; a trace that shows the output" in trace.notes()[0]
 
 
 def test_a_result_that_no_call_has_is_said(written):
