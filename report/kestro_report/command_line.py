@@ -155,7 +155,8 @@ def main(words: list[str]) -> int:
     try:
         command, rest = command_of(words)
         status = command(rest)
-        sys.stdout.flush()
+        if sys.stdout is not None:
+            sys.stdout.flush()
         return status
     except InputError as error:
         print(f"kestro_report: {error}", file=sys.stderr)

@@ -11,7 +11,7 @@ from kestro_report.texts import text_lines
 TREE = Path(__file__).resolve().parent.parent.parent
 KESTRO_REPORT = TREE / "report" / "bin" / "kestro_report"
 
-BANNER = "\n##### voltage test begin \n"
+BANNER = "\n*********   test_voltage_get test begin:  ********\n"
 PASSED_LINE = "Success: voltage 2 get and set value pass. original value 1000\n"
 FAILED_LINE = "Error: voltage get fail. voltage_id 3 ret 0x8111010f\n"
 END = "cmd_exec used second:0\ncmd_exec used millisecond:12\n"

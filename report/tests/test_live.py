@@ -196,7 +196,7 @@ def test_progress_is_shown_on_a_terminal_and_cleared(said):
     os.close(terminal)
     shown = os.read(master, 1 << 16).decode()
     os.close(master)
-    assert "0 checks, 0 failed  voltage" in shown
+    assert "0 checks, 0 failed  test_voltage_get" in shown
     assert shown.endswith("\r\x1b[K")
     assert "\x1b[K" not in ended.stdout
 
