@@ -35,7 +35,7 @@ class Settings:
     limits_of: LimitsOf | None = None
     calls_of: CallsOf | None = None
     expected: Expected | None = None
-    notes: Callable[[], list[str]] = list  # what is to be told when all has been read
+    notes: list[Callable[[], list[str]]] = field(default_factory=list)  # what is to be told when all has been read
 
 
 class Values(dict):
@@ -366,6 +366,7 @@ class Reader:
                 self.order = [order.sections[1:] + branch for branch in order.branches]
                 return
         if not self.order:
+            self.miss_beginning(name, line)
             return
         going_on = [rest[1:] for rest in self.order if rest and rest[0] == name]
         if going_on:
@@ -376,6 +377,13 @@ class Reader:
                                  "part is missing, or two runs are mixed in one log")
         later = [rest[rest.index(name) + 1:] for rest in self.order if name in rest]
         self.order = later or self.order
+
+    def miss_beginning(self, name: str, line: Line) -> None:
+        """Parts of a test that has an order never run alone: what is seen of them is the rest of a whole."""
+        for order in self.grammar.orders.values():
+            if any(name in part for part in (order.sections, *order.branches)) and not self.run.problems:
+                self.run.problems.append(f"line {line.number}: the part '{name}' comes without '{order.sections[0]}', "
+                                         "which begins the test: the beginning is missing")
 
 
 class ExpectedWriter(Writer):
