@@ -54,7 +54,7 @@ def shown_in_name(rule: Rule, name: str, text: str) -> str:
 
 def named(rule: Rule, template: str, values: dict[str, str | None]) -> str:
     shown = {name: shown_in_name(rule, name, (text or "").strip()) for name, text in values.items()}
-    return " ".join(template.format_map(Values(shown)).split())
+    return printable(" ".join(template.format_map(Values(shown)).split()))
 
 
 def default_name(text: str) -> str:
@@ -347,7 +347,7 @@ class Reader:
     # --- banners ------------------------------------------------------------------------------------------------------
 
     def take_banner(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        name = (values.get("name") or rule.text).strip()
+        name = printable((values.get("name") or rule.text).strip())
         if not rule.within:
             self.follow_order(name, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
