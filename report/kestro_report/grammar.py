@@ -29,6 +29,7 @@ class Measure:
     value: str
     unit: str
     scale: float = 1.0
+    series: str = ""  # the curve that it is a point of
 
 
 @dataclass(frozen=True)
@@ -44,6 +45,7 @@ class Rule:
     outcomes: dict[str, str] = field(default_factory=dict)
     within: str = ""
     text_follows: bool = False
+    rows: tuple["Rule", ...] = ()  # lines of the text that follows; elsewhere they would say nothing
     after_end: bool = False  # comes behind the run's end line and still belongs to it
     example: str = ""
 
@@ -188,6 +190,7 @@ def rule_of(group: str, entry: dict) -> Rule:
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
     others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "after_end", "example") if key in entry}
+    others["rows"] = tuple(rule_of(group, row) for row in entry.get("rows", ()))
     by = entry.get("by", "ret" if kind == "code" else "")
     return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)
 

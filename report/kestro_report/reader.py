@@ -97,6 +97,7 @@ class Reader:
         self.end_line: Line | None = None
         self.judges_itself = False
         self.text_follows = False
+        self.rows: tuple[Rule, ...] = ()  # what lines of the text that follows may say
         self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
         self.seen: dict[tuple[str, str], list[int]] = {}
 
@@ -230,11 +231,17 @@ class Reader:
             line.kind = "note"
             self.tell("line", None, line)
             return
-        found = self.grammar.match(text)
+        found = self.grammar.match(text) or self.row_of(text)
         if found is None:
             self.take_unknown(line)
         else:
             self.take(*found, line)
+
+    def row_of(self, text: str) -> tuple[Rule, dict[str, str | None]] | None:
+        for rule in self.rows if self.text_follows else ():
+            if match := rule.pattern.fullmatch(text):
+                return rule, match.groupdict()
+        return None
 
     def take_unknown(self, line: Line) -> None:
         if self.run is None or self.is_ended:
@@ -263,6 +270,8 @@ class Reader:
             self.text_follows = rule.text_follows
         elif rule.text_follows:
             self.text_follows = True
+        if rule.rows or not self.text_follows:
+            self.rows = rule.rows
         if rule.group in self.grammar.untimed:
             self.is_timed = False
         self.is_listing = self.is_listing or rule.kind == "listing"
@@ -320,7 +329,7 @@ class Reader:
             if number is None or number != number:
                 continue
             measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
-                                      line)
+                                      line, series=measure.series)
             if self.settings.limits_of:
                 measurement.limits = self.settings.limits_of(measurement)
             self.tell("measurement", measurement)
