@@ -15,8 +15,10 @@ TOKEN = re.compile(r"\{(?P<name>\w+):(?P<before>[^{}%]*)" + CONVERSION + r"(?P<a
                    + CONVERSION.replace("<width>", "<width2>").replace("<type>", "<type2>"))
 NAME_MARKS = re.compile(r"\{\w+:([^{}%]*%[^{}%]*)\}")
 
-VALUE_FORMS = {"d": r"[-+]?\d+", "u": r"\d+", "x": r"(?:0x)?[0-9a-fA-F]+", "c": r".", "s": r".*?",
-               "f": r"[-+]?(?:\d+(?:\.\d+)?(?:e[-+]?\d+)?|inf|nan)", "p": r"(?:0x[0-9a-f]+|\(nil\))"}
+# No number of more digits has 64 bits, and none of so many takes long to convert.
+VALUE_FORMS = {"d": r"[-+]?\d{1,20}", "u": r"\d{1,20}", "x": r"(?:0x)?[0-9a-fA-F]{1,16}", "c": r".", "s": r".*?",
+               "f": r"[-+]?(?:\d{1,40}(?:\.\d{1,40})?(?:e[-+]?\d+)?|inf|nan)", "p": r"(?:0x[0-9a-f]+|\(nil\))"}
+LONGEST_NUMBER = 40
 SAME_FORM = {"i": "d", "X": "x", "g": "f"}
 
 # A driver whose result ends in this byte does not have the operation, whichever driver it is.
@@ -88,6 +90,8 @@ class Rule:
 
 def number_in(text: str) -> float | int | None:
     """Texts hold numbers too, where a table's cell was put together first."""
+    if len(text) > LONGEST_NUMBER:
+        return None
     try:
         return int(text, 0) if not text.lstrip("-").startswith("0") or "x" in text else int(text)
     except ValueError:

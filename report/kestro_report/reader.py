@@ -1,5 +1,6 @@
 """Reads an output line by line and tells the writers what it says: runs, sections, checks and measurements."""
 
+import math
 import re
 from collections import Counter
 from collections.abc import Callable, Iterable
@@ -114,7 +115,8 @@ class Reader:
     def begin_run(self, time: float | None) -> None:
         self.end_run("the next command begins before this one has ended")
         self.run_count += 1
-        self.run = Run(self.run_count, self.source, self.command, dict(self.facts), began=time)
+        self.run = Run(self.run_count, self.source, self.command, dict(self.facts), began=time,
+                       ended=time)
         self.command = ""
         self.found_run = True
         self.tell("run_begins", self.run)
@@ -328,7 +330,7 @@ class Reader:
         for measure in rule.measures if not is_void else ():
             text = (values.get(measure.value) or "").strip()
             number = rule.number(measure.value, text) if text else None
-            if number is None or number != number:
+            if number is None or not math.isfinite(number):
                 continue
             measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
                                       line, series=measure.series)
