@@ -1,17 +1,22 @@
 """What a run as a whole came out as: parts missing or mixed, cut runs, and what a good run has and this one lacks."""
 
-import subprocess
+import io
 import sys
-from pathlib import Path
+from contextlib import redirect_stderr, redirect_stdout
+from dataclasses import dataclass
+from functools import cache
+from unittest import mock
 
 import pytest
 from readings import BAD, END, GOOD, RAILS, RELAYS, RULES, Kept, feed, read
 
+from kestro_report import grammar
+from kestro_report.command_line import main
 from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
 from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORTED
 from kestro_report.verdict import exit_status, outcome_of
 
-STARTER = Path(__file__).resolve().parents[1] / "bin/kestro_report"
+LOAD = grammar.load
 MASTER, SLAVE, CARDS = "##### master test begin ", "##### slave test begin ", "##### cards test begin "
 
 
@@ -196,9 +201,25 @@ PRODUCT_END = "cmd_exec used second:0\ncmd_exec used millisecond:12\n"
 GOOD_TEXT, BAD_TEXT = f"{SELFTEST_LINE}\n{PRODUCT_END}", f"{FAILED_LINE}\n{PRODUCT_END}"
 
 
-def kestro_report(*words: object, given: str = "") -> subprocess.CompletedProcess:
-    return subprocess.run([sys.executable, "-B", STARTER, *map(str, words)], input=given, capture_output=True,
-                          text=True, timeout=60, check=False)
+@dataclass
+class Ended:
+    returncode: int
+    stdout: str
+    stderr: str
+
+
+def kestro_report(*words: object, given: str = "") -> Ended:
+    """The program in this process: the grammar is read once for all."""
+    out, told, stdin = io.StringIO(), io.StringIO(), io.TextIOWrapper(io.BytesIO(given.encode()))
+    with (redirect_stdout(out), redirect_stderr(told), mock.patch.object(sys, "stdin", stdin),
+          mock.patch.object(grammar, "load", product_rules)):
+        status = main([str(word) for word in words])
+    return Ended(status, out.getvalue(), told.getvalue())
+
+
+@cache
+def product_rules() -> grammar.Grammar:
+    return LOAD()
 
 
 @pytest.fixture
