@@ -127,9 +127,8 @@ class JUnit(Writer):
 
     def write_properties(self, run: Run) -> None:
         values = {"source": run.source, "command": run.command, "serial": run.facts.get("serial"),
-                  "location": run.facts.get("location"), "status": run.status}
-        given = [f"<property{attributes(name=name, value=value)}/>" for name, value in values.items()
-                 if value not in (None, "")]
+                  "location": run.facts.get("location")}
+        given = [f"<property{attributes(name=name, value=value)}/>" for name, value in values.items() if value]
         if given:
             self.suites.write("    <properties>" + "".join(given) + "</properties>\n")
 

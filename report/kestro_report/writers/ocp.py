@@ -88,12 +88,12 @@ class OcpLines(Writer):
         self.time = section.began or self.time
         self.step = f"{section.run.number}.{section.number}"
         self.pending = section
+        self.problems = len(section.run.problems)
 
     def begin_step(self) -> None:
         """A section that says nothing is no step, except where it has a banner."""
         if self.pending is not None:
             section, self.pending = self.pending, None
-            self.problems = len(section.run.problems)
             self.write_step({"testStepStart": {"name": plain(section.name or section.run.title)}})
 
     def section_ends(self, section: Section) -> None:
