@@ -43,6 +43,8 @@ def expected_of(rules: grammar.Grammar, name: str) -> Expected:
     source = open_input(name, {})
     with source.stream:
         read_input(reader, source)
+    if reader.run_count > 1:
+        raise InputError(f"{name}: it holds {reader.run_count} runs; --expect wants the output of one")
     if exit_status(reader.outcomes) != 0:
         raise InputError(f"{name}: this run is not a good one; --expect wants the output of a run that passed")
     return writer.expected
