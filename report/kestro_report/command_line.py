@@ -2,6 +2,7 @@
 
 import argparse
 import dataclasses
+import importlib
 import re
 import sys
 import time
@@ -23,7 +24,6 @@ from kestro_report.writers.ocp import OcpLines
 from kestro_report.writers.summary import Summary
 from kestro_report.writers.tap import Tap
 
-COMMANDS = ("read", "run", "diff", "trend")
 ENDS = """exit status: 0 all passed; 1 a check failed; 2 this tool or its input is at fault; 3 the run did not end
 properly: crashed, timed out, cut off, a part missing, or nothing checked"""
 
@@ -40,6 +40,22 @@ def regular_expression(text: str) -> re.Pattern:
         raise argparse.ArgumentTypeError(f"'{text}' is no regular expression: {error}") from error
 
 
+def judged_by(parser: argparse.ArgumentParser) -> argparse._ArgumentGroup:
+    judged = parser.add_argument_group("what it is judged by")
+    judged.add_argument("--limits", metavar="FILE", help="limits of measurements, YAML")
+    judged.add_argument("--description", metavar="FILE", help="board description whose thresholds are limits, XML")
+    judged.add_argument("--ignore", metavar="REGEX", type=regular_expression, action="append", default=[],
+                        help="lines that are not kestro_test's; may be given again")
+    return judged
+
+
+def page_options(parser: argparse.ArgumentParser) -> None:
+    """Of the commands that look at several runs: a page beside their text, or in its place."""
+    parser.add_argument("--html", metavar="FILE", help="a page that needs nothing else; - is standard output")
+    parser.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the text")
+    parser.add_argument("--quiet", action="store_true", help="no text, the exit status only")
+
+
 def add_report_options(parser: argparse.ArgumentParser) -> None:
     formats = parser.add_argument_group("formats; FILE may be - for standard output")
     formats.add_argument("--junit", metavar="FILE", help="JUnit XML: a suite for each section")
@@ -48,13 +64,9 @@ def add_report_options(parser: argparse.ArgumentParser) -> None:
     formats.add_argument("--html", metavar="FILE", help="a page that needs nothing else")
     formats.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the summary")
     formats.add_argument("--quiet", action="store_true", help="no summary, the exit status only")
-    judged = parser.add_argument_group("what it is judged by")
-    judged.add_argument("--limits", metavar="FILE", help="limits of measurements, YAML")
-    judged.add_argument("--description", metavar="FILE", help="board description whose thresholds are limits, XML")
+    judged = judged_by(parser)
     judged.add_argument("--expect", metavar="OUTPUT", help="output of a good run: checks that it has must be there")
     judged.add_argument("--trace", metavar="FILE", help="the probe's trace of the run: calls behind each failed check")
-    judged.add_argument("--ignore", metavar="REGEX", type=regular_expression, action="append", default=[],
-                        help="lines that are not kestro_test's; may be given again")
     about = parser.add_argument_group("whose run it is")
     about.add_argument("--dut", metavar="NAME", help="name of the device under test")
     about.add_argument("--serial", metavar="NUMBER", help="its serial number")
@@ -107,6 +119,11 @@ class Outputs:
         except OSError as error:
             raise InputError(f"{name}: {error.strerror}; a file that can be written is wanted") from error
 
+    @property
+    def in_colour(self) -> bool:
+        colour = self.options.color
+        return colour == "always" or (colour == "auto" and sys.stdout.isatty())
+
     def add_formats(self) -> list[Writer]:
         for option, make in format_makers().items():
             name = getattr(self.options, option)
@@ -118,10 +135,8 @@ class Outputs:
     def add_summary(self) -> None:
         if self.options.quiet or self.prints_report:
             return
-        colour = self.options.color
-        in_colour = colour == "always" or (colour == "auto" and sys.stdout.isatty())
         many = len(getattr(self.options, "files", ())) > 1
-        self.writers.append(Summary(sys.stdout, in_colour, is_short=many))
+        self.writers.append(Summary(sys.stdout, self.in_colour, is_short=many))
 
 
 def format_makers() -> dict[str, Callable[[TextIO, argparse.Namespace], Writer]]:
@@ -155,7 +170,7 @@ def settings_of(options: argparse.Namespace, rules: grammar.Grammar) -> Settings
                         Path(options.description) if options.description else None)
         settings.limits_of = limits.of
         settings.notes = limits.unused
-    if options.expect:
+    if getattr(options, "expect", None):
         settings.expected = expected_of(rules, options.expect)
     return settings
 
@@ -258,9 +273,14 @@ def command_run(words: list[str]) -> int:
 
 
 def command_of(words: list[str]) -> tuple[Callable[[list[str]], int], list[str]]:
-    commands = {"read": command_read, "run": command_run}
-    if words and words[0] in commands:
-        return commands[words[0]], words[1:]
+    match words[:1]:
+        case ["read"]:
+            return command_read, words[1:]
+        case ["run"]:
+            return command_run, words[1:]
+        case ["diff"] | ["trend"]:  # they build on this module
+            module = importlib.import_module(f"kestro_report.{words[0]}")
+            return getattr(module, f"command_{words[0]}"), words[1:]
     return command_read, words
 
 

@@ -10,12 +10,8 @@ import yaml
 from kestro_report.description import GREATEST, LEAST, thresholds_of
 from kestro_report.errors import InputError, read_text_file
 from kestro_report.records import Limit, Measurement
+from kestro_report.units import UNITS, factor_between
 
-# Units of one quantity, each with its factor to the first of them. A temperature has one unit only.
-QUANTITIES = ({"mV": 1.0, "V": 1000.0, "uV": 0.001}, {"mA": 1.0, "A": 1000.0, "uA": 0.001},
-              {"mW": 1.0, "W": 1000.0, "uW": 0.001, "kW": 1e6}, {"ms": 1.0, "s": 1000.0, "us": 0.001, "min": 60000.0},
-              {"MHz": 1.0, "kHz": 0.001, "Hz": 1e-6, "GHz": 1000.0},
-              {"byte": 1.0, "KiB": 1024.0, "MiB": 1048576.0})
 EQUAL = "EQUAL"
 # What a limits file says of a bound: the bound's type and how much it weighs.
 BOUNDS = {"min": (LEAST, "alarm"), "max": (GREATEST, "alarm"), "equal": (EQUAL, "alarm"),
@@ -39,16 +35,6 @@ class LimitRule:
         names = ((self.measurement, measurement.name), (self.section, measurement.section.name),
                  (self.dut, run.facts.get("dut", run.source)))
         return all(fnmatchcase(name, pattern) for pattern, name in names)
-
-
-def factor_between(unit: str, wanted: str) -> float | None:
-    """What a value of a unit is multiplied by to be one of the wanted unit; None where they measure different things."""
-    if unit == wanted:
-        return 1.0
-    for units in QUANTITIES:
-        if unit in units and wanted in units:
-            return units[unit] / units[wanted]
-    return None
 
 
 def place(file: Path, node: yaml.Node) -> str:
@@ -106,6 +92,8 @@ def entry_of(file: Path, node: yaml.Node) -> LimitRule:
             rule.bounds[key] = number_of(file, key, value)
         else:
             setattr(rule, key, text_of(file, key, value))
+        if key == "unit" and rule.unit not in UNITS:
+            raise InputError(f"{place(file, value)}: there is no unit '{rule.unit}'; there are {', '.join(UNITS)}")
     return checked(rule)
 
 

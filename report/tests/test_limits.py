@@ -5,11 +5,12 @@ from pathlib import Path
 import pytest
 from small_outputs import output, temperature_line, written
 
-from kestro_report import command_line
+from kestro_report import command_line, grammar
 from kestro_report.description import thresholds_of
 from kestro_report.errors import InputError
-from kestro_report.limits import Limits, factor_between, load_limits
+from kestro_report.limits import Limits, load_limits
 from kestro_report.records import Line, Measurement, Run, Section
+from kestro_report.units import UNITS, factor_between
 
 CHASSIS = Path(__file__).resolve().parents[2] / "sim/chassis"
 BOARD = """<board name="mine"><module name="sim_voltage"><node name="rail"><entry name="2">
@@ -74,6 +75,10 @@ def test_units_of_one_quantity_are_converted(unit, wanted, factor):
     assert factor_between(unit, wanted) == (pytest.approx(factor) if factor else None)
 
 
+def test_every_unit_of_the_grammar_is_known():
+    assert {measure.unit for rule in grammar.load().rules for measure in rule.measures} - set(UNITS) == set()
+
+
 def test_a_limit_in_volts_judges_millivolts(tmp_path):
     limits = limits_of(tmp_path, "limits: [{measurement: 'voltage 2', unit: V, min: 0.95, max: 1.05}]\n")
     assert [limit.value for limit in limits.of(measured("voltage 2", 1000, "mV"))] == pytest.approx([950, 1050])
@@ -114,6 +119,7 @@ BAD_FILES = [
     ("limits:\n  - measurement: a\n    max: {a: 1}\n", "line 3: 'max' wants a number"),
     ("limits:\n  - measurement: a\n    min: 6\n    max: 5\n", "line 2: 'min' is above 'max'"),
     ("limits:\n  - measurement: a\n    warning_min: 6\n    warning_max: 5\n", "line 2: 'warning_min' is above"),
+    ("limits:\n  - measurement: a\n    unit: mv\n    min: 5\n", "line 3: there is no unit 'mv'; there are mV, V"),
     ("limits:\n  - {measurement: a, min: 5\n", "line 3: no YAML"),
     ("limits:\n\t- measurement: a\n", "line 2: no YAML"),
     ("limits: &a [*a]\n", "line 1: a limit is"),
