@@ -221,6 +221,12 @@ def parser_of_run() -> Parser:
     return parser
 
 
+def whole_number(text: str) -> int:
+    if not (text.isascii() and text.isdigit() and 0 < int(text[:9]) and len(text) < 9):
+        raise argparse.ArgumentTypeError(f"'{text}' is no number of rows; a whole number above 0 is wanted")
+    return int(text)
+
+
 def seconds(text: str) -> float:
     try:
         number = float(text)
