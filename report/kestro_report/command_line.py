@@ -20,6 +20,7 @@ from kestro_report.texts import TextLine, text_lines
 from kestro_report.verdict import TOOL_AT_FAULT, exit_status
 from kestro_report.writers.junit import JUnit
 from kestro_report.writers.ocp import OcpLines
+from kestro_report.writers.page import Page
 from kestro_report.writers.summary import Summary
 from kestro_report.writers.tap import Tap
 
@@ -127,7 +128,8 @@ class Outputs:
 def format_makers() -> dict[str, Callable[[TextIO, argparse.Namespace], Writer]]:
     return {"junit": lambda stream, options: JUnit(stream, options.name or "kestro_test"),
             "tap": lambda stream, options: Tap(stream),
-            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options))}
+            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options)),
+            "html": lambda stream, options: Page(stream, options.name or "")}
 
 
 def parameters_of(options: argparse.Namespace) -> dict[str, object]:
