@@ -28,8 +28,8 @@ FOLDER = Path(__file__).parent
 # So many bytes of the page for runs that passed and for others; the first run that passed is whole in any case.
 # Failed runs beyond that have their failures only, and beyond the last bound no more than their line in the table.
 PASSED_BYTES = 384 << 10
-NOT_PASSED_BYTES = 12 << 20
-FAILURES_BYTES = 24 << 20
+NOT_PASSED_BYTES = 8 << 20
+FAILURES_BYTES = 16 << 20
 # Lines of the table of runs, and checks that the list of frequent failures looks at.
 MOST_ROWS = 10000
 MOST_FREQUENT = 5000
