@@ -12,6 +12,7 @@ from kestro_report.errors import InputError
 from kestro_report.records import Writer
 from kestro_report.writers.junit import JUnit
 from kestro_report.writers.ocp import OcpLines
+from kestro_report.writers.page import Page
 from kestro_report.writers.summary import Summary
 from kestro_report.writers.tap import Tap
 
@@ -94,7 +95,8 @@ def inputs_of(options: argparse.Namespace) -> list[str]:
 def format_makers() -> dict[str, Callable[[TextIO, argparse.Namespace], Writer]]:
     return {"junit": lambda stream, options: JUnit(stream, options.name or "kestro_test"),
             "tap": lambda stream, options: Tap(stream),
-            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options))}
+            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options)),
+            "html": lambda stream, options: Page(stream, options.name or "")}
 
 
 def parameters_of(options: argparse.Namespace) -> dict[str, object]:
