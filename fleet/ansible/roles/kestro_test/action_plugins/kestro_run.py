@@ -30,7 +30,7 @@ exec 4<&0
 "$@" <&4 2>&1 &
 check=$!
 exec 4<&-
-pass() { while [ "$1" -gt 0 ] && kill -0 $check; do set -- $(($1 - 1)); sleep 1 2>/dev/null; done; }
+pass() { while [ "$1" -gt 0 ] && kill -0 $check; do set -- $(($1 - 1)); sleep 1 2>/dev/null 3>&-; done; }
 {
     pass "$limit"
     kill -0 $check && echo 'kestro_run: limit' >&3
