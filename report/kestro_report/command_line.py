@@ -1,19 +1,22 @@
 """The command line of kestro_report."""
 
 import argparse
+import dataclasses
 import re
 import sys
-from collections.abc import Callable
+import time
+from collections.abc import Callable, Iterable, Iterator
 from contextlib import ExitStack, nullcontext
 from pathlib import Path
-from typing import TextIO
+from typing import BinaryIO, TextIO
 
-from kestro_report import VERSION, grammar
+from kestro_report import VERSION, grammar, live
 from kestro_report.errors import InputError
 from kestro_report.inputs import check_input, open_input
+from kestro_report.limits import Limits
 from kestro_report.reader import ExpectedWriter, Reader, Settings
 from kestro_report.records import Writer
-from kestro_report.texts import text_lines
+from kestro_report.texts import TextLine, text_lines
 from kestro_report.verdict import TOOL_AT_FAULT, exit_status
 from kestro_report.writers.junit import JUnit
 from kestro_report.writers.ocp import OcpLines
@@ -98,6 +101,12 @@ class Outputs:
         except OSError as error:
             raise InputError(f"{name}: {error.strerror}; a file that can be written is wanted") from error
 
+    def open_bytes(self, name: str) -> BinaryIO:
+        try:
+            return self.stack.enter_context(Path(name).open("wb", buffering=0))
+        except OSError as error:
+            raise InputError(f"{name}: {error.strerror}; a file that can be written is wanted") from error
+
     def add_formats(self) -> list[Writer]:
         for option, make in format_makers().items():
             name = getattr(self.options, option)
@@ -141,6 +150,11 @@ def expected_of(rules: grammar.Grammar, name: str):
 
 def settings_of(options: argparse.Namespace, rules: grammar.Grammar) -> Settings:
     settings = Settings(ignore=tuple(options.ignore))
+    if options.limits or options.description:
+        limits = Limits(Path(options.limits) if options.limits else None,
+                        Path(options.description) if options.description else None)
+        settings.limits_of = limits.of
+        settings.notes = limits.unused
     if options.expect:
         settings.expected = expected_of(rules, options.expect)
     return settings
@@ -175,11 +189,76 @@ def command_read(words: list[str]) -> int:
             with source.stream if name != "-" else nullcontext():
                 read_input(reader, source)
         reader.tell("report_ends")
+    for note in settings.notes():
+        print(f"kestro_report: {note}", file=sys.stderr)
+    return exit_status(reader.outcomes)
+
+
+def parser_of_run() -> Parser:
+    parser = Parser(prog="kestro_report run", epilog=ENDS, usage="%(prog)s [options] -- WORDS...",
+                    description="Runs kestro_test and judges what it prints. WORDS are its words, such as 'board_test "
+                                "board_onekey_test', or any command that starts it: over ssh, or one that prints a "
+                                "serial console.")
+    parser.add_argument("--timeout", metavar="SECONDS", type=seconds, help="ends a command that takes longer")
+    parser.add_argument("--board", metavar="BOARD", help="on this simulated board, by kestro_sim")
+    parser.add_argument("--keep", metavar="FILE", help="keeps what is printed, byte for byte")
+    add_report_options(parser)
+    return parser
+
+
+def seconds(text: str) -> float:
+    try:
+        number = float(text)
+    except ValueError:
+        number = 0.0
+    if not 0 < number < 1e9:
+        raise argparse.ArgumentTypeError(f"'{text}' is no time; a number of seconds above 0 is wanted")
+    return number
+
+
+def lines_now(lines: Iterable[TextLine]) -> Iterator[TextLine]:
+    """What comes without a time stamp has the time at which it came."""
+    for line in lines:
+        yield line if line.time is not None else dataclasses.replace(line, time=time.time())
+
+
+def run_and_read(reader: Reader, run: live.LiveRun, source: str, facts: dict[str, str], command: str) -> None:
+    reader.begin_source(source, facts, command)
+    for line in lines_now(text_lines(run.read)):
+        reader.feed(line)
+    status = run.finish()
+    reader.end_source(run.problem, status)
+
+
+def command_run(words: list[str]) -> int:
+    at = words.index("--") if "--" in words else len(words)
+    options = parser_of_run().parse_args(words[:at])
+    if not words[at + 1:]:
+        raise InputError("behind '--' the words of kestro_test are wanted, such as 'board_test board_onekey_test'")
+    command = live.command_line_of(words[at + 1:], options.board)
+    rules = grammar.load()
+    settings = settings_of(options, rules)
+    with ExitStack() as stack:
+        outputs = Outputs(options, stack)
+        keep = outputs.open_bytes(options.keep) if options.keep else None
+        writers = outputs.add_formats()
+        progress = live.progress_if_seen()
+        reader = Reader(rules, [*writers, *([progress] if progress else [])], settings)
+        reader.tell("report_begins")
+        run = live.start(command, options.timeout, keep)
+        if progress:
+            run.on_tick.append(progress.show)
+        run_and_read(reader, run, command[0], facts_given(options), live.words_of_product(command))
+        if progress:
+            progress.clear()
+        reader.tell("report_ends")
+    for note in settings.notes():
+        print(f"kestro_report: {note}", file=sys.stderr)
     return exit_status(reader.outcomes)
 
 
 def command_of(words: list[str]) -> tuple[Callable[[list[str]], int], list[str]]:
-    commands = {"read": command_read}
+    commands = {"read": command_read, "run": command_run}
     if words and words[0] in commands:
         return commands[words[0]], words[1:]
     return command_read, words

@@ -44,6 +44,7 @@ class Rule:
     outcomes: dict[str, str] = field(default_factory=dict)
     within: str = ""
     text_follows: bool = False
+    after_end: bool = False  # comes behind the run's end line and still belongs to it
     example: str = ""
 
     @property
@@ -187,7 +188,7 @@ def rule_of(group: str, entry: dict) -> Rule:
     kind = next(key for key in entry if key in KINDS)
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
-    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "example") if key in entry}
+    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "after_end", "example") if key in entry}
     by = entry.get("by", "ret" if kind == "code" else "")
     return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)
 

@@ -34,6 +34,7 @@ class Settings:
     limits_of: LimitsOf | None = None
     calls_of: CallsOf | None = None
     expected: Expected | None = None
+    notes: Callable[[], list[str]] = list  # what is to be told when all has been read
 
 
 class Values(dict):
@@ -51,6 +52,12 @@ def default_name(text: str) -> str:
     """What stands behind the prefix, up to the word that tells the outcome."""
     text = PREFIX.sub("", text.strip())
     return " ".join((OUTCOME_WORDS.sub("", text, count=1) or text).split())
+
+
+def outcome_of_code(number: float | None) -> str:
+    if not number:
+        return PASSED
+    return UNSUPPORTED if int(number) & 0xFF == NOT_SUPPORTED else FAILED
 
 
 class Reader:
@@ -224,7 +231,7 @@ class Reader:
         line.kind = rule.kind
         line.values = {name: value for name, value in values.items() if value is not None}
         is_dispatchers = rule.group == "shell" and rule.check == "{name}"
-        if self.run is None or (self.is_ended and not is_dispatchers):
+        if self.run is None or (self.is_ended and not is_dispatchers and not rule.after_end):
             self.end_run("")
             self.begin_run(line.time)
         self.run.lines += 1
@@ -244,7 +251,7 @@ class Reader:
         if outcome and not (is_dispatchers and self.failed_command):
             self.add_check(self.check_of(rule, values, line, outcome))
         self.failed_command = self.failed_command or is_dispatchers
-        self.is_ended = self.is_ended or rule.kind == "end"
+        self.is_ended = self.is_ended or rule.kind == "end" or is_dispatchers
 
     def outcome_of(self, rule: Rule, values: dict[str, str | None], line: Line) -> str:
         """The outcome of the line's check; nothing where it checks nothing."""
@@ -252,10 +259,11 @@ class Reader:
             return rule.kind
         said = (values.get(rule.by) or "").strip()
         if rule.kind == "code":
-            number = rule.number(rule.by, said)
-            if not number:
-                return PASSED
-            return UNSUPPORTED if int(number) & 0xFF == NOT_SUPPORTED else FAILED
+            return outcome_of_code(rule.number(rule.by, said))
+        # A value that a failed call left as it was says nothing.
+        code = self.code_of(rule, values)
+        if rule.kind == "judged" and rule.by != "ret" and code:
+            return outcome_of_code(code)
         if rule.kind == "judged":
             number = rule.number(rule.by, said)
             key = said if said in rule.outcomes else str(number)
@@ -266,14 +274,20 @@ class Reader:
 
     def check_of(self, rule: Rule, values: dict[str, str | None], line: Line, outcome: str) -> Check:
         name = named(rule.check, values) if rule.check else default_name(line.text)
-        code = rule.number("ret", values["ret"].strip()) if (values.get("ret") or "").strip() else None
+        code = self.code_of(rule, values)
         means = named(rule.means, values) if rule.means and outcome == FAILED else ""
         if rule.kind == "code":
             line.kind = outcome
-        return Check(name, outcome, self.section, line, means, int(code) if code is not None else None)
+        return Check(name, outcome, self.section, line, means, code)
+
+    def code_of(self, rule: Rule, values: dict[str, str | None]) -> int | None:
+        """The driver's result, where the line has one."""
+        said = (values.get("ret") or "").strip()
+        number = rule.number("ret", said) if said else None
+        return int(number) if number is not None else None
 
     def take_measurements(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        for measure in rule.measures:
+        for measure in rule.measures if not self.code_of(rule, values) else ():
             text = (values.get(measure.value) or "").strip()
             number = rule.number(measure.value, text) if text else None
             if number is None or number != number:

@@ -4,6 +4,7 @@
 #include "sim/core/opened_libraries.h"
 #include "sim/core/prepare.h"
 #include "sim/core/state_check.h"
+#include "sim/core/store_error.h"
 #include "sim/core/time.h"
 #include "sim/launcher/discard.h"
 #include "sim/launcher/hand.h"
@@ -14,6 +15,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <iostream>
 #include <unistd.h>
 
 namespace kestro_sim {
@@ -239,6 +241,12 @@ void check_product(const fs::path &product) {
                                 : product.filename().string() + " must be a program of this machine");
 }
 
+void launch(const launch_options &options, const fs::path &base) {
+    if (const std::optional<fs::path> program = make_ready(options, base.empty() ? own_directory() : base)) {
+        become(*program, options.words);
+    }
+}
+
 } // namespace
 
 std::optional<fs::path> make_ready(const launch_options &options, const fs::path &base) {
@@ -280,10 +288,19 @@ std::optional<fs::path> make_ready(const launch_options &options, const fs::path
     return parts.product;
 }
 
-void launch(const launch_options &options) {
-    if (const std::optional<fs::path> program = make_ready(options, own_directory())) {
-        become(*program, options.words);
+int run_launcher(int count, char **arguments, const fs::path &base) {
+    try {
+        if (const auto options = read_options(count, arguments)) {
+            launch(*options, base);
+        }
+    } catch (const fs::filesystem_error &problem) {
+        std::cerr << "kestro_sim: " << said_plainly(problem) << "\n";
+        return 2;
+    } catch (const std::exception &problem) {
+        std::cerr << "kestro_sim: " << problem.what() << "\n";
+        return 2;
     }
+    return EXIT_SUCCESS;
 }
 
 } // namespace kestro_sim

@@ -13,7 +13,8 @@ namespace kestro_sim {
 // `base`. Gives the program that is to be started; nothing when there was only the technician's work to do. Throws.
 std::optional<std::filesystem::path> make_ready(const launch_options &options, const std::filesystem::path &base);
 
-// Becomes kestro_test. Comes back when there was nothing to run but the technician's work, or by throwing.
-void launch(const launch_options &options);
+// The whole of kestro_sim: becomes kestro_test, or gives the exit status when there was nothing to run but the
+// technician's work, or when that is impossible. The parts lie in `base`; empty: beside this program.
+int run_launcher(int count, char **arguments, const std::filesystem::path &base = {});
 
 } // namespace kestro_sim

@@ -82,8 +82,7 @@ struct board {
     std::string state = new_scratch_dir();
 
     void set(const std::string &words) const {
-        const process_result result =
-            run_process({build_dir() + "/kestro_sim", "--state", state, "--board", seat, "--set", words});
+        const process_result result = run_process({launcher(), "--state", state, "--board", seat, "--set", words});
         EXPECT_EQ(result.err, "");
     }
     process_result run(const std::string &line, const std::string &script = "") const {
@@ -263,9 +262,9 @@ TEST_F(IntrTestSimulated, HealthyBoardsPass) {
 TEST_F(IntrTestSimulated, LeavesTheBoardAsItWas) {
     const board healthy{"lpu"};
     healthy.run(four_cases);
-    const process_result result = run_process({build_dir() + "/kestro_sim", "--state", healthy.state, "--get",
-                                               "slot7/cpld/1/0x600", "--get", "slot7/cpld/1/0x62f", "--get",
-                                               "slot7/cpld/1/0x630", "--get", "slot7/board/interrupt/100/enabled"});
+    const process_result result =
+        run_process({launcher(), "--state", healthy.state, "--get", "slot7/cpld/1/0x600", "--get", "slot7/cpld/1/0x62f",
+                     "--get", "slot7/cpld/1/0x630", "--get", "slot7/board/interrupt/100/enabled"});
     EXPECT_EQ(result.out, "0x0000\n0x0000\n0x0000\n0\n");
 }
 
@@ -416,8 +415,8 @@ TEST_F(IntrTestSimulated, RegisterUnregisterCountsUntilCtrlC) {
     const board used{"lpu"};
     const std::string file = scratch_file("printed", "");
     const int out = open(file.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
-    const pid_t pid = spawn({build_dir() + "/kestro_sim", "--state", used.state, "--board", used.seat, "--",
-                             "intr_test", "intr_test_register_unregister", "100", "200"},
+    const pid_t pid = spawn({launcher(), "--state", used.state, "--board", used.seat, "--", "intr_test",
+                             "intr_test_register_unregister", "100", "200"},
                             merged_environment({}), "", {out, out});
     close(out);
     for (int i = 0; i < 1200 && read_file(file).find("registrer int success\n") == std::string::npos; ++i) {

@@ -42,10 +42,9 @@ int interrupts_to_end(const std::string &part, const std::string &call, int time
     const std::string before = time > 1 ? call + " = pass x" + std::to_string(time - 1) + "\n" : "";
     const std::string script = scratch_file("script", before + call + " = hang\n");
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    const pid_t pid =
-        spawn({build_dir() + "/kestro_sim", "--state", new_scratch_dir(), "--clock", "virtual", "--script", script,
-               "--trace", trace, "--run", build_dir() + "/tests/selftest_part", "--", part},
-              merged_environment({}), "", {nowhere, nowhere});
+    const pid_t pid = spawn({launcher(), "--state", new_scratch_dir(), "--clock", "virtual", "--script", script,
+                             "--trace", trace, "--run", build_dir() + "/tests/selftest_part", "--", part},
+                            merged_environment({}), "", {nowhere, nowhere});
     close(nowhere);
     const std::string name = call.back() == ')' ? call.substr(0, call.size() - 1) : call;
     int sent = 0;

@@ -19,9 +19,9 @@ class hanging_part {
   public:
     hanging_part(const std::string &name, const std::string &script) {
         const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        run_ = spawn({build_dir() + "/kestro_sim", "--state", new_scratch_dir(), "--root", new_scratch_dir(),
-                      "--script", scratch_file("script", script), "--trace", trace_, "--run",
-                      build_dir() + "/tests/selftest_part", "--", name},
+        run_ = spawn({launcher(), "--state", new_scratch_dir(), "--root", new_scratch_dir(), "--script",
+                      scratch_file("script", script), "--trace", trace_, "--run", build_dir() + "/tests/selftest_part",
+                      "--", name},
                      merged_environment({}), "", {nowhere, nowhere});
         close(nowhere);
     }

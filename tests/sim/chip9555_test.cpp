@@ -128,8 +128,8 @@ TEST(Chip9555Driver, AnotherProcessAndTheTechnicianSeeTheSamePins) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(answers(board, {set_level(0, 6, 1)}), ok);
     EXPECT_EQ(answers(board, {level(0, 6), level(1, 6)}), "0x0 value=1\n0x0 value=1\n");
-    const auto technician = run_process({build_dir() + "/kestro_sim", "--state", board.state, "--set",
-                                         "slot9/chip9555/chip/1/wired=0", "--get", "slot9/expander/0/0x2"});
+    const auto technician = run_process({launcher(), "--state", board.state, "--set", "slot9/chip9555/chip/1/wired=0",
+                                         "--get", "slot9/expander/0/0x2"});
     EXPECT_EQ(technician.out, "0x4f\n") << technician.err;
     EXPECT_EQ(answers(board, {reg(1, 0), reg(1, 1)}), "0x0 value=0\n0x0 value=0\n");
 }

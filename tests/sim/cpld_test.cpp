@@ -42,8 +42,8 @@ TEST(CpldDriver, WhatIsWrittenIsReadByAnotherProcess) {
 // A written 1 clears an interrupt that was raised; the technician raises one at the latch itself.
 TEST(CpldDriver, LatchIsClearedByOnes) {
     const test_board board = new_altered("mpu_master", {});
-    const auto technician = run_process({build_dir() + "/kestro_sim", "--board", board.word, "--state", board.state,
-                                         "--set", "slot9/cpld/1/0x600=0x0103"});
+    const auto technician =
+        run_process({launcher(), "--board", board.word, "--state", board.state, "--set", "slot9/cpld/1/0x600=0x0103"});
     EXPECT_EQ(technician.err, "");
     EXPECT_EQ(answers(board, {"drv_cpld_reg_read(chip_id=1, offset=0x600)",
                               "drv_cpld_reg_write(chip_id=1, offset=0x600, data=0x0102)",

@@ -50,8 +50,8 @@ TEST(DigitalDriver, WiresMayCross) {
 TEST(DigitalDriver, OtherInputsSenseTheOutside) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(answers(board, {set(100, 1), set(101, 1), get(3), get(4)}), "0x0\n0x0\n0x0 status=1\n0x0 status=0\n");
-    const auto technician = run_process({build_dir() + "/kestro_sim", "--state", board.state, "--set",
-                                         "slot9/digital/input/3/closed=0", "--set", "slot9/digital/input/4/closed=1"});
+    const auto technician = run_process({launcher(), "--state", board.state, "--set", "slot9/digital/input/3/closed=0",
+                                         "--set", "slot9/digital/input/4/closed=1"});
     EXPECT_EQ(technician.err, "");
     EXPECT_EQ(answers(board, {get(3), get(4)}), "0x0 status=0\n0x0 status=1\n");
 }

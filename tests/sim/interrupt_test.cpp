@@ -75,8 +75,8 @@ const std::string latch = read_chip("0x600");
 void expect_scene(const std::string &name, const std::string &out) {
     SCOPED_TRACE(name);
     const process_result result =
-        run_process({build_dir() + "/kestro_sim", "--state", new_scratch_dir() + "/state", "--clock", "virtual",
-                     "--run", build_dir() + "/tests/interrupt_scenes", "--", name});
+        run_process({launcher(), "--state", new_scratch_dir() + "/state", "--clock", "virtual", "--run",
+                     build_dir() + "/tests/interrupt_scenes", "--", name});
     EXPECT_EQ(result.out, out);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.status, 0);
@@ -358,9 +358,9 @@ TEST(Interrupts, TheTechnicianRaisesALine) {
     const std::string state = new_scratch_dir() + "/state";
     const std::string file = scratch_file("heard", "");
     const int out = open(file.c_str(), O_WRONLY | O_APPEND);
-    const pid_t pid = spawn({build_dir() + "/kestro_sim", "--state", state, "--clock", "real", "--run", "kestro_call",
-                             "--", "--wait", "300", registered},
-                            merged_environment({}), "", {out, out});
+    const pid_t pid = spawn(
+        {launcher(), "--state", state, "--clock", "real", "--run", "kestro_call", "--", "--wait", "300", registered},
+        merged_environment({}), "", {out, out});
     close(out);
     const auto heard = [&](const std::string &text) {
         for (int i = 0; i < 600 && read_file(file).find(text) == std::string::npos; ++i) {
@@ -371,7 +371,7 @@ TEST(Interrupts, TheTechnicianRaisesALine) {
     EXPECT_TRUE(heard("= 0x0\n")) << read_file(file);
     EXPECT_EQ(events_in(read_file(file)), 0U);
     const process_result by_hand =
-        run_process({build_dir() + "/kestro_sim", "--state", state, "--set", "slot9/board/interrupt/0/raised=1"});
+        run_process({launcher(), "--state", state, "--set", "slot9/board/interrupt/0/raised=1"});
     EXPECT_EQ(by_hand.err, "");
     EXPECT_TRUE(heard(event)) << read_file(file);
     kill(pid, SIGKILL);

@@ -100,8 +100,8 @@ class ManagementPorts : public testing::Test {
 
     // The other end answers after 500 ms.
     void expect_scene(const std::string &name, const std::string &out) const {
-        const process_result result = run_process({build_dir() + "/kestro_sim", "--state", state_, "--clock", "virtual",
-                                                   "--set", "slot9/ethernet/management/0/echo=500000", "--run",
+        const process_result result = run_process({launcher(), "--state", state_, "--clock", "virtual", "--set",
+                                                   "slot9/ethernet/management/0/echo=500000", "--run",
                                                    build_dir() + "/tests/packet_scenes", "--", name});
         EXPECT_EQ(result.out, out);
         EXPECT_EQ(result.err, "");

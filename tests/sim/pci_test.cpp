@@ -30,7 +30,7 @@ std::string data(uint32_t value) {
 }
 
 process_result technician(const test_board &board, const std::vector<std::string> &actions) {
-    std::vector<std::string> line{build_dir() + "/kestro_sim", "--state", board.state};
+    std::vector<std::string> line{launcher(), "--state", board.state};
     line.insert(line.end(), actions.begin(), actions.end());
     return run_process(line);
 }

@@ -34,8 +34,8 @@ class listening {
   public:
     explicit listening(const std::string &state) : file_(scratch_file("heard", "")) {
         const int file = open(file_.c_str(), O_WRONLY | O_APPEND);
-        pid_ = spawn({build_dir() + "/kestro_sim", "--state", state, "--clock", "real", "--run", "kestro_call", "--",
-                      "--wait", "300", "drv_board_in_out_reg(handler=callback, name=\"test\")"},
+        pid_ = spawn({launcher(), "--state", state, "--clock", "real", "--run", "kestro_call", "--", "--wait", "300",
+                      "drv_board_in_out_reg(handler=callback, name=\"test\")"},
                      merged_environment({}), "", {file, file});
         close(file);
         expect("drv_board_in_out_reg(handler=callback, user_data=null, name=\"test\", flag=0) = 0x0\n");
@@ -63,7 +63,7 @@ class listening {
 };
 
 void by_hand(const std::string &state, const std::vector<std::string> &actions) {
-    std::vector<std::string> line{build_dir() + "/kestro_sim", "--state", state};
+    std::vector<std::string> line{launcher(), "--state", state};
     line.insert(line.end(), actions.begin(), actions.end());
     const process_result result = run_process(line);
     EXPECT_EQ(result.err, "");

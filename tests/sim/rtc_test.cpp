@@ -225,10 +225,10 @@ TEST(RtcSpace, IsTheOtherFaceOfTheClock) {
 
 // The launcher's clock is the real one: the seconds go on.
 TEST(RtcSpace, TheTechnicianSetsTheClock) {
-    const process_result result = run_process(
-        {build_dir() + "/kestro_sim", "--state", new_scratch_dir() + "/state", "--set", "slot9/rtc/0/0x01=0x00",
-         "--set", "slot9/rtc/0/0x02=0x45", "--set", "slot9/rtc/0/0x03=0x23", "--set", "slot9/rtc/0/0x07=0x31", "--get",
-         "slot9/rtc/0/0x02", "--get", "slot9/rtc/0/0x03", "--get", "slot9/rtc/0/0x07"});
+    const process_result result =
+        run_process({launcher(), "--state", new_scratch_dir() + "/state", "--set", "slot9/rtc/0/0x01=0x00", "--set",
+                     "slot9/rtc/0/0x02=0x45", "--set", "slot9/rtc/0/0x03=0x23", "--set", "slot9/rtc/0/0x07=0x31",
+                     "--get", "slot9/rtc/0/0x02", "--get", "slot9/rtc/0/0x03", "--get", "slot9/rtc/0/0x07"});
     EXPECT_EQ(result.out, "0x45\n0x23\n0x31\n");
     EXPECT_EQ(result.err, "");
 }

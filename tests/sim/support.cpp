@@ -175,7 +175,7 @@ std::string answers(const test_board &board, const std::vector<std::string> &lin
 }
 
 std::string launcher_prints(std::vector<std::string> options) {
-    options.insert(options.begin(), build_dir() + "/kestro_sim");
+    options.insert(options.begin(), launcher());
     const process_result result = run_process(options);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.status, 0);

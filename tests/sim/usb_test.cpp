@@ -54,16 +54,8 @@ class listening {
     listening(const std::string &state, const std::vector<std::string> &lines) {
         const std::string heard = scratch_file("heard", "");
         const int file = open(heard.c_str(), O_WRONLY | O_APPEND);
-        std::vector<std::string> program{build_dir() + "/kestro_sim",
-                                         "--state",
-                                         state,
-                                         "--clock",
-                                         "real",
-                                         "--run",
-                                         "kestro_call",
-                                         "--",
-                                         "--wait",
-                                         "300"};
+        std::vector<std::string> program{launcher(), "--state",     state, "--clock", "real",
+                                         "--run",    "kestro_call", "--",  "--wait",  "300"};
         program.insert(program.end(), lines.begin(), lines.end());
         pid_ = spawn(program, merged_environment({}), "", {file, file});
         close(file);
@@ -87,7 +79,7 @@ class listening {
 class UsbHotplug : public testing::Test {
   protected:
     void by_hand(const std::string &setting) const {
-        EXPECT_EQ(run_process({build_dir() + "/kestro_sim", "--state", state_, "--set", setting}).status, 0);
+        EXPECT_EQ(run_process({launcher(), "--state", state_, "--set", setting}).status, 0);
     }
 
     std::string state_ = new_scratch_dir() + "/state";

@@ -6,7 +6,7 @@
 namespace kestro_tests {
 
 process_result make_calls(const std::vector<std::string> &options, const std::vector<std::string> &lines) {
-    std::vector<std::string> argv{build_dir() + "/kestro_sim"};
+    std::vector<std::string> argv{launcher()};
     argv.insert(argv.end(), options.begin(), options.end());
     argv.insert(argv.end(), {"--run", "kestro_call", "--"});
     argv.insert(argv.end(), lines.begin(), lines.end());

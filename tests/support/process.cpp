@@ -1,5 +1,7 @@
 #include "tests/support/process.h"
 
+#include "tests/support/thoroughness.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -216,6 +218,11 @@ process_result run_process(const std::vector<std::string> &argv, const process_o
 std::string build_dir() {
     static const char *const under_test = getenv("KESTRO_BUILD_UNDER_TEST");
     return under_test != nullptr ? under_test : KESTRO_BUILD_DIR;
+}
+
+std::string launcher() {
+    const bool is_slow = !emulator().empty() && build_dir() != KESTRO_BUILD_DIR && !everything_is_tried();
+    return is_slow ? test_program("desk_launcher") : build_dir() + "/kestro_sim";
 }
 
 std::string test_program(const std::string &name) {

@@ -53,6 +53,10 @@ process_result run_process(const std::vector<std::string> &argv, const process_o
 // Where the programs and libraries under test lie: those of this test's own build, or of another one.
 std::string build_dir();
 
+// The launcher of the build under test, for tests of what it starts. Where the build is emulated and this program is
+// not, the desk's own, which does the same in a twentieth of the time; not in the full tier.
+std::string launcher();
+
 // The path of another test program of this test's own build.
 std::string test_program(const std::string &name);
 

@@ -4,6 +4,7 @@
 #include "tests/support/fork_server/client.h"
 #include "tests/support/test_lines.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -129,12 +130,28 @@ bool all_are_started() {
 
 } // namespace
 
-process_result run_launcher(const texts &options, const texts &words, const process_options &process) {
-    texts argv = {build_dir() + "/kestro_sim"};
+namespace {
+
+std::string own_launcher() {
+    return build_dir() + "/kestro_sim";
+}
+
+process_result run_through(const std::string &launcher, const texts &options, const texts &words,
+                           const process_options &process) {
+    texts argv = {launcher};
     argv.insert(argv.end(), options.begin(), options.end());
     argv.emplace_back("--");
     argv.insert(argv.end(), words.begin(), words.end());
     return run_process(argv, process);
+}
+
+} // namespace
+
+process_result run_launcher(const texts &options, const texts &words, const process_options &process) {
+    // What is preloaded is of the build under test.
+    const bool preloads = std::any_of(process.environment.begin(), process.environment.end(),
+                                      [](const std::string &variable) { return variable.starts_with("LD_PRELOAD="); });
+    return run_through(preloads ? own_launcher() : launcher(), options, words, process);
 }
 
 process_result run_forked_always(const texts &options, const texts &words, const process_options &process) {
@@ -146,7 +163,10 @@ process_result run_sim(const texts &options, const texts &words, const process_o
         return {};
     }
     const std::optional<launch_options> plain = plain_options(options);
-    if (all_are_started() || is_in_sample(words) || !process.directory.empty() || !plain) {
+    if (is_in_sample(words)) {
+        return run_through(own_launcher(), options, words, process);
+    }
+    if (all_are_started() || !process.directory.empty() || !plain) {
         return run_launcher(options, words, process);
     }
     try {
