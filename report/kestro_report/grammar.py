@@ -62,8 +62,9 @@ class Rule:
         return re.compile(self.parts[0], re.DOTALL)
 
     @property
-    def weight(self) -> int:
-        return self.parts[1]
+    def weight(self) -> tuple[int, int]:
+        """How much of a line the rule says itself; of two that say the same the one with fewer values says it better."""
+        return self.parts[1], -self.text.count("%")
 
     @cached_property
     def longest_literal(self) -> str:
@@ -147,6 +148,7 @@ class Grammar:
     rules: list[Rule]
     orders: dict[str, Order]
     untimed: frozenset[str]
+    judging: frozenset[str]  # groups of tests that say themselves what passed and failed
     index: dict[str, list[Rule]] = field(default_factory=dict)
     lengths: list[int] = field(default_factory=list)
     known: dict[str, tuple[Rule, dict[str, str]] | None] = field(default_factory=dict)
@@ -206,4 +208,5 @@ def load(path: Path = GRAMMAR) -> Grammar:
     data = parsed(path.read_text(encoding="utf-8"))
     orders = {name: Order(tuple(order["sections"]), tuple(tuple(each) for each in order["branches"]))
               for name, order in data.get("orders", {}).items()}
-    return indexed(Grammar(rules_of(data), orders, frozenset(data.get("untimed", ()))))
+    return indexed(Grammar(rules_of(data), orders, frozenset(data.get("untimed", ())),
+                           frozenset(data.get("judging", ()))))

@@ -83,6 +83,8 @@ class Reader:
         self.is_listing = False
         self.is_timed = True
         self.failed_command = False
+        self.end_line: Line | None = None
+        self.judges_itself = False
         self.text_follows = False
         self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
         self.seen: dict[tuple[str, str], list[int]] = {}
@@ -127,12 +129,21 @@ class Reader:
             run.problems.append(why_cut)
         if any(self.order) and () not in self.order and not run.problems:
             run.problems.append(f"the part '{self.order[0][0]}' is missing")
+        self.add_end(run)
         self.add_missing_sections()
         self.end_section()
         self.judge_end(run)
         self.outcomes[run.outcome] += 1
         self.tell("run_ends", run)
         self.forget_run()
+
+    def add_end(self, run: Run) -> None:
+        """A sub-command that shows nothing to judge has at least ended without the failure that the dispatcher would
+        tell. Of a test that judges by itself this is not enough: there it means that nothing was tested."""
+        is_single = self.section is not None and self.section.number == 0 and not self.judges_itself
+        if self.end_line is not None and is_single and not any(run.counts.values()):
+            self.add_check(Check(run.command or "the sub-command ended without a failure", PASSED, self.section,
+                                 self.end_line))
 
     def judge_end(self, run: Run) -> None:
         status = run.status
@@ -252,6 +263,8 @@ class Reader:
             self.add_check(self.check_of(rule, values, line, outcome))
         self.failed_command = self.failed_command or is_dispatchers
         self.is_ended = self.is_ended or rule.kind == "end" or is_dispatchers
+        self.end_line = line if rule.kind == "end" else self.end_line
+        self.judges_itself = self.judges_itself or rule.group in self.grammar.judging
 
     def outcome_of(self, rule: Rule, values: dict[str, str | None], line: Line) -> str:
         """The outcome of the line's check; nothing where it checks nothing."""

@@ -6,7 +6,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 TOKEN = re.compile(
-    r'''(?P<comment>//[^\n]*|/\*.*?\*/)|(?P<include>\#\s*include[^\n]*)|"(?P<text>(?:\\.|[^"\\])*)"'''
+    r'''(?P<comment>//[^\n]*|/\*.*?\*/)|(?P<directive>\#\s*(?:include|pragma)[^\n]*)|"(?P<text>(?:\\.|[^"\\])*)"'''
     r'''|(?P<sign>'(?:\\.|[^'\\])+')|(?P<blank>\s+)|(?P<width>PRI[uxd](?:64|32))|(?P<word>[A-Za-z_]\w*)|(?P<other>.)''',
     re.DOTALL)
 ESCAPE = re.compile(rb"\\(?:x([0-9a-fA-F]+)|([0-7]{1,3})|(.))", re.DOTALL)
