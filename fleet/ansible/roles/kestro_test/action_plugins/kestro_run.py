@@ -64,7 +64,7 @@ def ssh_words(option, alive: int) -> list[str]:
         words += ["-o", "StrictHostKeyChecking=no", "-o", "UserKnownHostsFile=/dev/null"]
     for name, letter in (("port", "-p"), ("private_key_file", "-i"), ("remote_user", "-l")):
         if option(name):
-            words += [letter, str(option(name))]
+            words += [letter, os.path.expanduser(str(option(name)))]
     return words + ["--", option("host")]
 
 
