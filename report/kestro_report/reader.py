@@ -44,8 +44,17 @@ class Values(dict):
         return ""
 
 
-def named(template: str, values: dict[str, str | None]) -> str:
-    return " ".join(template.format_map(Values({k: (v or "").strip() for k, v in values.items()})).split())
+def shown_in_name(rule: Rule, name: str, text: str) -> str:
+    """One text of a check prints a number decimal and the other hexadecimal; its name has one form of it."""
+    number = rule.number(name, text) if text and rule.parts[3].get(name) in ("d", "u", "x") else None
+    if number is None:
+        return text
+    return str(number) if number < 0x10000 else f"0x{number:x}"
+
+
+def named(rule: Rule, template: str, values: dict[str, str | None]) -> str:
+    shown = {name: shown_in_name(rule, name, (text or "").strip()) for name, text in values.items()}
+    return " ".join(template.format_map(Values(shown)).split())
 
 
 def default_name(text: str) -> str:
@@ -83,6 +92,7 @@ class Reader:
         self.is_listing = False
         self.is_timed = True
         self.failed_command = False
+        self.just_failed = ""  # the check that the line before told to have failed
         self.end_line: Line | None = None
         self.judges_itself = False
         self.text_follows = False
@@ -258,6 +268,7 @@ class Reader:
         self.tell("line", self.section, line)
         self.take_measurements(rule, values, line)
         outcome = self.outcome_of(rule, values, line)
+        self.just_failed = ""
         # The dispatcher says it twice: of the sub-command, and of the module command that it belongs to.
         if outcome and not (is_dispatchers and self.failed_command):
             self.add_check(self.check_of(rule, values, line, outcome))
@@ -286,9 +297,9 @@ class Reader:
         return ""
 
     def check_of(self, rule: Rule, values: dict[str, str | None], line: Line, outcome: str) -> Check:
-        name = named(rule.check, values) if rule.check else default_name(line.text)
+        name = named(rule, rule.check, values) if rule.check else default_name(line.text)
         code = self.code_of(rule, values)
-        means = named(rule.means, values) if rule.means and outcome == FAILED else ""
+        means = named(rule, rule.means, values) if rule.means and outcome == FAILED else ""
         if rule.kind == "code":
             line.kind = outcome
         return Check(name, outcome, self.section, line, means, code)
@@ -300,12 +311,14 @@ class Reader:
         return int(number) if number is not None else None
 
     def take_measurements(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        for measure in rule.measures if not self.code_of(rule, values) else ():
+        # What a failed call left, on this line or on the check's line before it, is no value.
+        is_void = self.code_of(rule, values) or (rule.check and named(rule, rule.check, values) == self.just_failed)
+        for measure in rule.measures if not is_void else ():
             text = (values.get(measure.value) or "").strip()
             number = rule.number(measure.value, text) if text else None
             if number is None or number != number:
                 continue
-            measurement = Measurement(named(measure.name, values), number * measure.scale, measure.unit, self.section,
+            measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
                                       line)
             if self.settings.limits_of:
                 measurement.limits = self.settings.limits_of(measurement)
@@ -318,6 +331,7 @@ class Reader:
                                      f"{measurement.unit} ({limit.source})."))
 
     def add_check(self, check: Check) -> None:
+        self.just_failed = check.name if check.bad else ""
         if check.bad and self.settings.calls_of and not check.calls:
             check.calls = self.settings.calls_of(check)
         for counts in (self.run.counts, check.section.counts):
