@@ -78,13 +78,10 @@ class Rule:
     def number(self, name: str, text: str) -> float | int | None:
         """The value as the number that its conversion printed, None for a text."""
         kind = self.parts[3].get(name, "s")
-        if kind in "xp":
-            return int(text, 16) if text.strip("(") != "nil)" else 0
-        if kind in "du":
-            return int(text)
-        if kind == "f":
-            return float(text)
-        return number_in(text)
+        if kind not in "xduf":
+            return number_in(text)
+        digits = re.search(VALUE_FORMS[kind], text)[0]  # a value's name may stand around more than the conversion
+        return float(digits) if kind == "f" else int(digits, 16 if kind == "x" else 10)
 
 
 def number_in(text: str) -> float | int | None:

@@ -15,6 +15,7 @@ PROMPT = re.compile(r"[#$>] ?(?:[\w./-]*/)?kestro_test +(?P<words>[a-z0-9]\w*_te
 # An unknown line that speaks like a check may be one of a newer program: then nobody knows how the run came out.
 SOUNDS_LIKE_A_CHECK = re.compile(r"^(?:Error|Success|Succ?ess)|\bfail|\berror\b", re.IGNORECASE)
 OUTCOME_WORDS = re.compile(r"\s+(?:test\s+)?(?:pass|fail|success|is)\b.*|[.:,]?\s*$", re.IGNORECASE | re.DOTALL)
+NUMBER = re.compile(r"(?:0x)?[0-9a-fA-F]+|[-+]?\d+")
 PREFIX = re.compile(r"^\s*(?:Success|Error|Info|Fail)\w*\s*:\s*")
 
 LimitsOf = Callable[[Measurement], tuple[Limit, ...]]
@@ -46,9 +47,9 @@ class Values(dict):
 
 def shown_in_name(rule: Rule, name: str, text: str) -> str:
     """One text of a check prints a number decimal and the other hexadecimal; its name has one form of it."""
-    number = rule.number(name, text) if text and rule.parts[3].get(name) in ("d", "u", "x") else None
-    if number is None:
+    if rule.parts[3].get(name) not in ("d", "u", "x") or not NUMBER.fullmatch(text):
         return text
+    number = rule.number(name, text)
     return str(number) if number < 0x10000 else f"0x{number:x}"
 
 
@@ -347,7 +348,7 @@ class Reader:
     # --- banners ------------------------------------------------------------------------------------------------------
 
     def take_banner(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        name = (values.get("name") or rule.text).strip()
+        name = named(rule, rule.check or "{name}", values)
         if not rule.within:
             self.follow_order(name, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
