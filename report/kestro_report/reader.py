@@ -162,6 +162,8 @@ class Reader:
             run.problems.append(f"ended by signal {-status}")
         elif status not in (None, 0, 255):
             run.problems.append(f"ended with status {status}, which says that the program could not do its work")
+        elif status == 255 and not run.counts[FAILED]:
+            run.problems.append("ended with status 255, and no line tells of a failure")
         strange = [line for line in run.unknown_lines if SOUNDS_LIKE_A_CHECK.search(line.text)]
         if strange:
             run.problems.append(f"line {strange[0].number} sounds like a check and is not known: {strange[0].text}")

@@ -1,4 +1,4 @@
-"""Runs the commands of README, the documents and the manual page in a copy of the sources beside this build's programs.
+"""Runs the commands of README, the documents and the manual pages in a copy of the sources, beside the build.
 
 usage: commands_test.py SOURCE_DIR BUILD_DIR
 """
@@ -20,8 +20,10 @@ from document import Command, Document, read_document, read_markdown
 
 HERE = Path(__file__).resolve().parent
 SOURCE, BUILD = (Path(word) for word in sys.argv[1:3])
+# The examples of kestro_report read outputs that only the reader of its page has.
 DOCUMENTS = ["README.md", *sorted(str(path.relative_to(SOURCE)) for path in (SOURCE / "docs").glob("*.md")),
-             "docs/kestro_test.1"]
+             *sorted(str(path.relative_to(SOURCE)) for path in (SOURCE / "docs").glob("*.[17]")
+                      if path.stem != "kestro_report")]
 
 
 def special_commands() -> list[tuple[str, re.Pattern]]:
@@ -43,6 +45,7 @@ class Copy:
         (self.tree / "build").symlink_to(BUILD)
         tools.mkdir()
         for name, script in {"cmake": "exit 0", "kestro_test": f'exec "{BUILD}/kestro_sim" -- "$@"',
+                             "kestro_make_image": f'exec "{self.tree}/scripts/make_image" "$@"',
                              "dpkg-query": "echo all installed"}.items():
             (tools / name).write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
             (tools / name).chmod(0o755)
@@ -74,6 +77,14 @@ def shows(document: list[str], printed: list[str]) -> bool:
     return re.fullmatch(pattern, "".join(line + "\n" for line in printed)) is not None
 
 
+def part_of(program: str, words: list[str]) -> list[str]:
+    """The command of a tool that has several, each with a help of its own."""
+    if not program.endswith("kestro_report"):
+        return []
+    following = words[words.index(program) + 1]
+    return [following] if following in ("run", "diff", "trend") else ["read"]
+
+
 def option_faults(command: Command, tree: Path) -> list[str]:
     """Options of ours that the program's help does not name. Words behind -- are another program's."""
     words = [word for word in re.split(r"[\s\[\]|]+", command.text.split(" -- ")[0]) if word]
@@ -81,6 +92,8 @@ def option_faults(command: Command, tree: Path) -> list[str]:
     found = tree / program
     if program.startswith("kestro_") or program.startswith("build/kestro_"):
         found = BUILD / program.removeprefix("build/")
+        if program == "kestro_make_image":
+            found = tree / "scripts/make_image"
     elif "/" not in program:
         return []
     if not os.access(found, os.X_OK):
@@ -88,7 +101,8 @@ def option_faults(command: Command, tree: Path) -> list[str]:
     options = [word.split("=")[0] for word in words if word.startswith("--") and word != "--"]
     if not options or program.endswith("kestro_test"):
         return []
-    text = subprocess.run([found, "--help"], capture_output=True, text=True, check=False).stdout
+    text = subprocess.run([found, *part_of(program, words), "--help"], capture_output=True, text=True,
+                          check=False).stdout
     return [f"{program} --help does not name {option}" for option in options
             if not re.search(rf"(?<![\w-]){re.escape(option)}(?![\w-])", text)]
 

@@ -17,8 +17,9 @@ import re
 from dataclasses import dataclass, field
 from pathlib import Path
 
-OURS = r"(?:scripts/\w+|bench/\w+|\.ci/run|(?:build/)?kestro_(?:sim|test|call)|fleet/lava/kestro-lava)"
-COMMAND = re.compile(rf"^(?:[A-Z_]+=\S+ )*(?:{OURS}|cmake|ctest|scp|ssh|ansible-playbook|lava-run|cat|cp|mkdir|printf|echo|xxd|diff|grep)(?= |$)")
+OURS = r"(?:scripts/\w+|bench/\w+|report/bin/\w+|\.ci/run|(?:build/)?kestro_(?:sim|test|call)|fleet/lava/kestro-lava)"
+TOOLS = "cmake|ctest|scp|ssh|ansible-playbook|lava-run|cat|cp|mkdir|printf|echo|xxd|diff|grep"
+COMMAND = re.compile(rf"^(?:[A-Z_]+=\S+ )*(?:{OURS}|{TOOLS})(?= |$)")
 PLACEHOLDER = re.compile(r"[\[<…]|\.\.\.|\b[A-Z]{2,}\b(?!=)|\bN\b")
 
 
@@ -42,7 +43,7 @@ class Document:
 
 def read_document(path: Path, name: str) -> Document:
     text = path.read_text(encoding="utf-8")
-    return read_manual(text, name) if path.suffix == ".1" else read_markdown(text, name)
+    return read_manual(text, name) if path.suffix in (".1", ".7") else read_markdown(text, name)
 
 
 def read_markdown(text: str, name: str) -> Document:

@@ -12,6 +12,7 @@ import sys
 import tempfile
 import time
 import unittest
+from datetime import datetime
 from functools import cache
 from pathlib import Path
 from xml.etree import ElementTree
@@ -303,11 +304,13 @@ class BoardsThatDoNotAnswer(unittest.TestCase):
 
 
 @cache
-def lava_results(board: str) -> list[dict]:
-    """The document's command, its job on that board."""
-    job = DESK.tree / "fleet/lava/job.yaml"
-    text = (SOURCE / "fleet/lava/job.yaml").read_text(encoding="utf-8")
-    job.write_text(text.replace("192.0.2.11", board), encoding="utf-8")
+def lava_lines(board: str, limit: int = 60) -> list[dict]:
+    """What the document's command prints, its job on that board."""
+    job = yaml.safe_load((SOURCE / "fleet/lava/job.yaml").read_text(encoding="utf-8"))
+    parameters = job["actions"][-1]["test"]["definitions"][0]["parameters"]
+    parameters["KESTRO_START"] = parameters["KESTRO_START"].replace("192.0.2.11", board)
+    parameters["KESTRO_LIMIT"] = limit
+    (DESK.tree / "fleet/lava/job.yaml").write_text(yaml.safe_dump(job), encoding="utf-8")
     lay_out_repository()
     # A server of LAVA keeps its files there; these are this run's alone.
     if not os.path.ismount("/var/lib/lava"):
@@ -316,8 +319,11 @@ def lava_results(board: str) -> list[dict]:
     status, said = DESK.run(command("lava-run"))
     (RESULTS / f"lava-{board}.log").write_text(said, encoding="utf-8")
     assert status == 0, said
-    lines = [json.loads(re.sub(r': ! "', ': "', line)) for line in said.splitlines() if line.startswith("{")]
-    return [line["msg"] for line in lines if line["lvl"] == "results"]
+    return [json.loads(re.sub(r': ! "', ': "', line)) for line in said.splitlines() if line.startswith("{")]
+
+
+def lava_results(board: str) -> list[dict]:
+    return [line["msg"] for line in lava_lines(board) if line["lvl"] == "results"]
 
 
 def lay_out_repository() -> None:
@@ -361,6 +367,21 @@ class WithLava(unittest.TestCase):
         self.assertTrue([each for each in measured if each.get("units") == "mV" and each["set"] == "voltage"], cases)
         for each in measured:
             float(each["measurement"])
+
+    def test_what_was_found_before_a_board_hangs_comes_at_once(self) -> None:
+        limit = 6
+        lines = lava_lines(DESK.hanging.address, limit)
+        results = [line for line in lines if line["lvl"] == "results" and line["msg"]["definition"] == "0_selftest"]
+        self.assertGreater(sum(line["msg"]["result"] == "pass" for line in results), 100)
+        verdict = results.pop()
+        self.assertEqual((verdict["msg"]["case"], verdict["msg"]["result"]), ("verdict", "fail"))
+        waited = datetime.fromisoformat(verdict["dt"]) - datetime.fromisoformat(results[-1]["dt"])
+        self.assertGreater(waited.total_seconds(), limit / 2)
+
+    def test_a_board_ends_what_hangs_with_the_connection(self) -> None:
+        lava_lines(DESK.hanging.address, 6)
+        ended = DESK.network.ssh(DESK.hanging, "ps -e -o comm=")
+        self.assertNotIn("kestro_test", ended.stdout)
 
     def test_every_case_arrives(self) -> None:
         """As many as the report has, so that no signal was lost between other lines."""
