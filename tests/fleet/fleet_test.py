@@ -336,6 +336,12 @@ def lay_out_repository() -> None:
 
 
 class WithLava(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls) -> None:
+        # These bring kestro_test to the boards.
+        ansible_run()
+        second_run()
+
     def cases(self, board: str) -> list[dict]:
         return [each for each in lava_results(board) if each["definition"] == "0_selftest"]
 
@@ -386,7 +392,6 @@ class WithLava(unittest.TestCase):
     def test_every_case_arrives(self) -> None:
         """As many as the report has, so that no signal was lost between other lines."""
         output = RESULTS / "ansible/rack1-board1/02_selftest.jsonl"
-        ansible_run()
         printed = subprocess.run([sys.executable, "-B", SOURCE / "fleet/lava/kestro-lava", "--print", output],
                                  capture_output=True, text=True, check=True).stdout
         self.assertEqual(len(self.cases(DESK.healthy.address)), printed.count("lava-test-case "))
