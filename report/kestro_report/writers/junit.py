@@ -3,6 +3,7 @@
 The head of the file counts what comes behind it, so the suites wait in a temporary file until the end.
 """
 
+import re
 import tempfile
 from datetime import datetime, timezone
 from typing import TextIO
@@ -12,12 +13,12 @@ from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORT
 
 # Output of a section beyond this is left out: readers of this format keep all of it in memory.
 LONGEST_OUTPUT = 1 << 20
+FORBIDDEN = re.compile("[\x00-\x08\x0b-\x1f\ud800-\udfff\ufffe\uffff]")
 
 
 def xml_text(text: str) -> str:
     """Control characters have been written out before; of what is left XML forbids surrogates and two signs."""
-    return "".join(sign if sign in "\t\n" or (sign >= " " and not 0xD800 <= ord(sign) <= 0xDFFF
-                                              and sign not in "\ufffe\uffff") else "?" for sign in text)
+    return FORBIDDEN.sub("?", text)
 
 
 def attribute(text: str) -> str:
