@@ -111,7 +111,7 @@ class ActionModule(ActionBase):
         result = super().run(tmp, task_vars)
         arguments = self._task.args
         if self._task.check_mode:
-            return result | {"skipped": True}
+            return result | {"skipped": True, "status": None, "problem": "", "lost": "", "output": ""}
         words = arguments["words"]
         words = shlex.split(words) if isinstance(words, str) else [str(word) for word in words]
         result.update(self.carry_out(words, arguments))
@@ -149,6 +149,8 @@ class ActionModule(ActionBase):
                 "lost": problem if status is None else "", "seconds": round(time.monotonic() - begin, 1)}
 
     def ssh(self, arguments: dict) -> list[str]:
+        if self._play_context.become:
+            raise AnsibleActionFail("kestro_run does not become another user; kestro_test_command: [sudo, -n, kestro_test]")
         if not self._connection.transport == "ssh":
             raise AnsibleActionFail(f"the connection is '{self._connection.transport}'; kestro_run works over 'ssh'")
         return ssh_words(self._connection.get_option, int(arguments.get("alive", ALIVE)))
