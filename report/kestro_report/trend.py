@@ -138,7 +138,7 @@ def head_of(history: History) -> list[str]:
         first, last = sum(board.first == PASSED for board in boards), sum(board.last == PASSED for board in boards)
         lines.append(f"{first} of {len(boards)} boards passed in their first run "
                      f"({percent(first, len(boards))}), {last} in their last")
-    if any(values.not_followed for values in history.values.values()):
+    if history.runs > len(boards) and any(values.not_followed for values in history.values.values()):
         lines.append(f"Drift is looked for on {BOARDS_FOLLOWED} of the boards only.")
     return lines
 
