@@ -30,7 +30,7 @@ target_include_directories(probe_interface PRIVATE ${CMAKE_SOURCE_DIR})
 set_target_properties(probe_interface PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden)
 
 add_library(kestro_probe SHARED
-    hooks.cpp linkage.cpp runtime.cpp ${PROBE_GENERATED}/wrappers.cpp)
+    hooks.cpp linkage.cpp output.cpp runtime.cpp ${PROBE_GENERATED}/wrappers.cpp)
 target_link_libraries(kestro_probe PRIVATE probe_language probe_interface driver_interface)
 set_target_properties(kestro_probe PROPERTIES
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/probe

@@ -3,6 +3,7 @@
 
 #include "probe/input_file.h"
 #include "probe/linkage.h"
+#include "probe/output.h"
 #include "probe/real_call.h"
 #include "probe/report.h"
 #include "probe/session.h"
@@ -261,6 +262,9 @@ __attribute__((constructor)) void start() {
             give_up(asked.trace + ": " + strerror(errno) + "; name a file that can be written");
         }
         start_trace(trace_file, asked.trace);
+        if (asked.trace_output && !start_showing_output()) {
+            give_up(asked.trace + ": the output cannot be shown in it: " + strerror(errno));
+        }
     }
     running = new session(asked, std::move(rules));
     pthread_atfork(before_fork, after_fork_in_parent, after_fork_in_child);

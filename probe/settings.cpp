@@ -17,6 +17,14 @@ std::string variable(const char *name) {
     return content != nullptr ? content : "";
 }
 
+bool switched_on(const char *name, settings &asked) {
+    const std::string content = variable(name);
+    if (!content.empty() && content != "0" && content != "1") {
+        asked.fault = std::string(name) + " is '" + content + "'; set it to 1 or leave it out";
+    }
+    return content == "1";
+}
+
 } // namespace
 
 bool parse_fail_call(const std::string &text, fail_call &failing) {
@@ -70,12 +78,9 @@ settings read_settings() {
     asked.script = variable("KESTRO_PROBE_SCRIPT");
     asked.trace = variable("KESTRO_PROBE_TRACE");
     asked.replay = variable("KESTRO_PROBE_REPLAY");
-    const std::string strict = variable("KESTRO_PROBE_STRICT");
+    asked.strict = switched_on("KESTRO_PROBE_STRICT", asked);
+    asked.trace_output = switched_on("KESTRO_PROBE_TRACE_OUTPUT", asked);
     const std::string failing = variable("KESTRO_PROBE_FAIL_CALL");
-    asked.strict = strict == "1";
-    if (!strict.empty() && strict != "0" && strict != "1") {
-        asked.fault = "KESTRO_PROBE_STRICT is '" + strict + "'; set it to 1 or leave it out";
-    }
     if (!failing.empty() && !parse_fail_call(failing, asked.failing)) {
         asked.fault = "KESTRO_PROBE_FAIL_CALL is '" + failing +
                       "'; set it to the number of a call, as in 3, 3=0x811101a4, or 3+ for that and all after it";
@@ -86,6 +91,9 @@ settings read_settings() {
                       "'; set it to numbers of calls, as in 3 or 3,3, and =TERM or =HUP behind them for another signal "
                       "than INT";
     }
+    if (asked.trace_output && asked.trace.empty()) {
+        asked.fault = "KESTRO_PROBE_TRACE_OUTPUT needs a trace; set KESTRO_PROBE_TRACE as well";
+    }
     if (!asked.replay.empty() && (!asked.script.empty() || asked.strict)) {
         asked.fault = "KESTRO_PROBE_REPLAY answers every call by itself; set it without KESTRO_PROBE_SCRIPT and "
                       "KESTRO_PROBE_STRICT";
@@ -94,8 +102,9 @@ settings read_settings() {
 }
 
 void clean_environment() {
-    for (const char *name : {"LD_PRELOAD", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
-                             "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
+    for (const char *name :
+         {"LD_PRELOAD", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE", "KESTRO_PROBE_TRACE_OUTPUT",
+          "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
         unsetenv(name);
     }
 }

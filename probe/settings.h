@@ -27,6 +27,7 @@ struct settings {
     std::string trace;
     std::string replay;
     bool strict = false;
+    bool trace_output = false; // what the program prints is in the trace too
     fail_call failing;
     signal_calls signals;
     std::string fault; // what is wrong with the settings, empty when nothing is

@@ -1,83 +1,27 @@
 """The command line of kestro_report."""
 
-import argparse
 import dataclasses
 import importlib
-import re
+import io
+import os
 import sys
 import time
+from argparse import Namespace
 from collections.abc import Callable, Iterable, Iterator
 from contextlib import ExitStack, nullcontext
 from pathlib import Path
-from typing import BinaryIO, TextIO
 
 from kestro_report import VERSION, grammar, live
 from kestro_report.errors import InputError
-from kestro_report.inputs import check_input, open_input
+from kestro_report.inputs import Input, check_input, open_input
 from kestro_report.limits import Limits
-from kestro_report.reader import ExpectedWriter, Reader, Settings
-from kestro_report.records import Writer
+from kestro_report.options import ENDS, facts_given, parser_of_read, parser_of_run
+from kestro_report.outputs import Outputs
+from kestro_report.progress import progress_if_seen
+from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
 from kestro_report.texts import TextLine, text_lines
+from kestro_report.trace import Trace
 from kestro_report.verdict import TOOL_AT_FAULT, exit_status
-from kestro_report.writers.junit import JUnit
-from kestro_report.writers.ocp import OcpLines
-from kestro_report.writers.summary import Summary
-from kestro_report.writers.tap import Tap
-
-ENDS = """exit status: 0 all passed; 1 a check failed; 2 this tool or its input is at fault; 3 the run did not end
-properly: crashed, timed out, cut off, a part missing, or nothing checked"""
-
-
-class Parser(argparse.ArgumentParser):
-    def error(self, message: str) -> None:
-        raise InputError(f"{message}; '{self.prog} --help' tells what there is")
-
-
-def regular_expression(text: str) -> re.Pattern:
-    try:
-        return re.compile(text)
-    except re.error as error:
-        raise argparse.ArgumentTypeError(f"'{text}' is no regular expression: {error}") from error
-
-
-def judged_by(parser: argparse.ArgumentParser) -> argparse._ArgumentGroup:
-    judged = parser.add_argument_group("what it is judged by")
-    judged.add_argument("--limits", metavar="FILE", help="limits of measurements, YAML")
-    judged.add_argument("--description", metavar="FILE", help="board description whose thresholds are limits, XML")
-    judged.add_argument("--ignore", metavar="REGEX", type=regular_expression, action="append", default=[],
-                        help="lines that are not kestro_test's; may be given again")
-    return judged
-
-
-def page_options(parser: argparse.ArgumentParser) -> None:
-    """Of the commands that look at several runs: a page beside their text, or in its place."""
-    parser.add_argument("--html", metavar="FILE", help="a page that needs nothing else; - is standard output")
-    parser.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the text")
-    parser.add_argument("--quiet", action="store_true", help="no text, the exit status only")
-
-
-def add_report_options(parser: argparse.ArgumentParser) -> None:
-    formats = parser.add_argument_group("formats; FILE may be - for standard output")
-    formats.add_argument("--junit", metavar="FILE", help="JUnit XML: a suite for each section")
-    formats.add_argument("--tap", metavar="FILE", help="TAP 14")
-    formats.add_argument("--jsonl", metavar="FILE", help="JSON lines in the form of OCP Test and Validation 2.0")
-    formats.add_argument("--html", metavar="FILE", help="a page that needs nothing else")
-    formats.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the summary")
-    formats.add_argument("--quiet", action="store_true", help="no summary, the exit status only")
-    judged = judged_by(parser)
-    judged.add_argument("--expect", metavar="OUTPUT", help="output of a good run: checks that it has must be there")
-    judged.add_argument("--trace", metavar="FILE", help="the probe's trace of the run: calls behind each failed check")
-    about = parser.add_argument_group("whose run it is")
-    about.add_argument("--dut", metavar="NAME", help="name of the device under test")
-    about.add_argument("--serial", metavar="NUMBER", help="its serial number")
-    about.add_argument("--name", metavar="TEXT", help="title of the report")
-
-
-def parser_of_read() -> Parser:
-    parser = Parser(prog="kestro_report read", epilog=ENDS, description="Reads what kestro_test printed and judges it.")
-    parser.add_argument("files", nargs="*", metavar="FILE", help="outputs; - or none: standard input")
-    add_report_options(parser)
-    return parser
 
 
 def top_help() -> str:
@@ -93,102 +37,53 @@ def top_help() -> str:
             "Each has a --help of its own; --version prints the version.\n\n" + ENDS + "\n")
 
 
-class Outputs:
-    """The writers that the options ask for, and the files behind them."""
-
-    def __init__(self, options: argparse.Namespace, stack: ExitStack) -> None:
-        self.options = options
-        self.stack = stack
-        self.prints_report = False
-        self.writers: list[Writer] = []
-
-    def open(self, name: str) -> TextIO:
-        if name == "-":
-            if self.prints_report:
-                raise InputError("two formats cannot both go to standard output; give one of them a file")
-            self.prints_report = True
-            return sys.stdout
-        try:
-            return self.stack.enter_context(Path(name).open("w", encoding="utf-8"))
-        except OSError as error:
-            raise InputError(f"{name}: {error.strerror}; a file that can be written is wanted") from error
-
-    def open_bytes(self, name: str) -> BinaryIO:
-        try:
-            return self.stack.enter_context(Path(name).open("wb", buffering=0))
-        except OSError as error:
-            raise InputError(f"{name}: {error.strerror}; a file that can be written is wanted") from error
-
-    @property
-    def in_colour(self) -> bool:
-        colour = self.options.color
-        return colour == "always" or (colour == "auto" and sys.stdout.isatty())
-
-    def add_formats(self) -> list[Writer]:
-        for option, make in format_makers().items():
-            name = getattr(self.options, option)
-            if name:
-                self.writers.append(make(self.open(name), self.options))
-        self.add_summary()
-        return self.writers
-
-    def add_summary(self) -> None:
-        if self.options.quiet or self.prints_report:
-            return
-        many = len(getattr(self.options, "files", ())) > 1
-        self.writers.append(Summary(sys.stdout, self.in_colour, is_short=many))
-
-
-def format_makers() -> dict[str, Callable[[TextIO, argparse.Namespace], Writer]]:
-    return {"junit": lambda stream, options: JUnit(stream, options.name or "kestro_test"),
-            "tap": lambda stream, options: Tap(stream),
-            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options))}
-
-
-def parameters_of(options: argparse.Namespace) -> dict[str, object]:
-    """What else the verdict depends on."""
-    judged_by = {name: getattr(options, name) for name in ("limits", "description", "expect")}
-    return {name: value for name, value in judged_by.items() if value}
-
-
-def expected_of(rules: grammar.Grammar, name: str):
+def expected_of(rules: grammar.Grammar, name: str) -> Expected:
     """What a good run passes. A run that is not good cannot tell."""
     writer = ExpectedWriter()
     reader = Reader(rules, [writer])
     source = open_input(name, {})
     with source.stream:
         read_input(reader, source)
+    if reader.run_count > 1:
+        raise InputError(f"{name}: it holds {reader.run_count} runs; --expect wants the output of one")
     if exit_status(reader.outcomes) != 0:
         raise InputError(f"{name}: this run is not a good one; --expect wants the output of a run that passed")
     return writer.expected
 
 
-def settings_of(options: argparse.Namespace, rules: grammar.Grammar) -> Settings:
+def settings_of(options: Namespace, rules: grammar.Grammar, is_live: bool = False) -> Settings:
     settings = Settings(ignore=tuple(options.ignore))
     if options.limits or options.description:
         limits = Limits(Path(options.limits) if options.limits else None,
                         Path(options.description) if options.description else None)
         settings.limits_of = limits.of
-        settings.notes = limits.unused
-    if getattr(options, "expect", None):
+        settings.notes.append(limits.unused)
+    if options.expect:
         settings.expected = expected_of(rules, options.expect)
+    if options.trace:
+        trace = Trace(Path(options.trace), is_to_come=is_live)
+        settings.calls_of = trace.calls_of
+        settings.notes.append(trace.notes)
     return settings
 
 
-def read_input(reader: Reader, source) -> None:
+def read_named(reader: Reader, name: str, facts: dict[str, str]) -> None:
+    source = open_input(name, facts)
+    with source.stream if name != "-" else nullcontext():
+        read_input(reader, source)
+
+
+def read_input(reader: Reader, source: Input) -> None:
     reader.begin_source(source.name, source.facts, source.facts.get("command", ""))
     for line in text_lines(source.read):
         reader.feed(line)
     reader.end_source()
 
 
-def facts_given(options: argparse.Namespace) -> dict[str, str]:
-    given = {"dut": options.dut, "serial": options.serial, "name": options.name}
-    return {name: value for name, value in given.items() if value}
-
-
 def command_read(words: list[str]) -> int:
     options = parser_of_read().parse_args(words)
+    if options.trace and len(options.files) > 1:
+        raise InputError("--trace: a trace is of one run; give the output of that run alone")
     rules = grammar.load()
     settings = settings_of(options, rules)
     # All are opened first: a name that is wrong is told before the reports of yesterday are written over.
@@ -200,41 +95,9 @@ def command_read(words: list[str]) -> int:
         reader = Reader(rules, writers, settings)
         reader.tell("report_begins")
         for name in names:
-            source = open_input(name, facts_given(options))
-            with source.stream if name != "-" else nullcontext():
-                read_input(reader, source)
+            read_named(reader, name, facts_given(options))
         reader.tell("report_ends")
-    for note in settings.notes():
-        print(f"kestro_report: {note}", file=sys.stderr)
-    return exit_status(reader.outcomes)
-
-
-def parser_of_run() -> Parser:
-    parser = Parser(prog="kestro_report run", epilog=ENDS, usage="%(prog)s [options] -- WORDS...",
-                    description="Runs kestro_test and judges what it prints. WORDS are its words, such as 'board_test "
-                                "board_onekey_test', or any command that starts it: over ssh, or one that prints a "
-                                "serial console.")
-    parser.add_argument("--timeout", metavar="SECONDS", type=seconds, help="ends a command that takes longer")
-    parser.add_argument("--board", metavar="BOARD", help="on this simulated board, by kestro_sim")
-    parser.add_argument("--keep", metavar="FILE", help="keeps what is printed, byte for byte")
-    add_report_options(parser)
-    return parser
-
-
-def whole_number(text: str) -> int:
-    if not (text.isascii() and text.isdigit() and 0 < int(text[:9]) and len(text) < 9):
-        raise argparse.ArgumentTypeError(f"'{text}' is no number of rows; a whole number above 0 is wanted")
-    return int(text)
-
-
-def seconds(text: str) -> float:
-    try:
-        number = float(text)
-    except ValueError:
-        number = 0.0
-    if not 0 < number < 1e9:
-        raise argparse.ArgumentTypeError(f"'{text}' is no time; a number of seconds above 0 is wanted")
-    return number
+    return ended(reader, settings)
 
 
 def lines_now(lines: Iterable[TextLine]) -> Iterator[TextLine]:
@@ -256,26 +119,33 @@ def command_run(words: list[str]) -> int:
     options = parser_of_run().parse_args(words[:at])
     if not words[at + 1:]:
         raise InputError("behind '--' the words of kestro_test are wanted, such as 'board_test board_onekey_test'")
-    command = live.command_line_of(words[at + 1:], options.board)
+    command = live.command_line_of(words[at + 1:], options.board, options.trace)
     rules = grammar.load()
-    settings = settings_of(options, rules)
+    settings = settings_of(options, rules, is_live=True)
     with ExitStack() as stack:
         outputs = Outputs(options, stack)
         keep = outputs.open_bytes(options.keep) if options.keep else None
         writers = outputs.add_formats()
-        progress = live.progress_if_seen()
+        progress = progress_if_seen()
         reader = Reader(rules, [*writers, *([progress] if progress else [])], settings)
         reader.tell("report_begins")
-        run = live.start(command, options.timeout, keep)
-        if progress:
-            run.on_tick.append(progress.show)
-        run_and_read(reader, run, command[0], facts_given(options), live.words_of_product(command))
+        with live.start(command, options.timeout, keep) as run:
+            run.on_tick += [progress.show_in_time] if progress else []
+            run_and_read(reader, run, Path(command[0]).name, facts_given(options), live.words_of_product(command))
         if progress:
             progress.clear()
         reader.tell("report_ends")
-    for note in settings.notes():
-        print(f"kestro_report: {note}", file=sys.stderr)
+    return ended(reader, settings)
+
+
+def ended(reader: Reader, settings: Settings) -> int:
+    tell_notes(settings)
     return exit_status(reader.outcomes)
+
+
+def tell_notes(settings: Settings) -> None:
+    for note in (note for notes in settings.notes for note in notes()):
+        print(f"kestro_report: {note}", file=sys.stderr)
 
 
 def command_of(words: list[str]) -> tuple[Callable[[list[str]], int], list[str]]:
@@ -291,6 +161,7 @@ def command_of(words: list[str]) -> tuple[Callable[[list[str]], int], list[str]]
 
 
 def main(words: list[str]) -> int:
+    hold_standard_streams()
     if words[:1] in (["--help"], ["-h"]):
         print(top_help(), end="")
         return 0
@@ -300,15 +171,30 @@ def main(words: list[str]) -> int:
     try:
         command, rest = command_of(words)
         status = command(rest)
-        sys.stdout.flush()
+        if sys.stdout is not None:
+            sys.stdout.flush()
         return status
     except InputError as error:
         print(f"kestro_report: {error}", file=sys.stderr)
     except BrokenPipeError:
-        # Who reads the report has seen enough; the interpreter must not complain of it once more at its end.
-        sys.stderr.close()
+        pass  # who reads the report has seen enough
     except OSError as error:
-        print(f"kestro_report: {error.filename or 'output'}: {error.strerror}", file=sys.stderr)
+        print(f"kestro_report: {error.filename or 'standard output'}: {error.strerror}", file=sys.stderr)
     except KeyboardInterrupt:
         print("kestro_report: interrupted", file=sys.stderr)
+    give_up_output()
     return TOOL_AT_FAULT
+
+
+def hold_standard_streams() -> None:
+    """A closed standard error must not send its lines elsewhere; names may hold what the terminal's code has not."""
+    if sys.stderr is None:
+        sys.stderr = open(os.devnull, "w", encoding="utf-8")
+    if isinstance(sys.stdout, io.TextIOWrapper):
+        sys.stdout.reconfigure(errors="backslashreplace")
+
+
+def give_up_output() -> None:
+    """What could not be written is not tried once more at the interpreter's end, which would spoil the exit status."""
+    if isinstance(sys.stdout, io.TextIOWrapper):
+        sys.stdout = None

@@ -1,17 +1,17 @@
 """The command diff: what has changed between two outputs of a board."""
 
 import argparse
-import sys
-from contextlib import ExitStack, nullcontext
+from contextlib import ExitStack
 from typing import TextIO
 
 from kestro_report import grammar
-from kestro_report.command_line import (Outputs, Parser, judged_by, page_options, read_input,
-                                        settings_of)
+from kestro_report.command_line import read_named, settings_of, tell_notes
 from kestro_report.comparison import MOVED, TITLES, UNKNOWN, WORSE, Change, Pair, comparison
 from kestro_report.digest import DigestWriter, RunDigest
 from kestro_report.errors import InputError
-from kestro_report.inputs import check_input, open_input
+from kestro_report.inputs import check_input
+from kestro_report.options import Parser, add_page_options, judged_by
+from kestro_report.outputs import Outputs, is_coloured, standard_output
 from kestro_report.reader import Reader, Settings
 from kestro_report.texts import printable
 from kestro_report.units import Tolerances
@@ -49,16 +49,14 @@ def parser_of_diff() -> Parser:
     parser.add_argument("before", metavar="BEFORE", help="output of before; - is standard input")
     parser.add_argument("after", metavar="AFTER", help="output of now; - is standard input")
     parser.add_argument("--tolerance", metavar="N%", action="append", default=[], help=TOLERANCES)
-    page_options(parser)
+    add_page_options(parser)
     judged_by(parser)
     return parser
 
 
 def read_runs(name: str, rules: grammar.Grammar, settings: Settings) -> list[RunDigest]:
     keeper = Keeper(name)
-    source = open_input(name, {})
-    with source.stream if name != "-" else nullcontext():
-        read_input(Reader(rules, [keeper], settings), source)
+    read_named(Reader(rules, [keeper], settings), name, {})
     return keeper.runs
 
 
@@ -138,10 +136,11 @@ def command_diff(words: list[str]) -> int:
     options = parser_of_diff().parse_args(words)
     if options.before == options.after == "-":
         raise InputError("BEFORE and AFTER cannot both be standard input")
+    options.files = [options.before, options.after]
     tolerances = tolerances_of(options)
     rules = grammar.load()
     settings = settings_of(options, rules)
-    for name in (options.before, options.after):
+    for name in options.files:
         check_input(name)
     with ExitStack() as stack:
         outputs = Outputs(options, stack)
@@ -153,7 +152,7 @@ def command_diff(words: list[str]) -> int:
                               after=printable(options.after), conclusion=conclusion(pairs), worse=WORSE,
                               worse_runs=status_of(pairs) != ALL_PASSED))
         if not (options.quiet or outputs.prints_report):
-            Text(sys.stdout, outputs.in_colour).write(pairs, options.before, options.after)
-    for note in settings.notes():
-        print(f"kestro_report: {note}", file=sys.stderr)
+            stream = standard_output()
+            Text(stream, is_coloured(stream, options.color)).write(pairs, options.before, options.after)
+    tell_notes(settings)
     return status_of(pairs)

@@ -15,8 +15,10 @@ TOKEN = re.compile(r"\{(?P<name>\w+):(?P<before>[^{}%]*)" + CONVERSION + r"(?P<a
                    + CONVERSION.replace("<width>", "<width2>").replace("<type>", "<type2>"))
 NAME_MARKS = re.compile(r"\{\w+:([^{}%]*%[^{}%]*)\}")
 
-VALUE_FORMS = {"d": r"[-+]?\d+", "u": r"\d+", "x": r"(?:0x)?[0-9a-fA-F]+", "c": r".", "s": r".*?",
-               "f": r"[-+]?(?:\d+(?:\.\d+)?(?:e[-+]?\d+)?|inf|nan)", "p": r"(?:0x[0-9a-f]+|\(nil\))"}
+# No number of more digits has 64 bits, and none of so many takes long to convert.
+VALUE_FORMS = {"d": r"[-+]?\d{1,20}", "u": r"\d{1,20}", "x": r"(?:0x)?[0-9a-fA-F]{1,16}", "c": r".", "s": r".*?",
+               "f": r"[-+]?(?:\d{1,40}(?:\.\d{1,40})?(?:e[-+]?\d+)?|inf|nan)", "p": r"(?:0x[0-9a-f]+|\(nil\))"}
+LONGEST_NUMBER = 40
 SAME_FORM = {"i": "d", "X": "x", "g": "f"}
 
 # A driver whose result ends in this byte does not have the operation, whichever driver it is.
@@ -29,6 +31,7 @@ class Measure:
     value: str
     unit: str
     scale: float = 1.0
+    series: str = ""  # the curve that it is a point of
 
 
 @dataclass(frozen=True)
@@ -44,6 +47,7 @@ class Rule:
     outcomes: dict[str, str] = field(default_factory=dict)
     within: str = ""
     text_follows: bool = False
+    rows: tuple["Rule", ...] = ()  # lines of the text that follows; elsewhere they would say nothing
     after_end: bool = False  # comes behind the run's end line and still belongs to it
     example: str = ""
 
@@ -86,6 +90,8 @@ class Rule:
 
 def number_in(text: str) -> float | int | None:
     """Texts hold numbers too, where a table's cell was put together first."""
+    if len(text) > LONGEST_NUMBER:
+        return None
     try:
         return int(text, 0) if not text.lstrip("-").startswith("0") or "x" in text else int(text)
     except ValueError:
@@ -188,6 +194,7 @@ def rule_of(group: str, entry: dict) -> Rule:
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
     others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "after_end", "example") if key in entry}
+    others["rows"] = tuple(rule_of(group, row) for row in entry.get("rows", ()))
     by = entry.get("by", "ret" if kind == "code" else "")
     return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)
 

@@ -48,12 +48,17 @@ def facts_beside(path: Path) -> dict[str, str]:
 
 
 def check_input(name: str) -> None:
-    """That it can be read, and its facts too. A fleet has more files than a process may hold open."""
-    if name != "-":
+    """That it can be read, and its facts too. A fleet has more files than a process may hold open.
+
+    What is no file, such as a pipe, gives what it has but once and is left alone."""
+    path = Path(name)
+    if name != "-" and (path.is_file() or path.is_dir() or not path.exists()):
         open_input(name, {}).stream.close()
 
 
 def open_input(name: str, given: dict[str, str]) -> Input:
+    if name == "-" and sys.stdin is None:
+        raise InputError("standard input is closed; name a file with the output of kestro_test")
     if name == "-":
         return Input("standard input", sys.stdin.buffer, dict(given))
     path = Path(name)

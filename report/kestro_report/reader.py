@@ -1,5 +1,6 @@
 """Reads an output line by line and tells the writers what it says: runs, sections, checks and measurements."""
 
+import math
 import re
 from collections import Counter
 from collections.abc import Callable, Iterable
@@ -24,8 +25,8 @@ CallsOf = Callable[[Check], tuple[str, ...]]
 
 @dataclass(slots=True)
 class Expected:
-    """What a good run has: how often each check of a section passed there."""
-    passed: dict[tuple[str, str], int] = field(default_factory=dict)
+    """What a good run has: how often each check passed there, by the section and which of its name it was."""
+    passed: dict[tuple[str, int], dict[str, int]] = field(default_factory=dict)
 
 
 @dataclass(slots=True)
@@ -35,7 +36,7 @@ class Settings:
     limits_of: LimitsOf | None = None
     calls_of: CallsOf | None = None
     expected: Expected | None = None
-    notes: Callable[[], list[str]] = list  # what is to be told when all has been read
+    notes: list[Callable[[], list[str]]] = field(default_factory=list)  # what is to be told when all has been read
 
 
 class Values(dict):
@@ -55,7 +56,7 @@ def shown_in_name(rule: Rule, name: str, text: str) -> str:
 
 def named(rule: Rule, template: str, values: dict[str, str | None]) -> str:
     shown = {name: shown_in_name(rule, name, (text or "").strip()) for name, text in values.items()}
-    return " ".join(template.format_map(Values(shown)).split())
+    return printable(" ".join(template.format_map(Values(shown)).split()))
 
 
 def default_name(text: str) -> str:
@@ -102,8 +103,11 @@ class Reader:
         self.end_line: Line | None = None
         self.judges_itself = False
         self.text_follows = False
+        self.rows: tuple[Rule, ...] = ()  # what lines of the text that follows may say
         self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
-        self.seen: dict[tuple[str, str], list[int]] = {}
+        self.section_count = 0
+        self.begun: Counter[str] = Counter()  # sections, by their names
+        self.seen: dict[str, list[int]] = {}  # how often each check of the section passed and failed
 
     # --- events -------------------------------------------------------------------------------------------------------
 
@@ -118,7 +122,8 @@ class Reader:
     def begin_run(self, time: float | None) -> None:
         self.end_run("the next command begins before this one has ended")
         self.run_count += 1
-        self.run = Run(self.run_count, self.source, self.command, dict(self.facts), began=time)
+        self.run = Run(self.run_count, self.source, self.command, dict(self.facts), began=time,
+                       ended=time)
         self.command = ""
         self.found_run = True
         self.tell("run_begins", self.run)
@@ -127,15 +132,18 @@ class Reader:
     def begin_section(self, name: str, line: Line | None) -> None:
         assert self.run is not None
         self.end_section()
-        self.section = Section(name, self.run, 1 + (self.section.number if self.section else -1), line,
-                               began=line.time if line else self.run.began)
+        self.section = Section(name, self.run, self.section_count, line, began=line.time if line else self.run.began)
+        self.section_count += 1
+        self.begun[name] += 1
+        self.seen = {}
         self.tell("section_begins", self.section)
 
     def end_section(self) -> None:
         if self.section is not None:
             self.section.ended = self.run.ended
-            self.add_missing(self.section.name)
+            self.add_missing()
             self.tell("section_ends", self.section)
+            self.section = None
 
     def end_run(self, why_cut: str) -> None:
         run = self.run
@@ -147,7 +155,6 @@ class Reader:
             run.problems.append(f"the part '{self.order[0][0]}' is missing")
         self.add_end(run)
         self.add_missing_sections()
-        self.end_section()
         self.judge_end(run)
         self.outcomes[run.outcome] += 1
         self.tell("run_ends", run)
@@ -195,30 +202,24 @@ class Reader:
 
     # --- checks that a good run has -----------------------------------------------------------------------------------
 
-    def add_missing(self, section: str) -> None:
+    def add_missing(self) -> None:
         """Checks that passed on a good board and have neither passed nor failed here."""
-        if self.settings.expected is None or self.section is None:
+        if self.settings.expected is None:
             return
-        for (where, name), count in self.settings.expected.passed.items():
-            if where == section:
-                passed, failed = self.seen.get((where, name), (0, 0))
-                if not failed and passed < count:
-                    self.add_check(Check(name, MISSING, self.section, None,
-                                         f"A good run passes it {count} times, this one {passed}." if count > 1 else
-                                         "A good run has it, this one does not."))
-                    self.seen[(where, name)] = [count, 1]
+        name = self.section.name
+        for check, count in self.settings.expected.passed.get((name, self.begun[name]), {}).items():
+            passed, failed = self.seen.get(check, (0, 0))
+            if not failed and passed < count:
+                self.add_check(Check(check, MISSING, self.section, None,
+                                     f"A good run passes it {count} times, this one {passed}." if count > 1 else
+                                     "A good run has it, this one does not."))
 
     def add_missing_sections(self) -> None:
-        if self.settings.expected is None or self.run is None:
-            return
         self.end_section()
-        here = {section for section, _ in self.seen}
-        for section in dict.fromkeys(where for where, _ in self.settings.expected.passed):
-            if section not in here:
-                self.section = None
-                self.begin_section(section, None)
+        for name, which in self.settings.expected.passed if self.settings.expected else ():
+            if which > self.begun[name]:
+                self.begin_section(name, None)
                 self.end_section()
-        self.section = None
 
     # --- lines --------------------------------------------------------------------------------------------------------
 
@@ -237,11 +238,17 @@ class Reader:
             line.kind = "note"
             self.tell("line", None, line)
             return
-        found = self.grammar.match(text)
+        found = self.grammar.match(text) or self.row_of(text)
         if found is None:
             self.take_unknown(line)
         else:
             self.take(*found, line)
+
+    def row_of(self, text: str) -> tuple[Rule, dict[str, str | None]] | None:
+        for rule in self.rows if self.text_follows else ():
+            if match := rule.pattern.fullmatch(text):
+                return rule, match.groupdict()
+        return None
 
     def take_unknown(self, line: Line) -> None:
         if self.run is None or self.is_ended:
@@ -263,13 +270,15 @@ class Reader:
         if self.run is None or (self.is_ended and not is_dispatchers and not rule.after_end):
             self.end_run("")
             self.begin_run(line.time)
-        self.run.lines += 1
         if rule.kind == "begin":
             self.take_banner(rule, values, line)
+        self.run.lines += 1
         if rule.kind != "data":
             self.text_follows = rule.text_follows
         elif rule.text_follows:
             self.text_follows = True
+        if rule.rows or not self.text_follows:
+            self.rows = rule.rows
         if rule.group in self.grammar.untimed:
             self.is_timed = False
         self.is_listing = self.is_listing or rule.kind == "listing"
@@ -324,10 +333,10 @@ class Reader:
         for measure in rule.measures if not is_void else ():
             text = (values.get(measure.value) or "").strip()
             number = rule.number(measure.value, text) if text else None
-            if number is None or number != number:
+            if number is None or not math.isfinite(number):
                 continue
             measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
-                                      line)
+                                      line, series=measure.series)
             if self.settings.limits_of:
                 measurement.limits = self.settings.limits_of(measurement)
             self.tell("measurement", measurement)
@@ -349,7 +358,7 @@ class Reader:
         for counts in (self.run.counts, check.section.counts):
             counts[check.outcome] += 1
         if self.settings.expected is not None:
-            seen = self.seen.setdefault((check.section.name, check.name), [0, 0])
+            seen = self.seen.setdefault(check.name, [0, 0])
             seen[0] += check.outcome == PASSED
             seen[1] += check.bad
         if check.bad and len(self.run.failures) < KEPT:
@@ -371,10 +380,10 @@ class Reader:
                     self.end_run("the same test begins anew before it has ended: it was cut off, "
                                  "or two runs are mixed in one log")
                     self.begin_run(line.time)
-                    self.run.lines += 1
                 self.order = [order.sections[1:] + branch for branch in order.branches]
                 return
         if not self.order:
+            self.miss_beginning(name, line)
             return
         going_on = [rest[1:] for rest in self.order if rest and rest[0] == name]
         if going_on:
@@ -386,17 +395,29 @@ class Reader:
         later = [rest[rest.index(name) + 1:] for rest in self.order if name in rest]
         self.order = later or self.order
 
+    def miss_beginning(self, name: str, line: Line) -> None:
+        """Parts of a test that has an order never run alone: what is seen of them is the rest of a whole."""
+        for order in self.grammar.orders.values():
+            if any(name in part for part in (order.sections, *order.branches)) and not self.run.problems:
+                self.run.problems.append(f"line {line.number}: the part '{name}' comes without '{order.sections[0]}', "
+                                         "which begins the test: the beginning is missing")
+
 
 class ExpectedWriter(Writer):
     """Takes from a good run what to expect of others."""
 
     def __init__(self) -> None:
         self.expected = Expected()
+        self.begun: Counter[str] = Counter()
+        self.checks: dict[str, int] = {}
+
+    def section_begins(self, section: Section) -> None:
+        self.begun[section.name] += 1
+        self.checks = self.expected.passed.setdefault((section.name, self.begun[section.name]), {})
 
     def check(self, check: Check) -> None:
         if check.outcome == PASSED:
-            key = (check.section.name, check.name)
-            self.expected.passed[key] = self.expected.passed.get(key, 0) + 1
+            self.checks[check.name] = self.checks.get(check.name, 0) + 1
 
 
 def read_source(reader: Reader, source: str, lines: Iterable[TextLine], facts: dict[str, str] | None = None) -> None:

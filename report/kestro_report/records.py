@@ -55,6 +55,7 @@ class Measurement:
     section: "Section"
     line: Line
     limits: tuple[Limit, ...] = ()
+    series: str = ""  # the curve that it is a point of
 
     @property
     def broken(self) -> list[Limit]:

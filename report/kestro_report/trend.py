@@ -1,17 +1,18 @@
 """The command trend: what many runs tell together."""
 
-import sys
-from contextlib import ExitStack, nullcontext
+from contextlib import ExitStack
 from typing import TextIO
 
 from markupsafe import Markup
 
 from kestro_report import grammar
-from kestro_report.command_line import Outputs, Parser, judged_by, page_options, read_input, settings_of, whole_number
+from kestro_report.command_line import read_named, settings_of, tell_notes
 from kestro_report.comparison import said_number
 from kestro_report.digest import Key
 from kestro_report.history import BOARDS_FOLLOWED, History, ValueHistory
-from kestro_report.inputs import check_input, open_input
+from kestro_report.inputs import check_input
+from kestro_report.options import Parser, add_page_options, judged_by, whole_number
+from kestro_report.outputs import Outputs, standard_output
 from kestro_report.reader import Reader
 from kestro_report.records import FAILED, INCOMPLETE, PASSED
 from kestro_report.verdict import ALL_PASSED
@@ -32,7 +33,7 @@ def parser_of_trend() -> Parser:
                     "yield, the checks that fail most, values that stand out, values that drift.")
     parser.add_argument("files", nargs="+", metavar="FILE", help="outputs, of one run or several; - is standard input")
     parser.add_argument("--top", metavar="N", type=whole_number, default=20, help="rows of each list; %(default)s")
-    page_options(parser)
+    add_page_options(parser)
     judged_by(parser)
     return parser
 
@@ -172,13 +173,10 @@ def command_trend(words: list[str]) -> int:
         page = outputs.open(options.html) if options.html else None
         reader = Reader(rules, [history], settings)
         for name in options.files:
-            source = open_input(name, {})
-            with source.stream if name != "-" else nullcontext():
-                read_input(reader, source)
+            read_named(reader, name, {})
         if page is not None:
             page.write(page_of(history))
         if not (options.quiet or outputs.prints_report):
-            Text(sys.stdout, history, options.top).write()
-    for note in settings.notes():
-        print(f"kestro_report: {note}", file=sys.stderr)
+            Text(standard_output(), history, options.top).write()
+    tell_notes(settings)
     return ALL_PASSED

@@ -190,6 +190,7 @@ void set_probe_environment(const launch_options &options) {
     if (!options.trace.empty()) {
         set("KESTRO_PROBE_TRACE", writable(options.trace, "--trace").string());
     }
+    set_if_given("KESTRO_PROBE_TRACE_OUTPUT", options.trace_output ? "1" : "");
     set_if_given("KESTRO_PROBE_STRICT", options.strict ? "1" : "");
     set_if_given("KESTRO_PROBE_FAIL_CALL", options.fail_call);
     set_if_given("KESTRO_PROBE_SIGNAL_CALL", options.signal_call);

@@ -25,6 +25,7 @@ void describe_options(CLI::App &app, launch_options &options) {
     app.add_option("--script", options.script, "results of driver calls")->type_name("FILE");
     app.add_flag("--strict", options.strict, "a call without a rule, or a rule left over, is exit status 99");
     app.add_option("--trace", options.trace, "where each driver call is written")->type_name("FILE");
+    app.add_flag("--trace-output", options.trace_output, "show in the trace what is printed, too");
     app.add_option("--replay", options.replay, "a trace whose calls are answered again")->type_name("FILE");
     app.add_option("--fail-call", options.fail_call, "the N-th driver call fails; N+: and all after it")
         ->type_name("N[+][=CODE]");
@@ -187,6 +188,9 @@ std::string library_named(std::string_view word) {
 void check_values(const launch_options &options) {
     if (options.clock != "real" && options.clock != "virtual") {
         throw launch_error("--clock", "'" + options.clock + "' is no clock", "right are real and virtual");
+    }
+    if (options.trace_output && options.trace.empty()) {
+        throw launch_error("--trace-output", "there is no trace to show the output in", "add --trace FILE");
     }
     if (!options.replay.empty() && (!options.script.empty() || options.strict)) {
         throw launch_error("--replay", "a recording answers every call by itself", "leave out --script and --strict");

@@ -22,10 +22,11 @@ struct launch_options {
     std::string run = "kestro_test"; // the program: a name beside the launcher, or a path
     std::string board = "mpu_master";
     std::string clock = "real";
-    std::string state;     // empty: the chassis' own below the user's state directory
-    std::string root;      // empty: the board's files in the state directory
-    std::string script;    // probe
-    std::string trace;     // probe
+    std::string state;  // empty: the chassis' own below the user's state directory
+    std::string root;   // empty: the board's files in the state directory
+    std::string script; // probe
+    std::string trace;  // probe
+    bool trace_output = false;
     std::string replay;    // probe
     std::string fail_call; // probe
     std::string signal_call;

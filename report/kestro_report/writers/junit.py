@@ -1,37 +1,36 @@
 """JUnit XML: a test suite for each section of a run, a test case for each check.
 
-The head of the file counts what comes behind it, so the suites wait in a temporary file until the end.
+The head of the file, and of each suite, counts what comes behind it, so cases wait in temporary files until then.
 """
 
+import re
+import shutil
 import tempfile
 from datetime import datetime, timezone
 from typing import TextIO
 from xml.sax.saxutils import escape, quoteattr
 
-from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORTED, Check, Line, Run, Section, Writer
+from kestro_report.records import FAILED, INCOMPLETE, MISSING, UNSUPPORTED, Check, Line, Run, Section, Writer
 
 # Output of a section beyond this is left out: readers of this format keep all of it in memory.
 LONGEST_OUTPUT = 1 << 20
+# So much waits in memory before a temporary file is made for it.
+IN_MEMORY = 1 << 20
+# Control characters have been written out before; of what is left XML forbids surrogates and two signs.
+FORBIDDEN = re.compile("[^\t\n\x20-\ud7ff\ue000-\ufffd\U00010000-\U0010ffff]")
 
 
 def xml_text(text: str) -> str:
-    """Control characters have been written out before; of what is left XML forbids surrogates and two signs."""
-    return "".join(sign if sign in "\t\n" or (sign >= " " and not 0xD800 <= ord(sign) <= 0xDFFF
-                                              and sign not in "\ufffe\uffff") else "?" for sign in text)
-
-
-def attribute(text: str) -> str:
-    return quoteattr(xml_text(text))
+    return FORBIDDEN.sub("?", text)
 
 
 def attributes(**values: object) -> str:
-    return "".join(f" {name}={attribute(str(value))}" for name, value in values.items() if value not in (None, ""))
+    return "".join(f" {name}={quoteattr(xml_text(str(value)))}" for name, value in values.items()
+                   if value not in (None, ""))
 
 
-def seconds_of(section: Section) -> str:
-    if section.began is None or section.ended is None:
-        return "0"
-    return f"{max(section.ended - section.began, 0):.3f}"
+def seconds_between(began: float | None, ended: float | None) -> float:
+    return 0.0 if began is None or ended is None else max(ended - began, 0.0)
 
 
 def moment(time: float | None) -> str | None:
@@ -41,29 +40,52 @@ def moment(time: float | None) -> str | None:
     return datetime.fromtimestamp(time, timezone.utc).strftime("%Y-%m-%dT%H:%M:%S")
 
 
+class Output:
+    """Lines of a section, as many as readers of the format can be asked to keep."""
+
+    def __init__(self) -> None:
+        self.lines: list[str] = []
+        self.size = 0
+
+    def add(self, text: str) -> None:
+        self.size += len(text) + 1
+        if self.size <= LONGEST_OUTPUT:
+            self.lines.append(text)
+
+    def element(self, name: str) -> str:
+        if not self.size:
+            return ""
+        lines = self.lines if self.size <= LONGEST_OUTPUT else [*self.lines, "(the rest is left out)"]
+        return f"    <{name}>{escape(xml_text(chr(10).join(lines)))}</{name}>\n"
+
+
 class JUnit(Writer):
     def __init__(self, stream: TextIO, title: str = "kestro_test") -> None:
         self.stream = stream
         self.title = title
-        self.suites = tempfile.TemporaryFile("w+", encoding="utf-8")
+        self.suites = tempfile.SpooledTemporaryFile(IN_MEMORY, "w+", encoding="utf-8")
+        self.cases = tempfile.SpooledTemporaryFile(IN_MEMORY, "w+", encoding="utf-8")
         self.total = {"tests": 0, "failures": 0, "errors": 0, "skipped": 0}
-        self.cases: list[str] = []
-        self.output: list[str] = []
-        self.output_size = 0
+        self.seconds = 0.0
+        self.output, self.unknown = Output(), Output()
 
     def section_begins(self, section: Section) -> None:
-        self.cases, self.output, self.output_size = [], [], 0
+        self.begin_suite()
+
+    def begin_suite(self) -> None:
+        self.cases.seek(0)
+        self.cases.truncate()
+        self.output, self.unknown = Output(), Output()
 
     def line(self, section: Section | None, line: Line) -> None:
         if section is None:
             return
-        self.output_size += len(line.text) + 1
-        if self.output_size <= LONGEST_OUTPUT:
-            self.output.append(line.text)
+        self.output.add(line.text)
+        if line.kind == "unknown":
+            self.unknown.add(f"line {line.number} is unknown: {line.text}")
 
     def check(self, check: Check) -> None:
         at = {"line": check.line.number} if check.line else {}
-        case = (f"    <testcase{attributes(name=check.name, classname=self.class_of(check.section), **at)} time=\"0\"")
         inner = ""
         if check.bad:
             message = check.means or (check.line.text.strip() if check.line else "missing")
@@ -71,7 +93,12 @@ class JUnit(Writer):
             inner = f"<failure{attributes(message=message, type=check.outcome)}>{escape(xml_text(said))}</failure>"
         elif check.outcome == UNSUPPORTED:
             inner = f"<skipped{attributes(message='the board does not support it')}/>"
-        self.cases.append(f"{case}>{inner}</testcase>\n" if inner else f"{case}/>\n")
+        self.write_case(attributes(name=check.name, classname=self.class_of(check.section), **at), inner)
+
+    def write_case(self, said: str, inner: str) -> None:
+        """No line tells how long a single check took."""
+        self.cases.write(f"    <testcase{said} time=\"0\">{inner}</testcase>\n" if inner else
+                         f"    <testcase{said} time=\"0\"/>\n")
 
     def class_of(self, section: Section) -> str:
         run = section.run
@@ -79,8 +106,9 @@ class JUnit(Writer):
         return f"{name}.{section.name}" if section.name else name
 
     def section_ends(self, section: Section) -> None:
+        """A section with nothing but unknown lines is shown, so that they are seen."""
         counts = section.counts
-        if any(counts.values()):
+        if any(counts.values()) or self.unknown.size:
             bad = counts[FAILED] + counts[MISSING]
             self.write_suite(section, sum(counts.values()), failures=bad, skipped=counts[UNSUPPORTED])
 
@@ -88,20 +116,21 @@ class JUnit(Writer):
         counts = {"tests": tests, "failures": failures, "errors": errors, "skipped": skipped}
         for name, number in counts.items():
             self.total[name] += number
-        run = section.run
-        self.suites.write(f"  <testsuite{attributes(name=self.suite_name(section), **counts)}"
-                          f"{attributes(time=seconds_of(section), timestamp=moment(section.began))}"
-                          f"{attributes(hostname=run.facts.get('dut'))}>\n")
-        facts = {"command": run.command, "serial": run.facts.get("serial"), "location": run.facts.get("location")}
-        given = [f"<property{attributes(name=name, value=value)}/>" for name, value in facts.items() if value]
+        seconds = seconds_between(section.began, section.ended)
+        self.seconds += seconds
+        self.suites.write(f"  <testsuite{attributes(name=self.suite_name(section), **counts, time=f'{seconds:.3f}')}"
+                          f"{attributes(timestamp=moment(section.began), hostname=section.run.facts.get('dut'))}>\n")
+        self.write_properties(section.run)
+        self.cases.seek(0)
+        shutil.copyfileobj(self.cases, self.suites)
+        self.suites.write(self.output.element("system-out") + self.unknown.element("system-err") + "  </testsuite>\n")
+
+    def write_properties(self, run: Run) -> None:
+        values = {"source": run.source, "command": run.command, "serial": run.facts.get("serial"),
+                  "location": run.facts.get("location")}
+        given = [f"<property{attributes(name=name, value=value)}/>" for name, value in values.items() if value]
         if given:
             self.suites.write("    <properties>" + "".join(given) + "</properties>\n")
-        self.suites.writelines(self.cases)
-        if self.output:
-            left_out = "\n(the rest is left out)" if self.output_size > LONGEST_OUTPUT else ""
-            said = escape(xml_text("\n".join(self.output) + left_out))
-            self.suites.write(f"    <system-out>{said}</system-out>\n")
-        self.suites.write("  </testsuite>\n")
 
     def suite_name(self, section: Section) -> str:
         return f"{section.run.title} / {section.name}" if section.name else section.run.title
@@ -110,19 +139,18 @@ class JUnit(Writer):
         """A run that did not end properly is an error of its own, so that nobody takes its passed checks for all."""
         if run.outcome != INCOMPLETE:
             return
-        section = Section("end of the run", run, 0, began=run.began, ended=run.ended)
-        said = "\n".join(run.problems)
-        self.cases = [f"    <testcase{attributes(name='the run ended properly', classname=self.class_of(section))} "
-                      f"time=\"0\"><error{attributes(message=run.problems[0], type='incomplete')}>"
-                      f"{escape(xml_text(said))}</error></testcase>\n"]
-        self.output, self.output_size = [], 0
+        section = Section("end of the run", run, 0, began=run.ended, ended=run.ended)
+        said = escape(xml_text("\n".join(run.problems)))
+        self.begin_suite()
+        self.write_case(attributes(name="the run ended properly", classname=self.class_of(section)),
+                        f"<error{attributes(message=run.problems[0], type='incomplete')}>{said}</error>")
         self.write_suite(section, 1, errors=1)
 
     def report_ends(self) -> None:
         self.stream.write('<?xml version="1.0" encoding="UTF-8"?>\n')
-        self.stream.write(f"<testsuites{attributes(name=self.title, **self.total)}>\n")
+        self.stream.write(f"<testsuites{attributes(name=self.title, **self.total, time=f'{self.seconds:.3f}')}>\n")
         self.suites.seek(0)
-        while chunk := self.suites.read(1 << 16):
-            self.stream.write(chunk)
+        shutil.copyfileobj(self.suites, self.stream)
         self.stream.write("</testsuites>\n")
         self.suites.close()
+        self.cases.close()

@@ -3,12 +3,20 @@
 import json
 from typing import TextIO
 
-from kestro_report.records import INCOMPLETE, UNSUPPORTED, Check, Measurement, Run, Section, Writer
+from kestro_report.records import INCOMPLETE, UNSUPPORTED, Check, Line, Measurement, Run, Section, Writer
 
 
 def described(text: str) -> str:
     """A number sign would begin a directive, a backslash escapes."""
     return " ".join(text.replace("\\", "\\\\").replace("#", "\\#").split())
+
+
+def quoted(value: object) -> str:
+    """JSON is YAML too, and needs no rules for quotes; but signs that YAML takes for line ends, or for none, need an
+    escape."""
+    text = json.dumps(value, ensure_ascii=False)
+    return text if text.isprintable() else "".join(
+        sign if sign.isprintable() else f"\\U{ord(sign):08x}" for sign in text)
 
 
 class Tap(Writer):
@@ -19,25 +27,31 @@ class Tap(Writer):
     def print(self, text: str) -> None:
         self.stream.write(text + "\n")
 
+    def comment(self, text: str) -> None:
+        self.print(f"# {' '.join(text.split())}")
+
     def report_begins(self) -> None:
         self.print("TAP version 14")
 
     def run_begins(self, run: Run) -> None:
-        self.print(f"# {described(run.title)}")
+        self.comment(run.title)
 
     def section_begins(self, section: Section) -> None:
         if section.name:
-            self.print(f"# {described(section.name)}")
+            self.comment(section.name)
+
+    def line(self, section: Section | None, line: Line) -> None:
+        if line.kind == "unknown":
+            self.comment(f"line {line.number} is unknown: {line.text}")
 
     def point(self, is_good: bool, name: str, directive: str = "") -> None:
         self.count += 1
         self.print(f"{'ok' if is_good else 'not ok'} {self.count} - {described(name)}{directive}")
 
     def block(self, values: dict[str, object]) -> None:
-        """JSON is YAML too, and needs no rules for quotes."""
         self.print("  ---")
         for name, value in values.items():
-            self.print(f"  {name}: {json.dumps(value, ensure_ascii=False)}")
+            self.print(f"  {name}: {quoted(value)}")
         self.print("  ...")
 
     def check(self, check: Check) -> None:
@@ -50,7 +64,7 @@ class Tap(Writer):
             self.block({name: value for name, value in values.items() if value not in (None, "", [])})
 
     def measurement(self, measurement: Measurement) -> None:
-        self.print(f"# {described(measurement.name)}: {measurement.value:g} {measurement.unit}")
+        self.comment(f"{measurement.name}: {measurement.value:.10g} {measurement.unit}")
 
     def run_ends(self, run: Run) -> None:
         if run.outcome == INCOMPLETE:
@@ -58,4 +72,4 @@ class Tap(Writer):
             self.block({"problems": run.problems})
 
     def report_ends(self) -> None:
-        self.print(f"1..{self.count}")
+        self.print(f"1..{self.count}" + ("" if self.count else " # SKIP nothing was read"))
