@@ -1,18 +1,19 @@
 """The command diff: what has changed between two outputs of a board."""
 
 import argparse
-from contextlib import ExitStack
+import sys
+from contextlib import ExitStack, nullcontext
 from typing import TextIO
 
 from kestro_report import grammar
-from kestro_report.command_line import read_named, settings_of, tell_notes
 from kestro_report.comparison import MOVED, TITLES, UNKNOWN, WORSE, Change, Pair, comparison
 from kestro_report.digest import DigestWriter, RunDigest
 from kestro_report.errors import InputError
-from kestro_report.inputs import check_input
-from kestro_report.options import Parser, add_page_options, judged_by
-from kestro_report.outputs import Outputs, is_coloured, standard_output
+from kestro_report.inputs import check_input, open_input
+from kestro_report.options import Parser, judged_by, page_options
+from kestro_report.outputs import Outputs
 from kestro_report.reader import Reader, Settings
+from kestro_report.reading import read_input, settings_of, tell_notes
 from kestro_report.texts import printable
 from kestro_report.units import Tolerances
 from kestro_report.verdict import ALL_PASSED, CHECK_FAILED, NOT_ENDED
@@ -49,14 +50,16 @@ def parser_of_diff() -> Parser:
     parser.add_argument("before", metavar="BEFORE", help="output of before; - is standard input")
     parser.add_argument("after", metavar="AFTER", help="output of now; - is standard input")
     parser.add_argument("--tolerance", metavar="N%", action="append", default=[], help=TOLERANCES)
-    add_page_options(parser)
+    page_options(parser)
     judged_by(parser)
     return parser
 
 
 def read_runs(name: str, rules: grammar.Grammar, settings: Settings) -> list[RunDigest]:
     keeper = Keeper(name)
-    read_named(Reader(rules, [keeper], settings), name, {})
+    source = open_input(name, {})
+    with source.stream if name != "-" else nullcontext():
+        read_input(Reader(rules, [keeper], settings), source)
     return keeper.runs
 
 
@@ -136,11 +139,10 @@ def command_diff(words: list[str]) -> int:
     options = parser_of_diff().parse_args(words)
     if options.before == options.after == "-":
         raise InputError("BEFORE and AFTER cannot both be standard input")
-    options.files = [options.before, options.after]
     tolerances = tolerances_of(options)
     rules = grammar.load()
     settings = settings_of(options, rules)
-    for name in options.files:
+    for name in (options.before, options.after):
         check_input(name)
     with ExitStack() as stack:
         outputs = Outputs(options, stack)
@@ -152,7 +154,6 @@ def command_diff(words: list[str]) -> int:
                               after=printable(options.after), conclusion=conclusion(pairs), worse=WORSE,
                               worse_runs=status_of(pairs) != ALL_PASSED))
         if not (options.quiet or outputs.prints_report):
-            stream = standard_output()
-            Text(stream, is_coloured(stream, options.color)).write(pairs, options.before, options.after)
+            Text(sys.stdout, outputs.in_colour).write(pairs, options.before, options.after)
     tell_notes(settings)
     return status_of(pairs)

@@ -32,7 +32,7 @@ def seconds(text: str) -> float:
 
 
 def whole_number(text: str) -> int:
-    if not (text.isascii() and text.isdigit() and len(text) < 9 and int(text) > 0):
+    if not (text.isascii() and text.isdigit() and 0 < int(text[:9]) and len(text) < 9):
         raise argparse.ArgumentTypeError(f"'{text}' is no number of rows; a whole number above 0 is wanted")
     return int(text)
 
@@ -46,12 +46,11 @@ def judged_by(parser: argparse.ArgumentParser) -> argparse._ArgumentGroup:
     return judged
 
 
-def add_page_options(parser: argparse.ArgumentParser) -> None:
+def page_options(parser: argparse.ArgumentParser) -> None:
     """Of the commands that look at several runs: a page beside their text, or in its place."""
     parser.add_argument("--html", metavar="FILE", help="a page that needs nothing else; - is standard output")
     parser.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the text")
     parser.add_argument("--quiet", action="store_true", help="no text, the exit status only")
-    parser.set_defaults(expect=None, trace=None)
 
 
 def add_report_options(parser: argparse.ArgumentParser) -> None:

@@ -370,11 +370,14 @@ class Reader:
     def take_banner(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
         name = named(rule, rule.check or "{name}", values)
         if not rule.within:
-            self.follow_order(name, line)
+            self.follow_order(rule, name, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
 
-    def follow_order(self, name: str, line: Line) -> None:
-        for order in self.grammar.orders.values():
+    def follow_order(self, rule: Rule, name: str, line: Line) -> None:
+        orders = [order for order in self.grammar.orders.values() if order.banner == rule.source_text.rstrip()]
+        if not orders:
+            return
+        for order in orders:
             if name == order.sections[0]:
                 if self.order or self.section.name:
                     self.end_run("the same test begins anew before it has ended: it was cut off, "

@@ -1,19 +1,20 @@
 """The command trend: what many runs tell together."""
 
-from contextlib import ExitStack
+import sys
+from contextlib import ExitStack, nullcontext
 from typing import TextIO
 
 from markupsafe import Markup
 
 from kestro_report import grammar
-from kestro_report.command_line import read_named, settings_of, tell_notes
 from kestro_report.comparison import said_number
 from kestro_report.digest import Key
 from kestro_report.history import BOARDS_FOLLOWED, History, ValueHistory
-from kestro_report.inputs import check_input
-from kestro_report.options import Parser, add_page_options, judged_by, whole_number
-from kestro_report.outputs import Outputs, standard_output
+from kestro_report.inputs import check_input, open_input
+from kestro_report.options import Parser, judged_by, page_options, whole_number
+from kestro_report.outputs import Outputs
 from kestro_report.reader import Reader
+from kestro_report.reading import read_input, settings_of, tell_notes
 from kestro_report.records import FAILED, INCOMPLETE, PASSED
 from kestro_report.verdict import ALL_PASSED
 from kestro_report.writers.pages import line_of_values, render
@@ -33,7 +34,7 @@ def parser_of_trend() -> Parser:
                     "yield, the checks that fail most, values that stand out, values that drift.")
     parser.add_argument("files", nargs="+", metavar="FILE", help="outputs, of one run or several; - is standard input")
     parser.add_argument("--top", metavar="N", type=whole_number, default=20, help="rows of each list; %(default)s")
-    add_page_options(parser)
+    page_options(parser)
     judged_by(parser)
     return parser
 
@@ -139,7 +140,7 @@ def head_of(history: History) -> list[str]:
         first, last = sum(board.first == PASSED for board in boards), sum(board.last == PASSED for board in boards)
         lines.append(f"{first} of {len(boards)} boards passed in their first run "
                      f"({percent(first, len(boards))}), {last} in their last")
-    if history.runs > len(boards) and any(values.not_followed for values in history.values.values()):
+    if any(values.not_followed for values in history.values.values()):
         lines.append(f"Drift is looked for on {BOARDS_FOLLOWED} of the boards only.")
     return lines
 
@@ -173,10 +174,12 @@ def command_trend(words: list[str]) -> int:
         page = outputs.open(options.html) if options.html else None
         reader = Reader(rules, [history], settings)
         for name in options.files:
-            read_named(reader, name, {})
+            source = open_input(name, {})
+            with source.stream if name != "-" else nullcontext():
+                read_input(reader, source)
         if page is not None:
             page.write(page_of(history))
         if not (options.quiet or outputs.prints_report):
-            Text(standard_output(), history, options.top).write()
+            Text(sys.stdout, history, options.top).write()
     tell_notes(settings)
     return ALL_PASSED

@@ -2,12 +2,8 @@
 
 from pathlib import Path
 
-from kestro_report import grammar
-
 VOLTAGES = {0: ("12V0 input", 12040), 2: ("1V0 processor core", 1004), 3: ("0V9 switch core", 903)}
 TEMPERATURES = {0: ("air inlet", 25), 1: ("processor", 62)}
-# The sections behind the one of the temperatures, on a board that is no main one.
-OTHERS = grammar.load().orders["board_onekey_test"].sections[3:]
 END = "cmd_exec used second:0\ncmd_exec used millisecond:850\n"
 
 
@@ -21,19 +17,14 @@ def temperature_line(number: int, celsius: int, prefix: str = "Success:") -> str
     return f"{prefix} get temperature_id {number:<3} value is {celsius}. desc: {TEMPERATURES[number][0]}\n"
 
 
-def banner(section: str) -> str:
-    return f"##### {section} test begin \n"
-
-
 def output(voltages: dict[int, int] | None = None, temperatures: dict[int, int] | None = None, more: str = "",
            end: str = END) -> str:
-    """A self-test of which two sections say something; voltages and temperatures differ from the usual ones where they
-    are given."""
+    """Two sections of a self-test; voltages and temperatures differ from the usual ones where they are given."""
     rails = {number: value for number, (_, value) in VOLTAGES.items()} | (voltages or {})
     sensors = {number: value for number, (_, value) in TEMPERATURES.items()} | (temperatures or {})
-    return (banner("board mng") + banner("voltage") + "".join(voltage_line(*each) for each in rails.items())
-            + "\n" + banner("temperature") + "".join(temperature_line(*each) for each in sensors.items())
-            + more + "".join(map(banner, OTHERS)) + end)
+    return ("\n*********   voltage test begin:  ********\n" + "".join(voltage_line(*each) for each in rails.items())
+            + "\n*********   temperature test begin:  ********\n" + "".join(temperature_line(*each) for each in sensors.items())
+            + more + end)
 
 
 def written(path: Path, text: str, facts: str = "") -> str:

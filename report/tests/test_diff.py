@@ -56,7 +56,7 @@ def test_what_passed_and_now_fails_is_worse(diff):
     assert "! temperature: temperature 1: passed and now fails\n" in diff.out
     assert "before: line 9: Success: get temperature_id 1" in diff.out
     assert "now: line 9: Error: temperature get fail. temperature_id 1 ret 0x81110103" in diff.out
-    assert "run 1, beginning with 'board mng': passed -> FAILED" in diff.out and "1 of 1 run got worse" in diff.out
+    assert "run 1, beginning with 'voltage': passed -> FAILED" in diff.out and "1 of 1 run got worse" in diff.out
     assert diff.out.count("passed and now fails") == 1
 
 
@@ -109,7 +109,7 @@ def test_a_check_changes_by_how_often_it_passed_and_failed(before, after, kind):
 def test_a_line_that_nobody_knows_is_told_when_it_is_new(diff):
     good, text = output(), "the hamster has left the wheel\n"
     assert diff(good, good.replace(END, text + END)) == 0
-    assert "line 29: the hamster has left the wheel: is a line that nobody knows" in diff.out
+    assert "line 10: the hamster has left the wheel: is a line that nobody knows" in diff.out
     assert diff(good.replace(END, text + END), good.replace(END, text + END)) == 0 and "hamster" not in diff.out
 
 
