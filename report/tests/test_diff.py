@@ -8,7 +8,7 @@ from small_outputs import END, output, temperature_line, written
 
 from kestro_report import command_line
 from kestro_report.comparison import (GONE, MISSING, NEW, NEW_FAILURE, NOW_FAILS, NOW_PASSES, STILL_FAILS,
-                                      check_change)
+                                      check_change, said_number)
 from kestro_report.digest import CheckDigest
 from kestro_report.errors import InputError
 from kestro_report.records import Line
@@ -301,3 +301,9 @@ def test_a_file_name_that_is_no_text_is_no_obstacle(tmp_path, capsys):
     assert "log\\xff.txt" in capsys.readouterr().out
 
 
+
+
+@pytest.mark.parametrize("value, said", [(2097152.0, "2097152"), (0.0, "0"), (-12.0, "-12"), (0.0312345678, "0.0312346"),
+                                         (1e300, "1e+300"), (float("inf"), "inf")])
+def test_numbers_are_said_in_full_where_they_are_whole(value, said):
+    assert said_number(value) == said
