@@ -110,6 +110,7 @@ def test_a_line_that_nobody_knows_is_told_when_it_is_new(diff):
     good, text = output(), "the hamster has left the wheel\n"
     assert diff(good, good.replace(END, text + END)) == 0
     assert "line 10: the hamster has left the wheel: is a line that nobody knows" in diff.out
+    assert diff(good, good.replace(END, text * 3 + END)) == 0 and diff.out.count("hamster") == 1
     assert diff(good.replace(END, text + END), good.replace(END, text + END)) == 0 and "hamster" not in diff.out
 
 
@@ -150,6 +151,8 @@ def test_a_part_for_all_does_not_take_in_temperatures_and_counters():
     assert tolerances.is_moved(1000, 1011, "mV") and not tolerances.is_moved(1000, 1010, "mV")
     assert not tolerances.is_moved(0, 1e9, "count")
     assert not tolerances.is_moved(0, 0, "byte") and tolerances.is_moved(0, 1, "byte")
+    tolerances.take("V=10%")  # of 0.3 to 0.33 it is a hair more in binary
+    assert not tolerances.is_moved(0.3, 0.33, "V") and tolerances.is_moved(0.3, 0.3301, "V")
     assert tolerances.is_moved(1, float("inf"), "mV") and not tolerances.is_moved(float("inf"), float("inf"), "mV")
     assert tolerances.is_moved(float("inf"), 1, "mV")
 
