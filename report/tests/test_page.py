@@ -219,7 +219,8 @@ def test_nothing_in_an_output_is_markup() -> None:
 
 def test_bytes_that_are_no_text_are_written_out() -> None:
     name = b"board-\xff\x07.txt".decode("utf-8", "surrogateescape")
-    text = page_of(BAD.encode().replace(b"what no", b"what \xfe\x02 no"), names=[name], facts={"dut": "\u202erack\udcfe"})
+    text = page_of(BAD.encode().replace(b"what no", b"what \xfe\x02 no"), names=[name], 
+                   facts={"dut": "\u202erack\udcfe"})
     text.encode("utf-8")
     assert r"what \xfe\x02 no" in text and r"board-\xff\x07.txt" in text and r"\u202erack\xfe" in text
 
@@ -362,16 +363,18 @@ def query(command: str, answer: str) -> str:
 
 def test_fan_curves_of_queries_one_by_one() -> None:
     log = "".join(query(*each) for each in (
-        ("fan_get_speed_percent 15 0", "drv_fan_get_speed_percent:50"), ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
+        ("fan_get_speed_percent 15 0", "drv_fan_get_speed_percent:50"),
+        ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
         # The percent belongs to another fan, or is from before a change: no point.
-        ("fan_get_speed_percent 15 1", "drv_fan_get_speed_percent:70"), ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
+        ("fan_get_speed_percent 15 1", "drv_fan_get_speed_percent:70"),
+        ("fan_get_speed 15 0", "drv_fan_get_speed:6100"),
         ("fan_set_speed_percent 15 1 90", "drv_fan_set_speed_percent success percent:90"),
         ("fan_get_speed 15 1", "drv_fan_get_speed:9100")))
     assert chart_rows(tree_of(page_of(log))) == [["FAN15-0", "50", "6000"]]
 
 
 def test_a_row_without_a_percent_gets_none_of_another_table() -> None:
-    lone = FANS.format(40, 4800, 4700).replace("40%(", "N/A(") + FANS.format(80, "N/A", "N/A")
+    lone = FANS.format(40, 4800, 4700).replace("40%(", "N/A(").replace(END, "") + FANS.format(80, "N/A", "N/A")
     assert "<figure>" not in page_of(lone) and "<figure>" in page_of(lone + FANS.format(80, 9600, 9500))
 
 
@@ -394,14 +397,16 @@ def test_curves_of_the_shifts_have_a_line_for_each_fan() -> None:
     assert [each.text for each in tree.first("section", "fans").first("thead").all("th")] == ["Fan", "shift", "W"]
 
 
-@pytest.mark.parametrize("values, step, top", [([9], 2, 10), ([12000], 2000, 12000), ([0.3], 0.05, 0.3), ([], 0.2, 1)])
+@pytest.mark.parametrize("values, step, top", [([9], 2, 10), ([12000], 2000, 12000), ([0.3], 0.05, 0.3),
+                                               ([], 0.2, 1)])
 def test_axis_ends_at_a_round_number(values: list[float], step: float, top: float) -> None:
     axis = figures.axis_of("rpm", values)
     assert axis.step == pytest.approx(step) and axis.top == pytest.approx(top)
 
 
 def test_more_fans_than_can_be_told_apart_are_in_the_table() -> None:
-    rows = "".join(f"FAN15  {fan}       Normal    50%({6000 + fan} )   12000     24        10        5\n" for fan in range(10))
+    rows = "".join(f"FAN15  {fan}       Normal    50%({6000 + fan} )   12000     24        10        5\n"
+                   for fan in range(10))
     tree = tree_of(page_of(rows + END))
     assert len(tree.first("svg", "chart").all("", "series")) == figures.SERIES
     assert "2 more in the table only" in tree.first("ul", "legend").text and len(chart_rows(tree)) == 10
