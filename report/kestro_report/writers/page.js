@@ -60,8 +60,8 @@
     tally.shown += shown;
     const isEmpty = !each.rows.length && fits && isWhole && want.kinds.size === kinds.length;
     each.element.hidden = !shown && !isEmpty;
-    const isSifted = want.section || want.kinds.size < kinds.length || !isWhole;
-    each.element.open = isSifted ? shown > 0 : each.wasOpen;
+    each.isSifted = want.section || want.kinds.size < kinds.length || !isWhole;
+    each.isFound = shown > 0;
     return shown;
   };
 
@@ -79,6 +79,16 @@
     run.article.hidden = !run.isFound;
   };
 
+  // What is found is shown at once, unless it is more than anybody reads: to open it all would take seconds.
+  const MOST_OPENED = 500;
+  const openFound = (found) => {
+    for (const run of index.runs) {
+      for (const each of run.sections) {
+        each.element.open = each.isSifted && found <= MOST_OPENED ? each.isFound : each.wasOpen;
+      }
+    }
+  };
+
   // What was open before the first filter is open again behind the last one.
   const rememberOpen = () => {
     for (const run of index.runs) { for (const each of run.sections) { each.wasOpen = each.element.open; } }
@@ -94,6 +104,7 @@
     if (!isFiltered) { rememberOpen(); }
     isFiltered = !want.isAll;
     for (const run of index.runs) { filterRun(run, want, tally); }
+    openFound(tally.shown);
     const found = new Set(index.runs.filter((run) => run.isFound).map((run) => run.number));
     let runs = 0;
     for (const row of index.rows) {
