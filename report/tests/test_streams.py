@@ -10,7 +10,7 @@ from pathlib import Path
 import pytest
 
 from kestro_report import grammar
-from kestro_report.reader import Settings
+from kestro_report.reader import LONGEST_KEPT, Settings
 from kestro_report.records import INCOMPLETE, KEPT
 from kestro_report.texts import CHUNK, LONGEST, text_lines
 from kestro_report.verdict import exit_status
@@ -218,7 +218,14 @@ def test_a_line_without_an_end_takes_no_memory(usual_peak: int):
 
 def test_a_long_line_within_a_run_is_cut_and_unknown(rules):
     _, recorder = reading(rules, BANNER + PASSED_LINE + "x" * (3 * LONGEST) + "\n" + END)
-    assert [len(line.text) for line in recorder.runs[0].unknown_lines] == [LONGEST]
+    assert [len(line.text) for line in recorder.lines if line.kind == "unknown"] == [LONGEST]
+    assert [line.text for line in recorder.runs[0].unknown_lines] == ["x" * LONGEST_KEPT + " ..."]
+
+
+def test_long_lines_take_no_memory_either(usual_peak: int):
+    lines = (f"{number} {'x' * 60_000}\n".encode() for number in range(3000))
+    ended, peak = peak_of(lambda: (BANNER.encode(), *lines, END.encode()))
+    assert ended == 3 and peak < usual_peak + 32
 
 
 def test_a_long_line_keeps_the_number_of_the_lines_behind_it(rules):
