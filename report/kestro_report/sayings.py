@@ -16,7 +16,7 @@ PREFIX = re.compile(r"^\s*(?:Success|Error|Info|Fail)\w*\s*:\s*")
 NAMES = {"begin": "{name}"}
 
 # So many lines are remembered, and none that is longer: memory does not grow with the log.
-MOST_REMEMBERED = 20_000
+MOST_REMEMBERED = 5_000
 LONGEST_REMEMBERED = 400
 
 
