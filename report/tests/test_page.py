@@ -12,7 +12,7 @@ from page_samples import (BAD, BAD_LINE, CUT, END, FANS, GOOD, UNKNOWN_LINE, Ele
 from kestro_report.command_line import main
 from kestro_report.reader import Expected, Settings
 from kestro_report.records import Check, Limit, Line, Measurement, Run, Section
-from kestro_report.writers import figures, page, page_runs
+from kestro_report.writers import curves, figures, page, page_runs
 
 WRITERS = Path(page.__file__).parent
 HOSTILE = "<script>window.hurt = 1</script><!-- ]]> </style></p> & \" ' <img src=x onerror=hurt()>"
@@ -174,7 +174,7 @@ def test_nothing_read_is_no_pass() -> None:
 
 
 def test_missing_check_has_no_line() -> None:
-    expected = Settings(expected=Expected({("voltage", "voltage 9"): 1}))
+    expected = Settings(expected=Expected({("voltage", 1): {"voltage 9": 1}}))
     failure = tree_of(page_of(GOOD, settings=expected)).first("ol", "failures").all("li")[0]
     assert "voltage 9" in failure.text and "missing" in failure.text and failure.all("a") == []
 
@@ -340,8 +340,8 @@ def chart_rows(tree: Element) -> list[list[str]]:
 
 def test_fan_curves_join_the_tables_of_several_runs() -> None:
     tree = tree_of(page_of(FANS.format(80, 9600, 9500) + FANS.format(40, 4800, 4700)))
-    assert chart_rows(tree) == [["fan 15-0", "40", "4800"], ["fan 15-0", "80", "9600"],
-                                ["fan 15-1", "40", "4700"], ["fan 15-1", "80", "9500"]]
+    assert chart_rows(tree) == [["FAN15-0", "40", "4800"], ["FAN15-0", "80", "9600"],
+                                ["FAN15-1", "40", "4700"], ["FAN15-1", "80", "9500"]]
     lines = tree.first("svg", "chart").all("polyline")
     assert len(lines) == 2 and len(lines[0].get("points").split()) == 2
     left, right = ([float(part) for part in place.split(",")] for place in lines[0].get("points").split())
@@ -359,14 +359,51 @@ def test_fan_curves_of_queries_one_by_one() -> None:
         ("fan_get_speed_percent 15 1", "drv_fan_get_speed_percent:70"), ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
         ("fan_set_speed_percent 15 1 90", "drv_fan_set_speed_percent success percent:90"),
         ("fan_get_speed 15 1", "drv_fan_get_speed:9100")))
-    assert chart_rows(tree_of(page_of(log))) == [["fan 15-0", "50", "6000"]]
+    assert chart_rows(tree_of(page_of(log))) == [["FAN15-0", "50", "6000"]]
+
+
+SHIFTS = """[FAN15]
+[FAN15-{fan}]: 
+Current Shift: 5
+Max Shift    : 2
+Shift   MaxPower   MaxSpeed
+1       {0}          1200
+2       24         12000
+"""
+
+
+def test_curves_of_the_shifts_have_a_line_for_each_fan() -> None:
+    tree = tree_of(page_of(SHIFTS.format(1, fan=0) + SHIFTS.format(3, fan=1) + END))
+    titles = [each.text for each in tree.all("figcaption")]
+    assert titles == ["board-1.txt: max power by shift", "board-1.txt: max speed by shift"]
+    assert chart_rows(tree) == [["FAN15-0", "1", "1"], ["FAN15-0", "2", "24"], ["FAN15-1", "1", "3"],
+                                ["FAN15-1", "2", "24"]]
+    assert [each.text for each in tree.first("section", "fans").first("thead").all("th")] == ["Fan", "shift", "W"]
+
+
+@pytest.mark.parametrize("values, step, top", [([9], 2, 10), ([12000], 2000, 12000), ([0.3], 0.05, 0.3), ([], 0.2, 1)])
+def test_axis_ends_at_a_round_number(values: list[float], step: float, top: float) -> None:
+    axis = figures.axis_of("rpm", values)
+    assert axis.step == pytest.approx(step) and axis.top == pytest.approx(top)
 
 
 def test_more_fans_than_can_be_told_apart_are_in_the_table() -> None:
-    rows = "".join(f"FAN15  {fan}       Normal    50%(6000 )   12000     24        10        5\n" for fan in range(10))
+    rows = "".join(f"FAN15  {fan}       Normal    50%({6000 + fan} )   12000     24        10        5\n" for fan in range(10))
     tree = tree_of(page_of(rows + END))
     assert len(tree.first("svg", "chart").all("", "series")) == figures.SERIES
     assert "2 more in the table only" in tree.first("ul", "legend").text and len(chart_rows(tree)) == 10
+
+
+def test_curves_that_are_the_same_are_drawn_once() -> None:
+    tree = tree_of(page_of(FANS.format(40, 4800, 4800)))
+    assert [each.text.strip() for each in tree.first("ul", "legend").all("li")] == ["FAN15-0, FAN15-1"]
+    assert len(tree.first("svg", "chart").all("", "series")) == 1 and len(chart_rows(tree)) == 2
+
+
+def test_curves_are_bounded(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr(curves, "CHARTS", 2)
+    tree = tree_of(page_of(*[FANS.format(40, 4800, 4700)] * 5))
+    assert len(tree.all("figure")) == 2 and "6 points of further curves" in tree.first("footer").text
 
 
 def test_what_fails_most_is_told_for_several_runs() -> None:
@@ -381,7 +418,7 @@ def test_what_fails_most_is_told_for_several_runs() -> None:
 
 def test_option_writes_the_page(tmp_path: Path, capsys: pytest.CaptureFixture) -> None:
     output, result = tmp_path / "board.txt", tmp_path / "page.html"
-    output.write_text(BAD)
+    output.write_text("Error: get fan15 num fail\n" + END)
     assert main(["--html", str(result), "--name", "Bench 4", "--quiet", str(output)]) == 1
     assert tree_of(result.read_text()).first("h1").text == "Bench 4"
     assert main(["--html", "-", "--name", "Bench 4", str(output)]) == 1
