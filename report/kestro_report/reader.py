@@ -19,6 +19,9 @@ OUTCOME_WORDS = re.compile(r"\s+(?:test\s+)?(?:pass|fail|success|is)\b.*|[.:,]?\
 NUMBER = re.compile(r"(?:0x)?[0-9a-fA-F]+|[-+]?\d+")
 PREFIX = re.compile(r"^\s*(?:Success|Error|Info|Fail)\w*\s*:\s*")
 
+# Where a test tells of its parts, what it tells of itself stands in a part of its own.
+WHOLE = "the test as a whole"
+
 LimitsOf = Callable[[Measurement], tuple[Limit, ...]]
 CallsOf = Callable[[Check], tuple[str, ...]]
 
@@ -267,6 +270,8 @@ class Reader:
             self.begin_run(line.time)
         if rule.kind == "begin":
             self.take_banner(rule, values, line)
+        elif rule.of_run and self.judges_itself and self.section.name not in ("", WHOLE):
+            self.begin_section(WHOLE, line)
         self.run.lines += 1
         if rule.kind != "data":
             self.text_follows = rule.text_follows

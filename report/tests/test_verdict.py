@@ -96,9 +96,8 @@ def test_parts_that_are_missing_or_out_of_order(banners, problem):
     assert [each.split(": a part is missing")[0] for each in run.problems] == [problem]
 
 
-def test_a_part_of_the_order_alone_needs_no_other():
-    """A test of one part alone prints its banner too; only the first part begins the whole test."""
-    assert read(RELAYS, GOOD, END).run.outcome == PASSED
+def test_a_run_that_begins_in_the_middle_of_the_order():
+    assert read(RELAYS, GOOD, MASTER, GOOD, END).run.outcome == INCOMPLETE
 
 
 def test_a_test_that_begins_anew_is_two_runs():
