@@ -1,26 +1,25 @@
 """The command line of kestro_report."""
 
 import dataclasses
+import importlib
 import io
 import os
 import sys
 import time
-from argparse import Namespace
 from collections.abc import Callable, Iterable, Iterator
 from contextlib import ExitStack, nullcontext
 from pathlib import Path
 
 from kestro_report import VERSION, grammar, live
 from kestro_report.errors import InputError
-from kestro_report.inputs import Input, check_input, open_input
-from kestro_report.limits import Limits
+from kestro_report.inputs import check_input, open_input
 from kestro_report.options import ENDS, facts_given, parser_of_read, parser_of_run
 from kestro_report.outputs import Outputs
 from kestro_report.progress import progress_if_seen
-from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
+from kestro_report.reader import Reader
+from kestro_report.reading import ended, read_input, settings_of
 from kestro_report.texts import TextLine, text_lines
-from kestro_report.trace import Trace
-from kestro_report.verdict import TOOL_AT_FAULT, exit_status
+from kestro_report.verdict import TOOL_AT_FAULT
 
 
 def top_help() -> str:
@@ -34,43 +33,6 @@ def top_help() -> str:
             "  diff    compares two runs of a board\n"
             "  trend   looks at many runs, of one board or many\n\n"
             "Each has a --help of its own; --version prints the version.\n\n" + ENDS + "\n")
-
-
-def expected_of(rules: grammar.Grammar, name: str) -> Expected:
-    """What a good run passes. A run that is not good cannot tell."""
-    writer = ExpectedWriter()
-    reader = Reader(rules, [writer])
-    source = open_input(name, {})
-    with source.stream:
-        read_input(reader, source)
-    if reader.run_count > 1:
-        raise InputError(f"{name}: it holds {reader.run_count} runs; --expect wants the output of one")
-    if exit_status(reader.outcomes) != 0:
-        raise InputError(f"{name}: this run is not a good one; --expect wants the output of a run that passed")
-    return writer.expected
-
-
-def settings_of(options: Namespace, rules: grammar.Grammar, is_live: bool = False) -> Settings:
-    settings = Settings(ignore=tuple(options.ignore))
-    if options.limits or options.description:
-        limits = Limits(Path(options.limits) if options.limits else None,
-                        Path(options.description) if options.description else None)
-        settings.limits_of = limits.of
-        settings.notes.append(limits.unused)
-    if options.expect:
-        settings.expected = expected_of(rules, options.expect)
-    if options.trace:
-        trace = Trace(Path(options.trace), is_to_come=is_live)
-        settings.calls_of = trace.calls_of
-        settings.notes.append(trace.notes)
-    return settings
-
-
-def read_input(reader: Reader, source: Input) -> None:
-    reader.begin_source(source.name, source.facts, source.facts.get("command", ""))
-    for line in text_lines(source.read):
-        reader.feed(line)
-    reader.end_source()
 
 
 def command_read(words: list[str]) -> int:
@@ -133,16 +95,15 @@ def command_run(words: list[str]) -> int:
     return ended(reader, settings)
 
 
-def ended(reader: Reader, settings: Settings) -> int:
-    for note in (note for notes in settings.notes for note in notes()):
-        print(f"kestro_report: {note}", file=sys.stderr)
-    return exit_status(reader.outcomes)
-
-
 def command_of(words: list[str]) -> tuple[Callable[[list[str]], int], list[str]]:
-    commands = {"read": command_read, "run": command_run}
-    if words and words[0] in commands:
-        return commands[words[0]], words[1:]
+    match words[:1]:
+        case ["read"]:
+            return command_read, words[1:]
+        case ["run"]:
+            return command_run, words[1:]
+        case ["diff"] | ["trend"]:  # loaded when asked for: the others need nothing that they build on
+            module = importlib.import_module(f"kestro_report.{words[0]}")
+            return getattr(module, f"command_{words[0]}"), words[1:]
     return command_read, words
 
 

@@ -142,7 +142,9 @@ def pattern_of(rule: Rule) -> tuple[str, int, str, dict[str, str]]:
 
 @dataclass(slots=True, frozen=True)
 class Order:
-    """The banners of a test that prints them in a fixed order; one of the branches may follow."""
+    """The banners of a test that prints them in a fixed order; one of the branches may follow. Other tests may have
+    parts of the same names, with banners of other texts."""
+    banner: str
     sections: tuple[str, ...]
     branches: tuple[tuple[str, ...], ...]
 
@@ -211,7 +213,7 @@ def rules_of(data: dict) -> list[Rule]:
 
 def load(path: Path = GRAMMAR) -> Grammar:
     data = parsed(path.read_text(encoding="utf-8"))
-    orders = {name: Order(tuple(order["sections"]), tuple(tuple(each) for each in order["branches"]))
+    orders = {name: Order(order["banner"].rstrip(), tuple(order["sections"]), tuple(tuple(each) for each in order["branches"]))
               for name, order in data.get("orders", {}).items()}
     return indexed(Grammar(rules_of(data), orders, frozenset(data.get("untimed", ())),
                            frozenset(data.get("judging", ()))))

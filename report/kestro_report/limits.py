@@ -7,16 +7,12 @@ from pathlib import Path
 
 import yaml
 
-from kestro_report.description import thresholds_of
-from kestro_report.errors import InputError
+from kestro_report.description import GREATEST, LEAST, thresholds_of
+from kestro_report.errors import InputError, read_text_file
 from kestro_report.records import Limit, Measurement
+from kestro_report.units import UNITS, factor_between
 
-# Units of one quantity, each with its factor to the first of them. A temperature has one unit only.
-QUANTITIES = ({"mV": 1.0, "V": 1000.0, "uV": 0.001}, {"mA": 1.0, "A": 1000.0, "uA": 0.001},
-              {"mW": 1.0, "W": 1000.0, "uW": 0.001, "kW": 1e6}, {"ms": 1.0, "s": 1000.0, "us": 0.001, "min": 60000.0},
-              {"MHz": 1.0, "kHz": 0.001, "Hz": 1e-6, "GHz": 1000.0},
-              {"byte": 1.0, "KiB": 1024.0, "MiB": 1048576.0})
-GREATEST, LEAST, EQUAL = "LESS_THAN_OR_EQUAL", "GREATER_THAN_OR_EQUAL", "EQUAL"
+EQUAL = "EQUAL"
 # What a limits file says of a bound: the bound's type and how much it weighs.
 BOUNDS = {"min": (LEAST, "alarm"), "max": (GREATEST, "alarm"), "equal": (EQUAL, "alarm"),
           "warning_min": (LEAST, "warning"), "warning_max": (GREATEST, "warning")}
@@ -41,30 +37,27 @@ class LimitRule:
         return all(fnmatchcase(name, pattern) for pattern, name in names)
 
 
-def factor_between(unit: str, wanted: str) -> float | None:
-    """What a value of a unit is multiplied by to be one of the wanted unit; None where they measure different things."""
-    if unit == wanted:
-        return 1.0
-    for units in QUANTITIES:
-        if unit in units and wanted in units:
-            return units[unit] / units[wanted]
-    return None
-
-
 def place(file: Path, node: yaml.Node) -> str:
     return f"{file}: line {node.start_mark.line + 1}"
 
 
 def composed(file: Path) -> yaml.Node | None:
+    data = read_text_file(file, "a file with limits")
     try:
-        return yaml.compose(file.read_text(encoding="utf-8"), Loader=yaml.SafeLoader)
+        text = data.decode("utf-8-sig")
+        return yaml.compose(text, Loader=yaml.SafeLoader)
     except yaml.MarkedYAMLError as error:
-        line = f"line {error.problem_mark.line + 1}" if error.problem_mark else "line 1"
-        raise InputError(f"{file}: {line}: no YAML: {error.problem or error.context}") from error
-    except (yaml.YAMLError, UnicodeDecodeError) as error:
-        raise InputError(f"{file}: no YAML text: {' '.join(str(error).split())}") from error
-    except OSError as error:
-        raise InputError(f"{file}: {error.strerror}; a file with limits is wanted") from error
+        mark = error.problem_mark or error.context_mark
+        said = error.problem or error.context or "not readable"
+        raise InputError(f"{file}: line {mark.line + 1 if mark else 1}: no YAML: {said}") from error
+    except yaml.reader.ReaderError as error:
+        line = text.count("\n", 0, error.position) + 1
+        raise InputError(f"{file}: line {line}: no YAML: a control character") from error
+    except UnicodeDecodeError as error:
+        line = data.count(b"\n", 0, error.start) + 1
+        raise InputError(f"{file}: line {line}: no text in UTF-8") from error
+    except RecursionError as error:
+        raise InputError(f"{file}: no limits: lists within lists, too deep to be any") from error
 
 
 def number_of(file: Path, key: str, node: yaml.Node) -> float:
@@ -89,7 +82,7 @@ def entry_of(file: Path, node: yaml.Node) -> LimitRule:
         raise InputError(f"{place(file, node)}: a limit is 'measurement: NAME' with min, max or equal below it")
     rule, seen = LimitRule(place(file, node), ""), set()
     for key_node, value in node.value:
-        key = str(key_node.value)
+        key = key_node.value if isinstance(key_node, yaml.ScalarNode) else "a list"
         if key not in KEYS:
             raise InputError(f"{place(file, key_node)}: unknown name '{key}'; there are {', '.join(KEYS)}")
         if key in seen:
@@ -99,6 +92,8 @@ def entry_of(file: Path, node: yaml.Node) -> LimitRule:
             rule.bounds[key] = number_of(file, key, value)
         else:
             setattr(rule, key, text_of(file, key, value))
+        if key == "unit" and rule.unit not in UNITS:
+            raise InputError(f"{place(file, value)}: there is no unit '{rule.unit}'; there are {', '.join(UNITS)}")
     return checked(rule)
 
 
@@ -116,7 +111,7 @@ def checked(rule: LimitRule) -> LimitRule:
 def load_limits(file: Path) -> list[LimitRule]:
     root = composed(file)
     if not isinstance(root, yaml.MappingNode) or [key.value for key, _ in root.value] != ["limits"]:
-        raise InputError(f"{file}: line 1: 'limits:' with a list below it is wanted")
+        raise InputError(f"{file}: line 1: 'limits:' with a list below it is wanted, and nothing else")
     entries = root.value[0][1]
     if not isinstance(entries, yaml.SequenceNode):
         raise InputError(f"{place(file, entries)}: below 'limits:' stands a list; its items begin with '- '")
@@ -149,12 +144,13 @@ class Limits:
         return tuple(found)
 
     def described(self, measurement: Measurement) -> Iterator[Limit]:
-        """A section's measurements begin with what they are and the number that the description has them by."""
-        kind, _, rest = measurement.name.partition(" ")
-        number = rest.partition(" ")[0]
-        for name, value, where in self.thresholds.get((kind, number), ()):
-            severity, _, end = name.partition("_")
-            yield Limit(LEAST if end == "low" else GREATEST, value, f"{where}: {name}", severity)
+        """A name says first what is measured and its number, then what the board calls it, which is no part of it."""
+        name = measurement.name
+        found = self.thresholds.get(name) or self.thresholds.get(" ".join(name.split(" ", 2)[:2]), ())
+        for threshold in found:
+            factor = factor_between(threshold.unit, measurement.unit)
+            if factor is not None:
+                yield Limit(threshold.type, threshold.value * factor, threshold.where, threshold.severity)
 
     def unused(self) -> list[str]:
         return [f"{rule.where}: no measurement is called '{rule.measurement}'"

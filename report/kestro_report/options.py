@@ -31,6 +31,28 @@ def seconds(text: str) -> float:
     return number
 
 
+def whole_number(text: str) -> int:
+    if not (text.isascii() and text.isdigit() and 0 < int(text[:9]) and len(text) < 9):
+        raise argparse.ArgumentTypeError(f"'{text}' is no number of rows; a whole number above 0 is wanted")
+    return int(text)
+
+
+def judged_by(parser: argparse.ArgumentParser) -> argparse._ArgumentGroup:
+    judged = parser.add_argument_group("what it is judged by")
+    judged.add_argument("--limits", metavar="FILE", help="limits of measurements, YAML")
+    judged.add_argument("--description", metavar="FILE", help="board description whose thresholds are limits, XML")
+    judged.add_argument("--ignore", metavar="REGEX", type=regular_expression, action="append", default=[],
+                        help="lines that are not kestro_test's; may be given again")
+    return judged
+
+
+def page_options(parser: argparse.ArgumentParser) -> None:
+    """Of the commands that look at several runs: a page beside their text, or in its place."""
+    parser.add_argument("--html", metavar="FILE", help="a page that needs nothing else; - is standard output")
+    parser.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the text")
+    parser.add_argument("--quiet", action="store_true", help="no text, the exit status only")
+
+
 def add_report_options(parser: argparse.ArgumentParser) -> None:
     formats = parser.add_argument_group("formats; FILE may be - for standard output")
     formats.add_argument("--junit", metavar="FILE", help="JUnit XML: a suite for each section")
@@ -39,13 +61,9 @@ def add_report_options(parser: argparse.ArgumentParser) -> None:
     formats.add_argument("--html", metavar="FILE", help="a page that needs nothing else")
     formats.add_argument("--color", choices=("auto", "always", "never"), default="auto", help="of the summary")
     formats.add_argument("--quiet", action="store_true", help="no summary, the exit status only")
-    judged = parser.add_argument_group("what it is judged by")
-    judged.add_argument("--limits", metavar="FILE", help="limits of measurements, YAML")
-    judged.add_argument("--description", metavar="FILE", help="board description whose thresholds are limits, XML")
+    judged = judged_by(parser)
     judged.add_argument("--expect", metavar="OUTPUT", help="output of a good run: checks that it has must be there")
     judged.add_argument("--trace", metavar="FILE", help="the probe's trace of the run: calls behind each failed check")
-    judged.add_argument("--ignore", metavar="REGEX", type=regular_expression, action="append", default=[],
-                        help="lines that are not kestro_test's; may be given again")
     about = parser.add_argument_group("whose run it is")
     about.add_argument("--dut", metavar="NAME", help="name of the device under test")
     about.add_argument("--serial", metavar="NUMBER", help="its serial number")

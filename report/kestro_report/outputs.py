@@ -12,6 +12,7 @@ from kestro_report.errors import InputError
 from kestro_report.records import Writer
 from kestro_report.writers.junit import JUnit
 from kestro_report.writers.ocp import OcpLines
+from kestro_report.writers.page import Page
 from kestro_report.writers.summary import Summary
 from kestro_report.writers.tap import Tap
 
@@ -58,6 +59,11 @@ class Outputs:
         except OSError as error:
             raise InputError(f"{name}: {error.strerror}; a file that can be written is wanted") from error
 
+    @property
+    def in_colour(self) -> bool:
+        colour = self.options.color
+        return colour == "always" or (colour == "auto" and standard_output().isatty())
+
     def add_formats(self) -> list[Writer]:
         for option, make in format_makers().items():
             name = getattr(self.options, option)
@@ -69,10 +75,9 @@ class Outputs:
     def add_summary(self) -> None:
         if self.options.quiet or self.prints_report:
             return
-        stream, colour = standard_output(), self.options.color
-        in_colour = colour == "always" or (colour == "auto" and stream.isatty())
+        stream = standard_output()
         many = len(getattr(self.options, "files", ())) > 1
-        self.writers.append(Summary(stream, in_colour, is_short=many))
+        self.writers.append(Summary(stream, self.in_colour, is_short=many))
 
 
 def standard_output() -> TextIO:
@@ -82,14 +87,16 @@ def standard_output() -> TextIO:
 
 
 def inputs_of(options: argparse.Namespace) -> list[str]:
-    names = [options.limits, options.description, options.expect, options.trace, *getattr(options, "files", ())]
+    options_of_files = ("limits", "description", "expect", "trace", "before", "after")
+    names = [*(getattr(options, option, None) for option in options_of_files), *getattr(options, "files", ())]
     return [name for name in names if name and name != "-"]
 
 
 def format_makers() -> dict[str, Callable[[TextIO, argparse.Namespace], Writer]]:
     return {"junit": lambda stream, options: JUnit(stream, options.name or "kestro_test"),
             "tap": lambda stream, options: Tap(stream),
-            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options))}
+            "jsonl": lambda stream, options: OcpLines(stream, options.name or "", parameters_of(options)),
+            "html": lambda stream, options: Page(stream, options.name or "")}
 
 
 def parameters_of(options: argparse.Namespace) -> dict[str, object]:

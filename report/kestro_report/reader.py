@@ -68,6 +68,11 @@ def default_name(text: str) -> str:
     return " ".join((OUTCOME_WORDS.sub("", text, count=1) or text).split())
 
 
+def said_of(measurement: Measurement, limit: Limit) -> str:
+    unit = measurement.unit
+    return f"{measurement.value:g} {unit} is {limit.side} {limit.value:g} {unit} ({limit.source})."
+
+
 def outcome_of_code(number: float | None) -> str:
     if not number:
         return PASSED
@@ -340,12 +345,16 @@ class Reader:
             if self.settings.limits_of:
                 measurement.limits = self.settings.limits_of(measurement)
             self.tell("measurement", measurement)
-            broken = [limit for limit in measurement.broken if limit.severity == "alarm"]
-            if broken:
-                limit = broken[0]
-                self.add_check(Check(f"{measurement.name} within limits", FAILED, self.section, line,
-                                     f"{measurement.value:g} {measurement.unit} is beyond {limit.value:g} "
-                                     f"{measurement.unit} ({limit.source})."))
+            self.judge_measurement(measurement)
+
+    def judge_measurement(self, measurement: Measurement) -> None:
+        """What has a limit is a check of its own; a warning is told and fails nothing."""
+        if not any(limit.severity == "alarm" for limit in measurement.limits):
+            return
+        broken = [limit for limit in measurement.broken if limit.severity == "alarm"]
+        means = said_of(measurement, broken[0]) if broken else ""
+        self.add_check(Check(f"{measurement.name} within limits", FAILED if broken else PASSED, measurement.section,
+                             measurement.line, means))
 
     def add_check(self, check: Check) -> None:
         self.just_failed = check.name if check.bad else ""
@@ -366,11 +375,14 @@ class Reader:
     def take_banner(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
         name = named(rule, rule.check or "{name}", values)
         if not rule.within:
-            self.follow_order(name, line)
+            self.follow_order(rule, name, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
 
-    def follow_order(self, name: str, line: Line) -> None:
-        for order in self.grammar.orders.values():
+    def follow_order(self, rule: Rule, name: str, line: Line) -> None:
+        orders = [order for order in self.grammar.orders.values() if order.banner == rule.source_text.rstrip()]
+        if not orders:
+            return
+        for order in orders:
             if name == order.sections[0]:
                 if self.order or self.section.name:
                     self.end_run("the same test begins anew before it has ended: it was cut off, "

@@ -32,6 +32,11 @@ class Limit:
     source: str  # file and line, or element, that says so
     severity: str = "alarm"  # a "warning" bound does not fail the check
 
+    @property
+    def side(self) -> str:
+        """Where a value stands that breaks it."""
+        return {"LESS_THAN_OR_EQUAL": "above", "GREATER_THAN_OR_EQUAL": "below"}.get(self.type, "not")
+
     def holds(self, value: float) -> bool:
         match self.type:
             case "LESS_THAN_OR_EQUAL":

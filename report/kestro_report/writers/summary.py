@@ -2,7 +2,9 @@
 
 from typing import TextIO
 
-from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORTED, Check, Run, Section, Writer
+from kestro_report.reader import said_of
+from kestro_report.records import (FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORTED, Check, Measurement, Run, Section,
+                                   Writer)
 
 COLOURS = {PASSED: "32", FAILED: "31", MISSING: "31", INCOMPLETE: "35", UNSUPPORTED: "33"}
 WORDS = {PASSED: "passed", FAILED: "FAILED", MISSING: "MISSING", INCOMPLETE: "NOT COMPLETE", UNSUPPORTED: "-"}
@@ -23,6 +25,8 @@ class Summary(Writer):
         self.is_short = is_short
         self.outcomes: dict[str, int] = {}
         self.sections: list[tuple[str, dict[str, int], str]] = []
+        self.warnings: list[str] = []
+        self.warned = 0
 
     def coloured(self, outcome: str, width: int = 0) -> str:
         word = WORDS[outcome].ljust(width)
@@ -32,7 +36,15 @@ class Summary(Writer):
         print(text, file=self.stream)
 
     def run_begins(self, run: Run) -> None:
-        self.sections = []
+        self.sections, self.warnings, self.warned = [], [], 0
+
+    def measurement(self, measurement: Measurement) -> None:
+        for limit in measurement.broken:
+            if limit.severity == "warning":
+                self.warned += 1
+                if len(self.warnings) < SHOWN:
+                    where = f"{measurement.section.name}: " if measurement.section.name else ""
+                    self.warnings.append(f"{where}{measurement.name}: {said_of(measurement, limit)}")
 
     def section_ends(self, section: Section) -> None:
         if section.name or any(section.counts.values()):
@@ -48,6 +60,7 @@ class Summary(Writer):
         more = run.counts[FAILED] + run.counts[MISSING] - min(len(run.failures), SHOWN)
         if more > 0:
             self.print(f"    and {more} more")
+        self.print_warnings()
         self.print_unknown(run)
         if not self.is_short:
             self.print_sections()
@@ -68,6 +81,12 @@ class Summary(Writer):
             self.print(f"        {check.means}")
         for call in check.calls:
             self.print(f"        call: {call}")
+
+    def print_warnings(self) -> None:
+        for text in self.warnings:
+            self.print(f"    {'warning':7}  {text}")
+        if self.warned > len(self.warnings):
+            self.print(f"    and {counted(self.warned - len(self.warnings), 'warning')} more")
 
     def print_unknown(self, run: Run) -> None:
         if run.unknown:
