@@ -27,9 +27,9 @@ SHOWN = 50
 ENDS = """exit status: 0 nothing got worse; 1 something did: a check that passed fails or is missing, a new one fails, a
 value moved beyond the tolerance or is not measured any more; 2 this tool or its input is at fault; 3 a run did not end
 properly, so that nobody knows"""
-TOLERANCES = """how far a value may move: 5%% is for all units with a usual part, UNIT=N%%, UNIT=N or UNIT=any for one unit
-(mV=2%%, degC=10, byte=any); may be given again. Usual are 5 %%, for temperatures 10 degC, for times half of them, and for
-counters anything"""
+TOLERANCES = """how far a value may move: 5%% is for all units with a usual part, UNIT=N%%, UNIT=N or UNIT=any for one
+unit (mV=2%%, degC=10, byte=any); may be given again. Usual are 5 %%, for temperatures 10 degC, for times half of them,
+and for counters anything"""
 
 
 class Keeper(DigestWriter):

@@ -20,9 +20,9 @@ from kestro_report.verdict import ALL_PASSED
 from kestro_report.writers.pages import line_of_values, render
 from kestro_report.writers.summary import WORDS, counted
 
-ENDS = """A board is known by its serial number or its name (NAME.facts.yaml beside NAME.txt), otherwise by its file. What
-is usual is the median of all runs; the runs' times are the log's stamps or 'began', otherwise the files' order counts.
-exit status: 0 the report is made, whatever it says; 2 this tool or its input is at fault"""
+ENDS = """A board is known by its serial number or its name (NAME.facts.yaml beside NAME.txt), otherwise by its file.
+What is usual is the median of all runs; the runs' times are the log's stamps or 'began', otherwise the files' order
+counts. exit status: 0 the report is made, whatever it says; 2 this tool or its input is at fault"""
 # Rows of one table on the page.
 ROWS = 500
 # Points of a drawing, and those of them that are marked.
@@ -95,7 +95,8 @@ class Text:
         worst = worst_boards(self.history)
         rows = [[str(board.runs), str(board.outcomes[FAILED]), str(board.outcomes[INCOMPLETE]), WORDS[board.last],
                  board.name] for board in worst[:self.top]]
-        self.table("Boards with runs that did not pass", ["runs", "failed", "not complete", "last", ""], rows, len(worst))
+        self.table("Boards with runs that did not pass", ["runs", "failed", "not complete", "last", ""], rows,
+                   len(worst))
 
     def print_checks(self) -> None:
         failing = self.history.failing()
@@ -108,7 +109,8 @@ class Text:
     def print_irregular(self) -> None:
         irregular = self.history.irregular()
         rows = [[str(self.history.absent(check)), str(check.passed), where(key)] for key, check in irregular[:self.top]]
-        self.table("Checks that are not in every run of their command", ["not there", "passed", ""], rows, len(irregular))
+        self.table("Checks that are not in every run of their command", ["not there", "passed", ""], rows,
+                   len(irregular))
 
     def print_outliers(self) -> None:
         outliers = self.history.outliers()

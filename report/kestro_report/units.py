@@ -19,7 +19,7 @@ UNITS = (*(unit for units in QUANTITIES for unit in units), *ALONE)
 
 
 def factor_between(unit: str, wanted: str) -> float | None:
-    """What a value of a unit is multiplied by to be one of the wanted unit; None where they measure different things."""
+    """What a value is multiplied by to be one of the wanted unit; None where the units measure different things."""
     if unit == wanted:
         return 1.0
     for units in QUANTITIES:
@@ -77,8 +77,8 @@ class Tolerances:
         form = FORM.fullmatch(text)
         unit = form["unit"] if form else None
         if form is None or (unit is None and not form["percent"]):
-            raise InputError(f"--tolerance {text}: a part such as 5%, or a unit with a part, a value or 'any' is wanted: "
-                             "mV=2%, degC=10, byte=any")
+            raise InputError(f"--tolerance {text}: a part such as 5%, or a unit with a part, a value or 'any' is "
+                             "wanted: mV=2%, degC=10, byte=any")
         if unit is None:
             self.of_all = float(form["number"]) / 100
         elif unit not in UNITS:

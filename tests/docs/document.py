@@ -17,8 +17,9 @@ import re
 from dataclasses import dataclass, field
 from pathlib import Path
 
-OURS = r"(?:scripts/\w+|bench/\w+|report/bin/\w+|\.ci/run|(?:build/)?kestro_(?:sim|test|call))"
-COMMAND = re.compile(rf"^(?:[A-Z_]+=\S+ )*(?:{OURS}|cmake|ctest|scp|ssh|cat|cp|mkdir|printf|echo|xxd|diff|grep)(?= |$)")
+OURS = r"(?:scripts/\w+|bench/\w+|report/bin/\w+|\.ci/run|(?:build/)?kestro_(?:sim|test|call)|fleet/lava/kestro-lava)"
+TOOLS = "cmake|ctest|scp|ssh|ansible-playbook|lava-run|cat|cp|mkdir|printf|echo|xxd|diff|grep"
+COMMAND = re.compile(rf"^(?:[A-Z_]+=\S+ )*(?:{OURS}|{TOOLS})(?= |$)")
 PLACEHOLDER = re.compile(r"[\[<…]|\.\.\.|\b[A-Z]{2,}\b(?!=)|\bN\b")
 
 

@@ -62,7 +62,8 @@ class Scripts(unittest.TestCase):
         self.assert_fails_with_a_line(run, script, "cannot write", "build")
 
     def test_there_are_scripts(self) -> None:
-        known = {"scripts/run", "scripts/test", "scripts/lint", "scripts/setup", "bench/run", "bench/selftest", ".ci/run"}
+        known = {"scripts/run", "scripts/test", "scripts/lint", "scripts/setup", "bench/run", "bench/selftest", "bench/fleet",
+                 ".ci/run"}
         self.assertLessEqual(known, set(SCRIPTS))
 
     def test_help_is_shown_in_either_spelling(self) -> None:
@@ -155,6 +156,14 @@ class Scripts(unittest.TestCase):
 
     def test_selftest_bench_says_that_build_belongs_to_somebody_else(self) -> None:
         self.assert_refused_as_another_user("bench/selftest")
+
+    def test_fleet_bench_says_that_build_belongs_to_somebody_else(self) -> None:
+        self.assert_refused_as_another_user("bench/fleet")
+
+    def test_fleet_bench_names_what_it_cannot_take(self) -> None:
+        self.assert_fails_with_a_line(self.call("bench/fleet", "--boards", "0"), "--boards 0")
+        (self.elsewhere / "file").write_text("", encoding="utf-8")
+        self.assert_fails_with_a_line(self.call("bench/fleet", "--keep", str(self.elsewhere)), str(self.elsewhere))
 
     def test_lint_says_that_build_belongs_to_somebody_else(self) -> None:
         self.tool("clang-format", "exit 0")

@@ -1,8 +1,9 @@
-"""Drawings of the page: values against their limits, parts of a run along time, and fan curves. All inline SVG.
+"""Drawings of the page: values against their limits, parts of a run along time, and curves. All inline SVG.
 
 Colours and line widths are the style sheet's; a drawing has classes only, because the page forbids inline styles.
 """
 
+import math
 from collections.abc import Sequence
 from dataclasses import dataclass, field
 
@@ -138,42 +139,66 @@ def time_bar(began: float, ended: float, first: float, last: float, outcome: str
                      f'height="12"/>')
 
 
-# --- fan curves -------------------------------------------------------------------------------------------------------
+# --- curves -----------------------------------------------------------------------------------------------------------
 
 CHART_WIDTH, CHART_HEIGHT = 360, 220
 LEFT, RIGHT, TOP, BOTTOM = 46, 10, 10, 34
 # More lines than this in one drawing nobody tells apart.
 SERIES = 8
 
+Point = tuple[float, float]
+
 
 def round_step(greatest: float) -> float:
-    """The distance of grid lines: 1, 2 or 5 times a power of ten, so that four to nine of them are enough."""
-    step = 1.0
-    while step * 10 <= greatest / 2:
-        step *= 10
+    """The distance of grid lines: 1, 2 or 5 times a power of ten, so that three to six of them are enough."""
+    step = 10.0 ** math.floor(math.log10(greatest / 6))
     return next((step * factor for factor in (1, 2, 5) if greatest / (step * factor) <= 6), step * 10)
 
 
-def chart_point(percent: float, rpm: float, top_rpm: float) -> tuple[float, float]:
-    x = LEFT + (CHART_WIDTH - LEFT - RIGHT) * min(max(percent, 0), 100) / 100
-    return x, CHART_HEIGHT - BOTTOM - (CHART_HEIGHT - TOP - BOTTOM) * rpm / top_rpm
+@dataclass(slots=True, frozen=True)
+class Axis:
+    """From zero to a round number above all values."""
+    label: str
+    step: float
+    count: int
+
+    @property
+    def top(self) -> float:
+        return self.step * self.count
+
+    @property
+    def marks(self) -> list[float]:
+        return [number * self.step for number in range(self.count + 1)]
 
 
-def chart_grid(step: float, top_rpm: float) -> list[str]:
+def axis_of(label: str, values: Sequence[float]) -> Axis:
+    greatest = max([0.0, *values]) or 1.0
+    if label == "percent":
+        return Axis(label, 20, max(5, math.ceil(greatest / 20)))
+    step = round_step(greatest)
+    return Axis(label, step, max(math.ceil(greatest / step - 1e-9), 1))
+
+
+def chart_place(x: float, y: float, across: Axis, up: Axis) -> Point:
+    return (LEFT + (CHART_WIDTH - LEFT - RIGHT) * max(x, 0) / across.top,
+            CHART_HEIGHT - BOTTOM - (CHART_HEIGHT - TOP - BOTTOM) * max(y, 0) / up.top)
+
+
+def chart_grid(across: Axis, up: Axis) -> list[str]:
     parts = []
-    for number in range(round(top_rpm / step) + 1):
-        _, y = chart_point(0, number * step, top_rpm)
+    for value in up.marks:
+        _, y = chart_place(0, value, across, up)
         parts.append(f'<line class="grid" x1="{LEFT}" x2="{CHART_WIDTH - RIGHT}" y1="{coordinate(y)}" '
                      f'y2="{coordinate(y)}"/><text class="axis" x="{LEFT - 5}" y="{coordinate(y + 3.5)}" '
-                     f'text-anchor="end">{number * step:g}</text>')
-    for percent in range(0, 101, 20):
-        x, y = chart_point(percent, 0, top_rpm)
+                     f'text-anchor="end">{value:g}</text>')
+    for value in across.marks:
+        x, y = chart_place(value, 0, across, up)
         parts.append(f'<line class="grid" x1="{coordinate(x)}" x2="{coordinate(x)}" y1="{TOP}" y2="{coordinate(y)}"/>'
                      f'<text class="axis" x="{coordinate(x)}" y="{coordinate(y + 13)}" text-anchor="middle">'
-                     f'{percent}</text>')
+                     f'{value:g}</text>')
     parts.append(f'<text class="axis" x="{CHART_WIDTH - RIGHT}" y="{CHART_HEIGHT - 5}" text-anchor="end">'
-                 'percent of the full speed</text>'
-                 f'<text class="axis" x="{LEFT + 5}" y="{TOP + 10}">rpm</text>')
+                 f'{escape(across.label)}</text>'
+                 f'<text class="axis" x="{LEFT + 5}" y="{TOP + 10}">{escape(up.label)}</text>')
     return parts
 
 
@@ -193,21 +218,20 @@ def mark(number: int, x: float, y: float) -> str:
     return f'<polygon class="{name}" points="{points}"/>'
 
 
-def curve(number: int, points: Sequence[tuple[float, float]], top_rpm: float) -> str:
-    places = [chart_point(percent, rpm, top_rpm) for percent, rpm in points]
+def curve(number: int, points: Sequence[Point], across: Axis, up: Axis) -> str:
+    places = [chart_place(x, y, across, up) for x, y in points]
     path = " ".join(f"{coordinate(x)},{coordinate(y)}" for x, y in places)
     line = f'<polyline class="curve s{number}" points="{path}"/>' if len(places) > 1 else ""
     return line + "".join(mark(number, x, y) for x, y in places)
 
 
-def fan_chart(curves: Sequence[tuple[str, Sequence[tuple[float, float]]]], label: str) -> Markup:
-    """Percent against speed, a line for each fan; the points of one line are sorted by percent."""
-    greatest = max((rpm for _, points in curves for _, rpm in points), default=0) or 1.0
-    step = round_step(greatest)
-    top_rpm = step * (int(greatest / step) + (greatest % step > 0))
-    drawn = [curve(number, points, top_rpm) for number, (_, points) in enumerate(curves[:SERIES])]
+def chart(curves: Sequence[tuple[str, Sequence[Point]]], x_label: str, y_label: str, name: str) -> Markup:
+    """A line for each of the curves, whose points are sorted."""
+    across = axis_of(x_label, [x for _, points in curves for x, _ in points])
+    up = axis_of(y_label, [y for _, points in curves for _, y in points])
+    drawn = [curve(number, points, across, up) for number, (_, points) in enumerate(curves[:SERIES])]
     return Markup(f'<svg class="chart" viewBox="0 0 {CHART_WIDTH} {CHART_HEIGHT}" role="img" '
-                  f'aria-label="{escape(label)}">{"".join(chart_grid(step, top_rpm))}{"".join(drawn)}</svg>')
+                  f'aria-label="{escape(name)}">{"".join(chart_grid(across, up))}{"".join(drawn)}</svg>')
 
 
 def legend_mark(number: int) -> Markup:

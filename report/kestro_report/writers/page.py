@@ -20,7 +20,7 @@ from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORT
     Section, Writer
 from kestro_report.verdict import outcome_of
 from kestro_report.writers import figures
-from kestro_report.writers.fan_curves import Curves
+from kestro_report.writers.curves import Curves, alike
 from kestro_report.writers.page_runs import (OUTCOME_WORDS, KeptRun, KeptSection, counted, duration, fit, moment,
                                              quantities_of, said_of, short, time_line)
 
@@ -237,12 +237,16 @@ class Page(Writer):
 
     def charts(self) -> list[dict[str, object]]:
         charts = []
-        for device, fans in self.curves.devices.items():
-            curves = [(f"fan {fan.replace(' ', '-')}", sorted(points)) for fan, points in fans.items()]
-            charts.append({"device": device, "curves": curves, "legend": [
-                (figures.legend_mark(number), name) for number, (name, _) in enumerate(curves[:figures.SERIES])],
-                "not_drawn": len(curves[figures.SERIES:]),
-                "svg": figures.fan_chart(curves, f"Fan curves of {fit(device)}: percent against rpm, as in the table")})
+        for chart, lines in self.curves.charts.items():
+            curves = [(short(line), sorted(points)) for line, points in lines.items()]
+            drawn = alike(curves)
+            title = f"{short(chart.device)}: {short(chart.title)}"
+            charts.append({
+                "title": title, "across": chart.across, "up": chart.up, "curves": curves,
+                "legend": [(figures.legend_mark(number), name) for number, (name, _) in
+                           enumerate(drawn[:figures.SERIES])],
+                "not_drawn": len(drawn[figures.SERIES:]),
+                "svg": figures.chart(drawn, chart.across, chart.up, f"{title}, the values as in the table below")})
         return charts
 
     def notes(self) -> list[str]:
@@ -253,4 +257,6 @@ class Page(Writer):
                          "counted")
         if self.outside:
             notes.append(f"{counted(self.outside, 'line')} outside of the runs, such as boot messages")
+        if self.curves.left_out:
+            notes.append(f"{counted(self.curves.left_out, 'point')} of further curves")
         return notes

@@ -6,6 +6,9 @@ from pathlib import Path
 import jinja2
 from markupsafe import Markup
 
+from kestro_report import VERSION
+from kestro_report.writers.page import OUTCOME_WORDS, source_hash
+
 FOLDER = Path(__file__).parent
 # A drawing's size, in its own units.
 WIDTH, HEIGHT, EDGE = 160, 28, 3
@@ -18,8 +21,9 @@ def templates() -> jinja2.Environment:
 
 
 def render(name: str, **what: object) -> str:
-    style = Markup((FOLDER / "compared.css").read_text(encoding="utf-8"))
-    return templates().get_template(name).render(style=style, line_of_values=line_of_values, **what) + "\n"
+    style = "".join((FOLDER / file).read_text(encoding="utf-8") for file in ("page.css", "compared.css"))
+    return templates().get_template(name).render(style=Markup(style), style_hash=source_hash(style), words=OUTCOME_WORDS,
+                                                 line_of_values=line_of_values, version=VERSION, **what) + "\n"
 
 
 def line_of_values(values: list[float], marked: list[int] | None = None, title: str = "") -> Markup:
