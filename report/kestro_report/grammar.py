@@ -48,6 +48,7 @@ class Rule:
     within: str = ""
     text_follows: bool = False
     rows: tuple["Rule", ...] = ()  # lines of the text that follows; elsewhere they would say nothing
+    of_run: bool = False  # tells how the run as a whole ended, which is no part's fault
     after_end: bool = False  # comes behind the run's end line and still belongs to it
     example: str = ""
 
@@ -188,7 +189,7 @@ def rule_of(group: str, entry: dict) -> Rule:
     kind = next(key for key in entry if key in KINDS)
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
-    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "after_end", "example") if key in entry}
+    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "of_run", "after_end", "example") if key in entry}
     others["rows"] = tuple(rule_of(group, row) for row in entry.get("rows", ()))
     by = entry.get("by", "ret" if kind == "code" else "")
     return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)

@@ -18,6 +18,9 @@ PROMPT = re.compile(r"[#$>] ?(?:[\w./-]*/)?kestro_test +(?P<words>[a-z0-9]\w*_te
 SOUNDS_LIKE_A_CHECK = re.compile(r"^(?:Error|Success|Succ?ess)|\bfail|\berror\b", re.IGNORECASE)
 LONGEST_KEPT = 1000
 
+# Where a test tells of its parts, what it tells of itself stands in a part of its own.
+WHOLE = "the test as a whole"
+
 LimitsOf = Callable[[Measurement], tuple[Limit, ...]]
 CallsOf = Callable[[Check], tuple[str, ...]]
 
@@ -245,6 +248,8 @@ class Reader:
             self.begin_run(line.time)
         if rule.kind == "begin":
             self.take_banner(rule, saying.name, line)
+        elif rule.of_run and self.judges_itself and self.section.name not in ("", WHOLE):
+            self.begin_section(WHOLE, line)
         self.run.lines += 1
         if rule.kind != "data":
             self.text_follows = rule.text_follows

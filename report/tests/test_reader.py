@@ -143,6 +143,17 @@ def test_sections_count_what_is_theirs():
     assert kept.run.counts == {PASSED: 1, FAILED: 1, UNSUPPORTED: 1, "missing": 0}
 
 
+def test_what_a_test_tells_of_itself_is_no_fault_of_its_last_part():
+    kept = read("Success: rail 2 is 5mV", "supply 1 begins", BAD, "supply 2 begins", GOOD, "sum 0x1", "sum 0x0", END,
+                "kestro_test operate rail_set fail! ")
+    assert [(check.section.name, check.name) for check in kept.checks if check.bad] == [
+        ("supplies: 1", "board weld check"), ("the test as a whole", "sum"), ("the test as a whole", "rail_set")]
+    # One without parts has no place to be confused with.
+    assert {check.section.name for check in read("Success: rail 2 is 5mV", "sum 0x1", END).checks} == {""}
+    # A sub-command's own section is the one that its result belongs to.
+    assert [check.section.name for check in read("supply 1 begins", "sum 0x1", END).checks] == ["supplies: 1"]
+
+
 def test_time_stamps_are_those_of_runs_sections_and_lines():
     kept = read(f"2026-03-01T10:00:00Z {RAILS}", f"2026-03-01T10:00:02Z {GOOD}", f"2026-03-01T10:00:05Z {RELAYS}",
                 f"2026-03-01T10:00:09Z {END}")
