@@ -52,6 +52,8 @@ bool start_showing_output() {
         return false;
     }
     begun_line = new std::string;
+    // A line is shown when it is printed and not when an area is full.
+    setvbuf(stream, nullptr, _IOLBF, BUFSIZ);
     stdout = stream;
     return true;
 }

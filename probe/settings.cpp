@@ -17,10 +17,9 @@ std::string variable(const char *name) {
     return content != nullptr ? content : "";
 }
 
-bool switched_on(const char *name, settings &asked) {
-    const std::string content = variable(name);
+bool is_switched_on(const std::string &name, const std::string &content, std::string &fault) {
     if (!content.empty() && content != "0" && content != "1") {
-        asked.fault = std::string(name) + " is '" + content + "'; set it to 1 or leave it out";
+        fault = name + " is '" + content + "'; set it to 1 or leave it out";
     }
     return content == "1";
 }
@@ -78,8 +77,9 @@ settings read_settings() {
     asked.script = variable("KESTRO_PROBE_SCRIPT");
     asked.trace = variable("KESTRO_PROBE_TRACE");
     asked.replay = variable("KESTRO_PROBE_REPLAY");
-    asked.strict = switched_on("KESTRO_PROBE_STRICT", asked);
-    asked.trace_output = switched_on("KESTRO_PROBE_TRACE_OUTPUT", asked);
+    asked.strict = is_switched_on("KESTRO_PROBE_STRICT", variable("KESTRO_PROBE_STRICT"), asked.fault);
+    asked.trace_output =
+        is_switched_on("KESTRO_PROBE_TRACE_OUTPUT", variable("KESTRO_PROBE_TRACE_OUTPUT"), asked.fault);
     const std::string failing = variable("KESTRO_PROBE_FAIL_CALL");
     if (!failing.empty() && !parse_fail_call(failing, asked.failing)) {
         asked.fault = "KESTRO_PROBE_FAIL_CALL is '" + failing +

@@ -156,23 +156,16 @@ class Grammar:
     judging: frozenset[str]  # groups of tests that say themselves what passed and failed
     index: dict[str, list[Rule]] = field(default_factory=dict)
     lengths: list[int] = field(default_factory=list)
-    known: dict[str, tuple[Rule, dict[str, str]] | None] = field(default_factory=dict)
 
     def match(self, text: str) -> tuple[Rule, dict[str, str]] | None:
         """The rule of a line and the values in it. Of several the one that says most of the line literally."""
-        if text in self.known:
-            return self.known[text]
         best, found = None, None
         for length in self.lengths:
             for rule in self.index.get(text[:length], ()):
                 if rule.longest_literal in text and (best is None or rule.weight > best.weight):
                     if match := rule.pattern.fullmatch(text):
                         best, found = rule, match
-        answer = (best, found.groupdict()) if best else None
-        if len(self.known) >= 20000:  # lines come again and again; memory does not grow with the log
-            self.known.clear()
-        self.known[text] = answer
-        return answer
+        return (best, found.groupdict()) if best else None
 
 
 # Rules are looked for by so many of their first characters.

@@ -1,23 +1,22 @@
 """Reads an output line by line and tells the writers what it says: runs, sections, checks and measurements."""
 
-import math
+import dataclasses
 import re
 from collections import Counter
 from collections.abc import Callable, Iterable
 from dataclasses import dataclass, field
 
-from kestro_report.grammar import NOT_SUPPORTED, Grammar, Rule
+from kestro_report.grammar import Grammar, Rule
 from kestro_report.records import (FAILED, KEPT, MISSING, PASSED, UNSUPPORTED, Check, Limit, Line, Measurement, Run,
                                    Section, Writer)
+from kestro_report.sayings import Saying, Sayings, saying_of
 from kestro_report.texts import TextLine, printable
 
 # The command line as a console shows it behind a prompt.
 PROMPT = re.compile(r"[#$>] ?(?:[\w./-]*/)?kestro_test +(?P<words>[a-z0-9]\w*_test\b.*)")
 # An unknown line that speaks like a check may be one of a newer program: then nobody knows how the run came out.
 SOUNDS_LIKE_A_CHECK = re.compile(r"^(?:Error|Success|Succ?ess)|\bfail|\berror\b", re.IGNORECASE)
-OUTCOME_WORDS = re.compile(r"\s+(?:test\s+)?(?:pass|fail|success|is)\b.*|[.:,]?\s*$", re.IGNORECASE | re.DOTALL)
-NUMBER = re.compile(r"(?:0x)?[0-9a-fA-F]+|[-+]?\d+")
-PREFIX = re.compile(r"^\s*(?:Success|Error|Info|Fail)\w*\s*:\s*")
+LONGEST_KEPT = 1000
 
 LimitsOf = Callable[[Measurement], tuple[Limit, ...]]
 CallsOf = Callable[[Check], tuple[str, ...]]
@@ -39,30 +38,9 @@ class Settings:
     notes: list[Callable[[], list[str]]] = field(default_factory=list)  # what is to be told when all has been read
 
 
-class Values(dict):
-    """Values of a line for the name of a check; what a line does not have stays empty."""
-
-    def __missing__(self, key: str) -> str:
-        return ""
-
-
-def shown_in_name(rule: Rule, name: str, text: str) -> str:
-    """One text of a check prints a number decimal and the other hexadecimal; its name has one form of it."""
-    if rule.parts[3].get(name) not in ("d", "u", "x") or not NUMBER.fullmatch(text):
-        return text
-    number = rule.number(name, text)
-    return str(number) if number < 0x10000 else f"0x{number:x}"
-
-
-def named(rule: Rule, template: str, values: dict[str, str | None]) -> str:
-    shown = {name: shown_in_name(rule, name, (text or "").strip()) for name, text in values.items()}
-    return printable(" ".join(template.format_map(Values(shown)).split()))
-
-
-def default_name(text: str) -> str:
-    """What stands behind the prefix, up to the word that tells the outcome."""
-    text = PREFIX.sub("", text.strip())
-    return " ".join((OUTCOME_WORDS.sub("", text, count=1) or text).split())
+def shortened(line: Line) -> Line:
+    """Of an unknown line that is kept its beginning is enough."""
+    return line if len(line.text) <= LONGEST_KEPT else dataclasses.replace(line, text=line.text[:LONGEST_KEPT] + " ...")
 
 
 def said_of(measurement: Measurement, limit: Limit) -> str:
@@ -70,17 +48,12 @@ def said_of(measurement: Measurement, limit: Limit) -> str:
     return f"{measurement.value:g} {unit} is {limit.side} {limit.value:g} {unit} ({limit.source})."
 
 
-def outcome_of_code(number: float | None) -> str:
-    if not number:
-        return PASSED
-    return UNSUPPORTED if int(number) & 0xFF == NOT_SUPPORTED else FAILED
-
-
 class Reader:
     """The state of one input: the open run and section. Feed it lines, then end it."""
 
     def __init__(self, grammar: Grammar, writers: Iterable[Writer], settings: Settings | None = None) -> None:
         self.grammar = grammar
+        self.sayings = Sayings(grammar)
         self.writers = list(writers)
         self.settings = settings or Settings()
         self.outcomes: Counter[str] = Counter()  # of the runs that are read
@@ -238,16 +211,16 @@ class Reader:
             line.kind = "note"
             self.tell("line", None, line)
             return
-        found = self.grammar.match(text) or self.row_of(text)
-        if found is None:
+        saying = self.sayings.of(text) or self.row_of(text)
+        if saying is None:
             self.take_unknown(line)
         else:
-            self.take(*found, line)
+            self.take(saying, line)
 
-    def row_of(self, text: str) -> tuple[Rule, dict[str, str | None]] | None:
+    def row_of(self, text: str) -> Saying | None:
         for rule in self.rows if self.text_follows else ():
             if match := rule.pattern.fullmatch(text):
-                return rule, match.groupdict()
+                return saying_of(rule, match.groupdict(), text)
         return None
 
     def take_unknown(self, line: Line) -> None:
@@ -258,20 +231,20 @@ class Reader:
         else:
             self.run.unknown += 1
             if len(self.run.unknown_lines) < KEPT:
-                self.run.unknown_lines.append(line)
+                self.run.unknown_lines.append(shortened(line))
         if self.run is not None:
             self.run.lines += 1
         self.tell("line", self.section, line)
 
-    def take(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        line.kind = rule.kind
-        line.values = {name: value for name, value in values.items() if value is not None}
+    def take(self, saying: Saying, line: Line) -> None:
+        rule = saying.rule
+        line.kind, line.values = saying.kind, saying.values
         is_dispatchers = rule.group == "shell" and rule.check == "{name}"
         if self.run is None or (self.is_ended and not is_dispatchers and not rule.after_end):
             self.end_run("")
             self.begin_run(line.time)
         if rule.kind == "begin":
-            self.take_banner(rule, values, line)
+            self.take_banner(rule, saying.name, line)
         self.run.lines += 1
         if rule.kind != "data":
             self.text_follows = rule.text_follows
@@ -283,60 +256,22 @@ class Reader:
             self.is_timed = False
         self.is_listing = self.is_listing or rule.kind == "listing"
         self.tell("line", self.section, line)
-        self.take_measurements(rule, values, line)
-        outcome = self.outcome_of(rule, values, line)
+        self.take_measurements(saying, line)
         self.just_failed = ""
         # The dispatcher says it twice: of the sub-command, and of the module command that it belongs to.
-        if outcome and not (is_dispatchers and self.failed_command):
-            self.add_check(self.check_of(rule, values, line, outcome))
+        if saying.outcome and not (is_dispatchers and self.failed_command):
+            self.add_check(Check(saying.name, saying.outcome, self.section, line, saying.means, saying.code))
         self.failed_command = self.failed_command or is_dispatchers
         self.is_ended = self.is_ended or rule.kind == "end" or is_dispatchers
         self.end_line = line if rule.kind == "end" else self.end_line
         self.judges_itself = self.judges_itself or rule.group in self.grammar.judging
 
-    def outcome_of(self, rule: Rule, values: dict[str, str | None], line: Line) -> str:
-        """The outcome of the line's check; nothing where it checks nothing."""
-        if rule.kind in (PASSED, FAILED, UNSUPPORTED):
-            return rule.kind
-        said = (values.get(rule.by) or "").strip()
-        if rule.kind == "code":
-            return outcome_of_code(rule.number(rule.by, said))
-        # A value that a failed call left as it was says nothing.
-        code = self.code_of(rule, values)
-        if rule.kind == "judged" and rule.by != "ret" and code:
-            return outcome_of_code(code)
-        if rule.kind == "judged":
-            number = rule.number(rule.by, said)
-            key = said if said in rule.outcomes else str(number)
-            outcome = rule.outcomes.get(key, rule.outcomes.get("else", ""))
-            line.kind = outcome or line.kind
-            return outcome if outcome in (PASSED, FAILED, UNSUPPORTED) else ""
-        return ""
-
-    def check_of(self, rule: Rule, values: dict[str, str | None], line: Line, outcome: str) -> Check:
-        name = named(rule, rule.check, values) if rule.check else default_name(line.text)
-        code = self.code_of(rule, values)
-        means = named(rule, rule.means, values) if rule.means and outcome == FAILED else ""
-        if rule.kind == "code":
-            line.kind = outcome
-        return Check(name, outcome, self.section, line, means, code)
-
-    def code_of(self, rule: Rule, values: dict[str, str | None]) -> int | None:
-        """The driver's result, where the line has one."""
-        said = (values.get("ret") or "").strip()
-        number = rule.number("ret", said) if said else None
-        return int(number) if number is not None else None
-
-    def take_measurements(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        # What a failed call left, on this line or on the check's line before it, is no value.
-        is_void = self.code_of(rule, values) or (rule.check and named(rule, rule.check, values) == self.just_failed)
-        for measure in rule.measures if not is_void else ():
-            text = (values.get(measure.value) or "").strip()
-            number = rule.number(measure.value, text) if text else None
-            if number is None or not math.isfinite(number):
-                continue
-            measurement = Measurement(named(rule, measure.name, values), number * measure.scale, measure.unit, self.section,
-                                      line, series=measure.series)
+    def take_measurements(self, saying: Saying, line: Line) -> None:
+        # What a failed call left on the check's line before this one is no value.
+        if saying.rule.check and saying.name == self.just_failed:
+            return
+        for each in saying.measured:
+            measurement = Measurement(each.name, each.value, each.unit, self.section, line, series=each.series)
             if self.settings.limits_of:
                 measurement.limits = self.settings.limits_of(measurement)
             self.tell("measurement", measurement)
@@ -367,8 +302,7 @@ class Reader:
 
     # --- banners ------------------------------------------------------------------------------------------------------
 
-    def take_banner(self, rule: Rule, values: dict[str, str | None], line: Line) -> None:
-        name = named(rule, rule.check or "{name}", values)
+    def take_banner(self, rule: Rule, name: str, line: Line) -> None:
         if not rule.within:
             self.follow_order(rule, name, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)

@@ -131,10 +131,11 @@ void set_if_given(const char *variable, const std::string &value) {
 
 // Nothing of an earlier run may reach this one.
 void clear_environment() {
-    for (const char *variable : {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK",
-                                 "KESTRO_SIM_SEAT", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_SIM_WATCHDOG",
-                                 "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
-                                 "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
+    for (const char *variable :
+         {"KESTRO_SIM_BOARD", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_SEAT",
+          "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_SIM_WATCHDOG", "KESTRO_PROBE_SCRIPT",
+          "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE", "KESTRO_PROBE_TRACE_OUTPUT", "KESTRO_PROBE_REPLAY",
+          "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
         unsetenv(variable);
     }
 }

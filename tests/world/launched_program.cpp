@@ -25,10 +25,11 @@ int main(int count, char **arguments) {
     for (int i = 0; i < count; ++i) {
         printf("word[%s]\n", arguments[i]);
     }
-    for (const char *name : {"LD_LIBRARY_PATH", "LD_PRELOAD", "KESTRO_SIM_BOARD", "KESTRO_SIM_SEAT", "KESTRO_SIM_STATE",
-                             "KESTRO_SIM_ROOT", "KESTRO_SIM_CLOCK", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC",
-                             "KESTRO_SIM_WATCHDOG", "KESTRO_PROBE_SCRIPT", "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE",
-                             "KESTRO_PROBE_REPLAY", "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
+    for (const char *name :
+         {"LD_LIBRARY_PATH", "LD_PRELOAD", "KESTRO_SIM_BOARD", "KESTRO_SIM_SEAT", "KESTRO_SIM_STATE", "KESTRO_SIM_ROOT",
+          "KESTRO_SIM_CLOCK", "KESTRO_SIM_TIME", "KESTRO_SIM_FAIL_ALLOC", "KESTRO_SIM_WATCHDOG", "KESTRO_PROBE_SCRIPT",
+          "KESTRO_PROBE_STRICT", "KESTRO_PROBE_TRACE", "KESTRO_PROBE_TRACE_OUTPUT", "KESTRO_PROBE_REPLAY",
+          "KESTRO_PROBE_FAIL_CALL", "KESTRO_PROBE_SIGNAL_CALL"}) {
         const char *value = getenv(name);
         printf("%s=%s\n", name, value != nullptr ? value : "(none)");
     }

@@ -84,7 +84,8 @@ class Launcher : public testing::Test {
                "\nKESTRO_SIM_ROOT=" + state + "/root/" + seat +
                "\nKESTRO_SIM_CLOCK=real\nKESTRO_SIM_TIME=(none)\nKESTRO_SIM_FAIL_ALLOC=(none)\n"
                "KESTRO_SIM_WATCHDOG=(none)\nKESTRO_PROBE_SCRIPT=(none)\n"
-               "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_REPLAY=(none)\n"
+               "KESTRO_PROBE_STRICT=(none)\nKESTRO_PROBE_TRACE=(none)\nKESTRO_PROBE_TRACE_OUTPUT=(none)\nKESTRO_PROBE_"
+               "REPLAY=(none)\n"
                "KESTRO_PROBE_FAIL_CALL=(none)\nKESTRO_PROBE_SIGNAL_CALL=(none)\n";
     }
 
@@ -153,10 +154,10 @@ TEST_F(Launcher, TheFirstWordMayBeEmptyOrADash) {
 
 TEST_F(Launcher, HelpNamesEveryOption) {
     const process_result result = run({"--help"});
-    for (const char *option :
-         {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual", "--script FILE",
-          "--strict", "--trace FILE", "--replay FILE", "--fail-call N[+][=CODE]", "--signal-call N[,N][=NAME]",
-          "--fail-alloc N", "--without LIBRARY", "--reset", "--accept-images", "--discard"}) {
+    for (const char *option : {"--help", "--board NAME|FILE", "--state DIR", "--root DIR", "--clock real|virtual",
+                               "--script FILE", "--strict", "--trace FILE", "--trace-output", "--replay FILE",
+                               "--fail-call N[+][=CODE]", "--signal-call N[,N][=NAME]", "--fail-alloc N",
+                               "--without LIBRARY", "--reset", "--accept-images", "--discard"}) {
         EXPECT_NE(result.out.find(std::string("  ") + option + " "), std::string::npos) << option << result.out;
     }
     EXPECT_EQ(result.err, "");
@@ -264,6 +265,7 @@ TEST_F(Launcher, HandsEachOptionOnAsAVariable) {
     EXPECT_EQ(given(run({"--script", "calls"}), "KESTRO_PROBE_SCRIPT"), path("calls"));
     EXPECT_EQ(given(run({"--replay", "calls"}), "KESTRO_PROBE_REPLAY"), path("calls"));
     EXPECT_EQ(given(run({"--trace", "made"}), "KESTRO_PROBE_TRACE"), path("made"));
+    EXPECT_EQ(given(run({"--trace", "made", "--trace-output"}), "KESTRO_PROBE_TRACE_OUTPUT"), "1");
     EXPECT_EQ(given(run({"--strict"}), "KESTRO_PROBE_STRICT"), "1");
     for (const char *call : {"1", "7=0x811101A4", "4294967295=0", "3+", "3+=57005"}) {
         EXPECT_EQ(given(run({"--fail-call", call}), "KESTRO_PROBE_FAIL_CALL"), call);
@@ -314,11 +316,11 @@ TEST_F(Launcher, SaysWhetherTheWatchdogOfTheBoardIsOn) {
 }
 
 TEST_F(Launcher, ClearsWhatAnEarlierRunLeft) {
-    expect_runs(
-        run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
-                 "KESTRO_SIM_TIME=77", "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_SIM_WATCHDOG=1", "KESTRO_PROBE_SCRIPT=d",
-                 "KESTRO_PROBE_STRICT=1", "KESTRO_PROBE_TRACE=e", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
-        word(path("kestro_test")) + default_environment());
+    expect_runs(run({}, {"KESTRO_SIM_BOARD=a", "KESTRO_SIM_STATE=b", "KESTRO_SIM_ROOT=c", "KESTRO_SIM_CLOCK=virtual",
+                         "KESTRO_SIM_TIME=77", "KESTRO_SIM_FAIL_ALLOC=1", "KESTRO_SIM_WATCHDOG=1",
+                         "KESTRO_PROBE_SCRIPT=d", "KESTRO_PROBE_STRICT=1", "KESTRO_PROBE_TRACE=e",
+                         "KESTRO_PROBE_TRACE_OUTPUT=1", "KESTRO_PROBE_REPLAY=f", "KESTRO_PROBE_FAIL_CALL=1"}),
+                word(path("kestro_test")) + default_environment());
 }
 
 TEST_F(Launcher, ExitStatusAndSignalsAreTheProductsOwn) {
@@ -409,6 +411,11 @@ TEST_F(Launcher, RefusesToLeaveOutWhatEveryBoardHas) {
                                                         "drv_clusterport, drv_inner_eth, drv_mng_eth, "
                                                         "drv_inphi115050, optical_lib");
     }
+}
+
+TEST_F(Launcher, RefusesToShowTheOutputInNoTrace) {
+    expect_refused(run({"--trace-output"}),
+                   "--trace-output: there is no trace to show the output in; add --trace FILE");
 }
 
 TEST_F(Launcher, RefusesToReplayBesideAScript) {

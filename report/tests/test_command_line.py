@@ -1,0 +1,99 @@
+"""The command line itself: help, version, words that are wrong."""
+
+import subprocess
+from pathlib import Path
+
+import pytest
+
+from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, kestro_report
+
+
+@pytest.fixture
+def outputs(tmp_path: Path) -> Path:
+    for name, output in (("good", GOOD), ("bad", BAD), ("cut", CUT)):
+        (tmp_path / name).write_text(output)
+    return tmp_path
+
+
+@pytest.mark.parametrize("words", [["--help"], ["-h"], ["read", "--help"], ["run", "--help"]])
+def test_help_is_standard_output_and_status_0(words: list[str]):
+    ended = kestro_report(*words)
+    assert (ended.returncode, ended.stderr, ended.stdout.startswith("usage: kestro_report")) == (0, "", True)
+    assert "exit status" in ended.stdout and all(len(line) <= 120 for line in ended.stdout.splitlines())
+
+
+def test_help_of_the_commands_names_what_both_take():
+    options = ("--junit", "--tap", "--jsonl", "--html", "--limits", "--description", "--expect", "--trace", "--ignore",
+               "--dut", "--serial", "--name", "--color", "--quiet")
+    for command in ("read", "run"):
+        said = kestro_report(command, "--help").stdout
+        assert [option for option in options if option not in said] == []
+
+
+def test_the_version_is_told():
+    ended = kestro_report("--version")
+    assert (ended.returncode, ended.stderr) == (0, "") and ended.stdout.startswith("kestro_report ")
+
+
+@pytest.mark.parametrize(("names", "status"), [
+    (["good"], 0), (["bad"], 1), (["cut"], 3), (["good", "bad"], 1), (["bad", "cut", "good"], 3)])
+def test_of_several_outputs_the_worst_counts(outputs: Path, names: list[str], status: int):
+    for words in ((), ("read",)):
+        assert kestro_report(*words, *(outputs / name for name in names)).returncode == status
+
+
+@pytest.mark.parametrize("words", [[], ["-"], ["read"], ["read", "-"]])
+def test_standard_input_is_read(outputs: Path, words: list[str]):
+    with (outputs / "bad").open() as stream:
+        ended = kestro_report(*words, stdin=stream)
+    assert (ended.returncode, "standard input" in ended.stdout) == (1, True)
+
+
+@pytest.mark.parametrize(("words", "said"), [
+    (["--no-such"], "unrecognized arguments: --no-such"), (["--color", "blue"], "argument --color: invalid choice"),
+    (["--ignore", "("], "argument --ignore: '(' is no regular expression"), (["--junit"], "argument --junit: expected"),
+    (["--limits", "/no/such"], "/no/such"), (["--description", "/no/such"], "/no/such"),
+    (["--expect", "/no/such"], "/no/such"), (["--trace", "/no/such"], "/no/such")])
+def test_wrong_words_are_a_line_and_status_2(outputs: Path, words: list[str], said: str):
+    ended = kestro_report(outputs / "good", *words)
+    assert (ended.returncode, ended.stdout, ended.stderr.count("\n")) == (2, "", 1)
+    assert ended.stderr.startswith("kestro_report: ") and said in ended.stderr
+
+
+def test_a_bad_run_is_no_run_to_expect(outputs: Path):
+    ended = kestro_report("--expect", outputs / "bad", outputs / "good")
+    assert (ended.returncode, "is not a good one" in ended.stderr) == (2, True)
+
+
+def test_colours_are_for_terminals_or_whoever_asks(outputs: Path):
+    assert "\x1b" not in kestro_report(outputs / "bad").stdout
+    assert "\x1b[31mFAILED\x1b[0m" in kestro_report("--color", "always", outputs / "bad").stdout
+
+
+def test_quiet_says_nothing(outputs: Path):
+    ended = kestro_report("--quiet", outputs / "bad")
+    assert (ended.returncode, ended.stdout, ended.stderr) == (1, "", "")
+
+
+def test_a_report_on_standard_output_has_no_summary_in_it(outputs: Path):
+    assert kestro_report("--tap", "-", outputs / "good").stdout.startswith("TAP version 14\n")
+    assert "passed  " not in kestro_report("--tap", "-", outputs / "good").stdout
+
+
+def test_several_reports_are_written_at_once(outputs: Path):
+    files = {option: outputs / f"report{option}" for option in ("--junit", "--tap", "--jsonl", "--html")}
+    words = [word for option, file in files.items() for word in (option, file)]
+    ended = kestro_report(*words, outputs / "bad")
+    assert (ended.returncode, "FAILED" in ended.stdout) == (1, True)
+    assert all("voltage" in file.read_text() for file in files.values())
+
+
+def test_whose_run_it_is_stands_in_the_reports(outputs: Path):
+    ended = kestro_report("--dut", "rack 3", "--serial", "17", "--junit", "-", outputs / "good")
+    assert 'hostname="rack 3"' in ended.stdout and '<property name="serial" value="17"/>' in ended.stdout
+
+
+def test_the_starter_works_from_anywhere_and_through_a_link(outputs: Path):
+    link = outputs / "link"
+    link.symlink_to(KESTRO_REPORT)
+    assert subprocess.run([link, "--quiet", "good"], cwd=outputs, check=False).returncode == 0
