@@ -17,6 +17,13 @@ SOURCE, BUILD = (Path(word).resolve() for word in sys.argv[1:3])
 RESULTS = BUILD / "tests/fleet"
 # In the middle of the self-test, some hundred lines from its begin.
 HANG = "drv_rtc_read_time = hang\n"
+REPORT_START = '#!/bin/sh\nexec {source}/report/bin/kestro_report "$@"\n'
+SSH_CONFIG = "IdentityFile /etc/board/key\nGlobalKnownHostsFile /etc/board/known_hosts\n"
+GIT_CONFIG = """[url "file://{place}/git/"]
+    insteadOf = https://git.example.com/
+[safe]
+    directory = *
+"""
 DOCUMENT = read_document(SOURCE / "docs/fleet.md", "docs/fleet.md")
 
 
@@ -57,18 +64,19 @@ class Desk:
 
     def lay_out_station(self) -> None:
         """The host that LAVA logs in to, and from which boards are reached."""
-        self.station.write("usr/local/bin/kestro_report", f'#!/bin/sh\nexec {SOURCE}/report/bin/kestro_report "$@"\n', 0o755)
+        self.station.write("usr/local/bin/kestro_report", REPORT_START.format(source=SOURCE), 0o755)
         self.station.write("etc/board/key", self.network.key.read_text(encoding="utf-8"), 0o600)
-        self.station.write("etc/board/known_hosts", self.network.known_hosts.read_text(encoding="utf-8"))
-        self.station.write("etc/ssh/ssh_config", "IdentityFile /etc/board/key\nGlobalKnownHostsFile /etc/board/known_hosts\n")
+        known = self.network.known_hosts.read_text(encoding="utf-8")
+        self.station.write("etc/board/known_hosts", known)
+        self.station.write("etc/ssh/ssh_config", SSH_CONFIG)
 
     @property
     def environment(self) -> dict[str, str]:
-        git = f"[url \"file://{self.network.place}/git/\"]\n    insteadOf = https://git.example.com/\n[safe]\n    directory = *\n"
-        (self.home / ".gitconfig").write_text(git, encoding="utf-8")
+        (self.home / ".gitconfig").write_text(GIT_CONFIG.format(place=self.network.place), encoding="utf-8")
         common = f"-o UserKnownHostsFile={self.network.known_hosts}"
-        return {"PATH": f"{SOURCE}/report/bin:/usr/sbin:/usr/bin:/sbin:/bin", "HOME": str(self.home), "LC_ALL": "C.UTF-8",
-                "ANSIBLE_SSH_COMMON_ARGS": common, "PYTHONDONTWRITEBYTECODE": "1", "TERM": "dumb"}
+        return {"PATH": f"{SOURCE}/report/bin:/usr/sbin:/usr/bin:/sbin:/bin", "HOME": str(self.home),
+                "LC_ALL": "C.UTF-8", "ANSIBLE_SSH_COMMON_ARGS": common,
+                "PYTHONDONTWRITEBYTECODE": "1", "TERM": "dumb"}
 
     def start(self, text: str) -> subprocess.Popen:
         return subprocess.Popen(["bash", "-c", text], cwd=self.tree, env=self.environment, stdin=subprocess.DEVNULL,

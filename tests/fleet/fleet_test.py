@@ -21,9 +21,11 @@ class TheHosts(unittest.TestCase):
     """The test of the test: they take keys only."""
 
     def test_without_a_key_nobody_gets_in(self) -> None:
-        ended = subprocess.run(["ssh", "-o", "BatchMode=yes", "-o", f"UserKnownHostsFile={the_desk().network.known_hosts}",
-                                "-o", "IdentityAgent=none", f"root@{the_desk().healthy.address}", "true"], capture_output=True,
-                               text=True, check=False, env={"HOME": "/nowhere", "PATH": os.environ["PATH"]})
+        known = the_desk().network.known_hosts
+        ended = subprocess.run(["ssh", "-o", "BatchMode=yes", "-o", f"UserKnownHostsFile={known}", "-o",
+                                "IdentityAgent=none", f"root@{the_desk().healthy.address}", "true"],
+                               capture_output=True, text=True, check=False,
+                               env={"HOME": "/nowhere", "PATH": os.environ["PATH"]})
         self.assertEqual(ended.returncode, 255)
         self.assertIn("Permission denied (publickey)", ended.stderr)
 

@@ -34,7 +34,8 @@ def in_own_namespaces() -> None:
     if is_inside():
         return
     words = ["unshare", "--net", "--mount", "--pid", "--fork", "--kill-child=KILL", "--mount-proc", "--"]
-    ended = subprocess.run([*words, sys.executable, "-B", *sys.argv], env=os.environ | {OUTSIDE: own_mounts()}, check=False)
+    ended = subprocess.run([*words, sys.executable, "-B", *sys.argv], check=False,
+                           env=os.environ | {OUTSIDE: own_mounts()})
     sys.exit(ended.returncode if ended.returncode >= 0 else 1)
 
 

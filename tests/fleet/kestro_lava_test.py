@@ -34,8 +34,8 @@ def measured(value: object, *validators: tuple[str, object], name: str = "rail 3
 
 
 def call(text: str, *words: str, environment: dict | None = None) -> subprocess.CompletedProcess:
-    return subprocess.run([sys.executable, "-B", PROGRAM, *words], input=text, capture_output=True, text=True, check=False,
-                          env=environment)
+    return subprocess.run([sys.executable, "-B", PROGRAM, *words], input=text, capture_output=True, text=True,
+                          check=False, env=environment)
 
 
 def lines_of(*artifacts: dict) -> str:
@@ -70,13 +70,15 @@ class KestroLava(unittest.TestCase):
             "lava-test-case fullin --result skip", "lava-test-set stop", "lava-test-case verdict --result pass"])
 
     def test_steps_that_overlap_keep_their_sets(self) -> None:
-        printed = self.handed_on(start("1", "a"), start("2", "b"), check("x", "PASS", "2"), check("x", "PASS", "1"), PASSED)
+        printed = self.handed_on(start("1", "a"), start("2", "b"), check("x", "PASS", "2"), check("x", "PASS", "1"),
+                                 PASSED)
         self.assertEqual(printed[:5], ["lava-test-set start b", "lava-test-case x --result pass", "lava-test-set stop",
                                        "lava-test-set start a", "lava-test-case x --result pass"])
 
     def test_sections_with_one_name_are_two_sets(self) -> None:
         printed = self.handed_on(start("1", "a"), check("x", "PASS"), start("2", "a"), check("x", "FAIL", "2"), PASSED)
-        self.assertEqual([line for line in printed if "start" in line], ["lava-test-set start a", "lava-test-set start a_2"])
+        self.assertEqual([line for line in printed if "start" in line],
+                         ["lava-test-set start a", "lava-test-set start a_2"])
 
     def test_measurements_are_judged_by_their_limits(self) -> None:
         within = (("GREATER_THAN_OR_EQUAL", 855), ("LESS_THAN_OR_EQUAL", 945))
@@ -111,7 +113,8 @@ class KestroLava(unittest.TestCase):
         for name, word in (("a b>c", "a_b_c"), ("x=1", "x_1"), ("../up", "up"), ("--result", "result"), ("°", "unnamed"),
                            ("", "unnamed"), ("0xff000002 set", "0xff000002_set"), ("a\nb\t<c>", "a_b_c")):
             self.assertEqual(self.cases(check(name, "PASS")), [f"{word} --result pass"])
-        self.assertEqual(self.cases(measured(3, unit="deg C")), ["rail_3 --result unknown --measurement 3 --units deg_C"])
+        self.assertEqual(self.cases(measured(3, unit="deg C")),
+                         ["rail_3 --result unknown --measurement 3 --units deg_C"])
         self.assertEqual(self.cases(measured(3, unit="%")), ["rail_3 --result unknown --measurement 3 --units %"])
         self.assertEqual(self.cases(measured(3, unit="")), ["rail_3 --result unknown --measurement 3"])
 
@@ -129,7 +132,8 @@ class KestroLava(unittest.TestCase):
             self.assertEqual(self.handed_on(end), [f"lava-test-case verdict --result {verdict}"])
 
     def test_an_error_of_a_step_fails(self) -> None:
-        self.assertEqual(self.cases(step("1", error={"symptom": "no-answer", "message": "m"})), ["no-answer --result fail"])
+        self.assertEqual(self.cases(step("1", error={"symptom": "no-answer", "message": "m"})),
+                         ["no-answer --result fail"])
 
     def test_input_that_is_at_fault_is_named_by_its_line_and_fails(self) -> None:
         self.assert_refused("", "line 1", "testRunEnd")
@@ -156,7 +160,8 @@ class KestroLava(unittest.TestCase):
                 program = Path(folder) / name
                 program.write_text(f'#!/bin/sh\necho "{name}: $*"\n', encoding="utf-8")
                 program.chmod(0o755)
-            run = call(lines_of(start("1", "s"), check("x y", "PASS"), PASSED), environment={"PATH": f"{folder}:/usr/bin:/bin"})
+            run = call(lines_of(start("1", "s"), check("x y", "PASS"), PASSED),
+                       environment={"PATH": f"{folder}:/usr/bin:/bin"})
             self.assertEqual(run.stdout.splitlines(), ["lava-test-set: start s", "lava-test-case: x_y --result pass",
                                                        "lava-test-set: stop", "lava-test-case: verdict --result pass"])
 

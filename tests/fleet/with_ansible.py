@@ -157,7 +157,8 @@ boards:
 def second_run() -> tuple[int, str]:
     """One board hangs, one is not there; the program is brought as a file."""
     (the_desk().tree / "second.yml").write_text(INVENTORY % (BUILD / "kestro_test"), encoding="utf-8")
-    status, said = the_desk().run("ansible-playbook -e kestro_test_results=$PWD/second -i second.yml fleet/ansible/check.yml")
+    status, said = the_desk().run("ansible-playbook -e kestro_test_results=$PWD/second -i second.yml "
+                                  "fleet/ansible/check.yml")
     keep(the_desk().tree / "second", "ansible_hang", said)
     return status, said
 

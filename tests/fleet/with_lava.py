@@ -64,7 +64,8 @@ class WithLava(unittest.TestCase):
 
     def test_the_job_ends_properly(self) -> None:
         for board in (the_desk().healthy, the_desk().sick):
-            results = {each["case"]: each["result"] for each in lava_results(board.address) if each["definition"] == "lava"}
+            results = {each["case"]: each["result"] for each in lava_results(board.address)
+                       if each["definition"] == "lava"}
             self.assertEqual(results["job"], "pass")
             self.assertEqual(results["0_selftest"], "pass")
 
@@ -90,7 +91,8 @@ class WithLava(unittest.TestCase):
 
     def test_what_was_found_before_a_board_hangs_is_handed_on(self) -> None:
         lines = lava_lines(the_desk().hanging.address, LIMIT)
-        results = [line["msg"] for line in lines if line["lvl"] == "results" and line["msg"]["definition"] == "0_selftest"]
+        results = [line["msg"] for line in lines if line["lvl"] == "results"
+                   and line["msg"]["definition"] == "0_selftest"]
         self.assertGreater(sum(each["result"] == "pass" for each in results), 100)
         self.assertEqual([each["case"] for each in results if each["result"] == "fail"], ["verdict"])
 

@@ -99,7 +99,7 @@ def run(words: list[str], source: Path, kept, limit: int) -> tuple[int | None, s
     ended = re.fullmatch(r"kestro_run: status (\d+)", own[-1]) if own else None
     over = f"the time limit of {limit} s was over"
     if ended is None:
-        return None, f"the board was lost: {over}, and it did not end the command" if late else "the board was lost", told
+        return None, f"the board was lost: {over}, and it ended nothing" if late else "the board was lost", told
     return int(ended[1]), over if "kestro_run: limit" in own else "", told
 
 
@@ -150,7 +150,7 @@ class ActionModule(ActionBase):
 
     def ssh(self, arguments: dict) -> list[str]:
         if self._play_context.become:
-            raise AnsibleActionFail("kestro_run does not become another user; kestro_test_command: [sudo, -n, kestro_test]")
+            raise AnsibleActionFail("kestro_run does not become another user; docs/fleet.md tells how sudo is used")
         if not self._connection.transport == "ssh":
             raise AnsibleActionFail(f"the connection is '{self._connection.transport}'; kestro_run works over 'ssh'")
         return ssh_words(self._connection.get_option, int(arguments.get("alive", ALIVE)))
