@@ -176,10 +176,12 @@ class LiveRun:
 
 
 def start(command: Sequence[str], timeout: float | None = None, keep: BinaryIO | None = None) -> LiveRun:
-    """The command's standard error goes where ours goes; it has no standard input, and a process group of its own."""
+    """The command's standard error goes where ours goes; it has no standard input, and a process group of its own.
+
+    Files that the shell opened for it, as for --script <(...), are handed on; ours are not."""
     try:
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, bufsize=0,
-                                   start_new_session=True)
+                                   start_new_session=True, close_fds=False)
     except OSError as error:
         raise InputError(f"{command[0]}: {error.strerror}; a program that can be started is wanted") from error
     return LiveRun(process, timeout, keep)

@@ -89,6 +89,18 @@ def test_the_command_has_no_standard_input():
     assert (data, status) == (b"end\n", 0)
 
 
+def test_files_that_the_shell_opened_are_handed_on(said):
+    ended = subprocess.run(["bash", "-c", f"'{KESTRO_REPORT}' run -- cat <(cat '{said(GOOD)}')"], capture_output=True,
+                           check=False)
+    assert (ended.returncode, ended.stderr) == (0, b"")
+
+
+def test_files_of_this_program_are_not_handed_on(tmp_path: Path):
+    data, _, _ = run_to_end("ls -l /proc/$$/fd")
+    with (tmp_path / "a report").open("w"):
+        assert run_to_end("ls -l /proc/$$/fd")[0].count(b"->") == data.count(b"->")
+
+
 def test_the_raw_output_is_kept_byte_for_byte(tmp_path: Path):
     output = b"\x1b[1m" + GOOD.replace("\n", "\r\n").encode() + b"\xff\0\rno line end"
     (tmp_path / "raw").write_bytes(output)
