@@ -55,7 +55,7 @@ set(CPACK_DEBIAN_KESTRO-REPORT_PACKAGE_NAME kestro-report)
 set(CPACK_DEBIAN_KESTRO-REPORT_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_KESTRO-REPORT_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_KESTRO-REPORT_PACKAGE_DEPENDS
-    "python3:any (>= 3.11), python3-jinja2, python3-junitparser, python3-yaml")
+    "python3:any (>= 3.11), python3-jinja2, python3-markupsafe, python3-yaml")
 set(CPACK_DEBIAN_KESTRO-REPORT_PACKAGE_SUGGESTS "kestro-sim, kestro-test")
 set(CPACK_DEBIAN_KESTRO-REPORT_PACKAGE_CONTROL_EXTRA
     "${CMAKE_SOURCE_DIR}/packaging/kestro-report/postinst;${CMAKE_SOURCE_DIR}/packaging/kestro-report/prerm")

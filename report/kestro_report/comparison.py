@@ -93,7 +93,8 @@ def said_missing(old: CheckDigest, new: CheckDigest) -> str:
 
 
 def said_number(value: float) -> str:
-    return f"{value:.6g}"
+    """Sizes in bytes in full."""
+    return f"{value:.0f}" if abs(value) < 1e15 and value == int(value) else f"{value:.6g}"
 
 
 def value_change(key: Key, before: ValueDigest, after: ValueDigest | None, allowed: Tolerances) -> Change | None:
@@ -112,7 +113,7 @@ def value_change(key: Key, before: ValueDigest, after: ValueDigest | None, allow
     if not moved:
         return None
     old, new = max(moved, key=lambda pair: abs(pair[1] - pair[0]))
-    by = f"{new - old:+.6g} {unit}" + (f", {(new - old) / abs(old) * 100:+.1f} %" if old else "")
+    by = f"{'+' if new > old else ''}{said_number(new - old)} {unit}" + (f", {(new - old) / abs(old) * 100:+.1f} %" if old else "")
     many = f"; {len(moved)} of {len(pairs)} values" if len(pairs) > 1 else ""
     return Change(MOVED, *key, f"{said_number(old)} {unit}", f"{said_number(new)} {unit}",
                   f"{by}{many}; allowed is {allowed.of(unit).said()}")

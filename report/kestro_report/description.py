@@ -114,7 +114,8 @@ def read_file(file: Path) -> Reading:
 def delivered() -> Path:
     """The chassis that comes with the simulator: in the tree, or where it is installed."""
     here = Path(__file__).resolve().parent
-    places = (here.parents[1] / "sim/chassis", here.parents[1] / "kestro/chassis", Path("/usr/share/kestro/chassis"))
+    places = (here.parents[1] / "sim/chassis", here.parents[1] / "kestro-sim/chassis",
+              Path("/usr/share/kestro-sim/chassis"))
     return next((place for place in places if place.is_dir()), places[0])
 
 

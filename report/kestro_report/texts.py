@@ -13,8 +13,8 @@ LINE_ENDS = re.compile(rb"\r+\n")
 ESCAPES = re.compile(rb"\x1b(?:\[[0-?]*[ -/]*[@-~]|[@-Z\\-_])")
 # What console servers and loggers put in front of a line.
 STAMPS = re.compile(
-    r"\[?(?P<date>\d{4}-\d\d-\d\d[T ]\d\d:\d\d:\d\d(?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d)?)\]?[ :|]+(?=\S)"
-    r"|\[ *(?P<seconds>\d+\.\d{3,9})\] (?=\S)")
+    r"\[?(?P<date>\d{4}-\d\d-\d\d[T ]\d\d:\d\d:\d\d(?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d)?)\]?(?: ?[:|] ?| |$)"
+    r"|\[ *(?P<seconds>\d+\.\d{3,9})\](?: |$)")
 
 
 @dataclass(slots=True, frozen=True)
@@ -55,6 +55,7 @@ def time_of(found: re.Match) -> float | None:
 
 def text_lines(read: Callable[[int], bytes]) -> Iterator[TextLine]:
     """The lines that are not empty. Bytes that are no UTF-8 stay, as surrogates, so that nothing is mistaken."""
+    is_stamped = False
     for number, line, whole in byte_lines(read):
         if b"\x1b" in line:
             line = ESCAPES.sub(b"", line)
@@ -62,9 +63,9 @@ def text_lines(read: Callable[[int], bytes]) -> Iterator[TextLine]:
         time = None
         if text[:1].isdigit() or text[:1] == "[":
             found = STAMPS.match(text)
-            # A clock's own line is nothing but a date.
-            if found:
-                text, time = text[found.end():], time_of(found)
+            # A clock's own line is nothing but a date. In a log with stamps such a line is an empty one.
+            if found and (is_stamped or found["seconds"] or text[found.end():]):
+                text, time, is_stamped = text[found.end():], time_of(found), True
         if text and not text.isspace():
             yield TextLine(number, text, time, whole)
 

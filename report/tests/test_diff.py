@@ -8,7 +8,7 @@ from small_outputs import END, output, temperature_line, written
 
 from kestro_report import command_line
 from kestro_report.comparison import (GONE, MISSING, NEW, NEW_FAILURE, NOW_FAILS, NOW_PASSES, STILL_FAILS,
-                                      check_change)
+                                      check_change, said_number)
 from kestro_report.digest import CheckDigest
 from kestro_report.errors import InputError
 from kestro_report.records import Line
@@ -110,6 +110,7 @@ def test_a_line_that_nobody_knows_is_told_when_it_is_new(diff):
     good, text = output(), "the hamster has left the wheel\n"
     assert diff(good, good.replace(END, text + END)) == 0
     assert "line 10: the hamster has left the wheel: is a line that nobody knows" in diff.out
+    assert diff(good, good.replace(END, text * 3 + END)) == 0 and diff.out.count("hamster") == 1
     assert diff(good.replace(END, text + END), good.replace(END, text + END)) == 0 and "hamster" not in diff.out
 
 
@@ -150,6 +151,8 @@ def test_a_part_for_all_does_not_take_in_temperatures_and_counters():
     assert tolerances.is_moved(1000, 1011, "mV") and not tolerances.is_moved(1000, 1010, "mV")
     assert not tolerances.is_moved(0, 1e9, "count")
     assert not tolerances.is_moved(0, 0, "byte") and tolerances.is_moved(0, 1, "byte")
+    tolerances.take("V=10%")  # of 0.3 to 0.33 it is a hair more in binary
+    assert not tolerances.is_moved(0.3, 0.33, "V") and tolerances.is_moved(0.3, 0.3301, "V")
     assert tolerances.is_moved(1, float("inf"), "mV") and not tolerances.is_moved(float("inf"), float("inf"), "mV")
     assert tolerances.is_moved(float("inf"), 1, "mV")
 
@@ -301,3 +304,9 @@ def test_a_file_name_that_is_no_text_is_no_obstacle(tmp_path, capsys):
     assert "log\\xff.txt" in capsys.readouterr().out
 
 
+
+
+@pytest.mark.parametrize("value, said", [(2097152.0, "2097152"), (0.0, "0"), (-12.0, "-12"), (0.0312345678, "0.0312346"),
+                                         (1e300, "1e+300"), (float("inf"), "inf")])
+def test_numbers_are_said_in_full_where_they_are_whole(value, said):
+    assert said_number(value) == said

@@ -157,6 +157,7 @@ def test_raw_text_has_the_numbers_of_the_output() -> None:
     assert shown[BAD_LINE + 2] == "Error: voltage get avs chip 0x-80 alert fail 0x21"
     assert shown[UNKNOWN_LINE + 4] == "what no rule knows"
     assert UNKNOWN_LINE + 3 not in shown
+    assert len([line for line in tree.first("ol", "lines").all("li") if line.get("value")]) == 2, "only behind a gap"
     assert "1 line outside of the runs" in tree.first("footer").text
 
 
@@ -218,7 +219,8 @@ def test_nothing_in_an_output_is_markup() -> None:
 
 def test_bytes_that_are_no_text_are_written_out() -> None:
     name = b"board-\xff\x07.txt".decode("utf-8", "surrogateescape")
-    text = page_of(BAD.encode().replace(b"what no", b"what \xfe\x02 no"), names=[name], facts={"dut": "\u202erack\udcfe"})
+    text = page_of(BAD.encode().replace(b"what no", b"what \xfe\x02 no"), names=[name], 
+                   facts={"dut": "\u202erack\udcfe"})
     text.encode("utf-8")
     assert r"what \xfe\x02 no" in text and r"board-\xff\x07.txt" in text and r"\u202erack\xfe" in text
 
@@ -247,6 +249,12 @@ def test_a_thousand_runs_make_a_page_of_usable_size() -> None:
     assert "1,000 runs: 1 not complete, 1 failed, 998 passed" in tree.first("", "verdict").text
 
 
+def test_of_failed_runs_the_one_with_more_failures_comes_first() -> None:
+    worse = BAD.replace("Success: get temperature_id 0   value is 25.", "Error: get temperature_id 0   value is 25.")
+    rows = tree_of(page_of(BAD, worse, GOOD)).first("table", "runs").first("tbody").all("tr")
+    assert [row.first("th").first("a").text for row in rows] == ["board-2.txt", "board-1.txt", "board-3.txt"]
+
+
 def test_failed_runs_beyond_the_bound_keep_their_failures(monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setattr(page, "NOT_PASSED_BYTES", 20000)
     monkeypatch.setattr(page, "FAILURES_BYTES", 40000)
@@ -271,12 +279,13 @@ def test_only_the_worst_runs_are_listed(monkeypatch: pytest.MonkeyPatch) -> None
 
 
 def test_raw_text_of_a_run_is_bounded(monkeypatch: pytest.MonkeyPatch) -> None:
-    monkeypatch.setattr(page_runs, "LONGEST_RAW", 130)
+    monkeypatch.setattr(page_runs, "LONGEST_RAW", 200)
     tree = tree_of(page_of(BAD))
-    assert len(tree.first("ol", "lines").all("li")) == 2
+    assert len(tree.first("ol", "lines").all("li")) == BAD_LINE - 1
     # What lies beyond has its number still, and no link to a line that is not there.
     assert "line 4" in tree.first("ol", "failures").text and tree.first("ol", "failures").all("a") == []
-    assert "8 more lines read and judged, and not kept here" in tree.first("details", "raw").text
+    assert [each.text for each in tree.first("table", "checks").all("a")] == ["2", "3"]
+    assert "7 more lines read and judged, and not kept here" in tree.first("details", "raw").text
 
 
 def test_memory_of_a_run_is_bounded() -> None:
@@ -354,12 +363,19 @@ def query(command: str, answer: str) -> str:
 
 def test_fan_curves_of_queries_one_by_one() -> None:
     log = "".join(query(*each) for each in (
-        ("fan_get_speed_percent 15 0", "drv_fan_get_speed_percent:50"), ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
+        ("fan_get_speed_percent 15 0", "drv_fan_get_speed_percent:50"),
+        ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
         # The percent belongs to another fan, or is from before a change: no point.
-        ("fan_get_speed_percent 15 1", "drv_fan_get_speed_percent:70"), ("fan_get_speed 15 0", "drv_fan_get_speed:6000"),
+        ("fan_get_speed_percent 15 1", "drv_fan_get_speed_percent:70"),
+        ("fan_get_speed 15 0", "drv_fan_get_speed:6100"),
         ("fan_set_speed_percent 15 1 90", "drv_fan_set_speed_percent success percent:90"),
         ("fan_get_speed 15 1", "drv_fan_get_speed:9100")))
     assert chart_rows(tree_of(page_of(log))) == [["FAN15-0", "50", "6000"]]
+
+
+def test_a_row_without_a_percent_gets_none_of_another_table() -> None:
+    lone = FANS.format(40, 4800, 4700).replace("40%(", "N/A(").replace(END, "") + FANS.format(80, "N/A", "N/A")
+    assert "<figure>" not in page_of(lone) and "<figure>" in page_of(lone + FANS.format(80, 9600, 9500))
 
 
 SHIFTS = """[FAN15]
@@ -381,14 +397,16 @@ def test_curves_of_the_shifts_have_a_line_for_each_fan() -> None:
     assert [each.text for each in tree.first("section", "fans").first("thead").all("th")] == ["Fan", "shift", "W"]
 
 
-@pytest.mark.parametrize("values, step, top", [([9], 2, 10), ([12000], 2000, 12000), ([0.3], 0.05, 0.3), ([], 0.2, 1)])
+@pytest.mark.parametrize("values, step, top", [([9], 2, 10), ([12000], 2000, 12000), ([0.3], 0.05, 0.3),
+                                               ([], 0.2, 1)])
 def test_axis_ends_at_a_round_number(values: list[float], step: float, top: float) -> None:
     axis = figures.axis_of("rpm", values)
     assert axis.step == pytest.approx(step) and axis.top == pytest.approx(top)
 
 
 def test_more_fans_than_can_be_told_apart_are_in_the_table() -> None:
-    rows = "".join(f"FAN15  {fan}       Normal    50%({6000 + fan} )   12000     24        10        5\n" for fan in range(10))
+    rows = "".join(f"FAN15  {fan}       Normal    50%({6000 + fan} )   12000     24        10        5\n"
+                   for fan in range(10))
     tree = tree_of(page_of(rows + END))
     assert len(tree.first("svg", "chart").all("", "series")) == figures.SERIES
     assert "2 more in the table only" in tree.first("ul", "legend").text and len(chart_rows(tree)) == 10

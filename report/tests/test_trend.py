@@ -159,6 +159,7 @@ def test_times_come_from_the_logs_stamps_too(trend):
 
 
 @pytest.mark.parametrize("values", [[60] * 8, [60, 63, 60, 63, 60, 63, 60, 63], [60, 60, 60, 60, 60, 60, 60, 72],
+                                    [60, 70, 61, 75, 66],
                                     [60, 61, 62, 63], [60, 61, 62, 63, 64]])
 def test_what_swings_jumps_once_or_hardly_moves_does_not_drift(trend, values):
     trend(*of_board(values))

@@ -43,14 +43,6 @@ def options_of_help(name: str) -> tuple[set[str], set[str]]:
     return own, {option for text in texts for option in re.findall(r"(?<![\w-])--[a-z][a-z-]*", text)}
 
 
-def to_come(name: str) -> set[str]:
-    """While kestro_report takes diff for a file, the page is ahead of it."""
-    if name != "kestro_report":
-        return set()
-    run = subprocess.run([REPORT, "diff", "--help"], capture_output=True, text=True, check=True, timeout=60)
-    return set() if run.stdout.startswith("usage: kestro_report diff") else {"--tolerance"}
-
-
 def entries(name: str, section: str) -> set[str]:
     """The first word of each entry of a section."""
     text = source_of(name).split(f".SH {section}\n")[1].split("\n.SH ")[0]
@@ -92,7 +84,7 @@ class ManualPages(unittest.TestCase):
                 own, mentioned = options_of_help(name)
                 self.assertGreater(len(own), 2)
                 self.assertEqual(own - options_of_page(name), set(), "only in the help")
-                self.assertEqual(options_of_page(name) - mentioned - to_come(name), set(), "only in the page")
+                self.assertEqual(options_of_page(name) - mentioned, set(), "only in the page")
 
     def test_examples_use_options_of_the_page(self) -> None:
         """The examples of the other pages are run with those of the documents."""

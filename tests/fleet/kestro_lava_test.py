@@ -86,6 +86,17 @@ class KestroLava(unittest.TestCase):
         self.assertEqual(self.cases(measured(0, ("EQUAL", 0))), ["rail_3 --result pass --measurement 0 --units mV"])
         self.assertEqual(self.cases(measured(1, ("EQUAL", 0))), ["rail_3 --result fail --measurement 1 --units mV"])
 
+    def test_values_of_a_series_are_measurements_with_their_places(self) -> None:
+        limits = [{"type": "LESS_THAN", "value": 5000}]
+        begin = step("1", measurementSeriesStart={"measurementSeriesId": "0", "name": "fan 0", "unit": "rpm",
+                                                  "validators": limits})
+        elements = [step("1", measurementSeriesElement={"measurementSeriesId": "0", "index": place, "value": value})
+                    for place, value in enumerate((4900, 5100))]
+        end = step("1", measurementSeriesEnd={"measurementSeriesId": "0", "totalCount": 2})
+        self.assertEqual(self.cases(begin, *elements, end), ["fan_0_0 --result pass --measurement 4900 --units rpm",
+                                                             "fan_0_1 --result fail --measurement 5100 --units rpm"])
+        self.assert_refused(lines_of(BEGIN, elements[0]), "line 2")
+
     def test_nothing_that_was_not_judged_passes(self) -> None:
         self.assertEqual(self.cases(measured(900)), ["rail_3 --result unknown --measurement 900 --units mV"])
         self.assertEqual(self.cases(measured(900, ("REGEX_MATCH", "9"))),

@@ -7,7 +7,6 @@ import shutil
 import subprocess
 import sys
 import unittest
-from datetime import datetime
 from functools import cache
 from pathlib import Path
 
@@ -16,7 +15,7 @@ from desk import RESULTS, SOURCE, command, the_desk
 from hosts import call
 from with_ansible import ansible_run, second_run
 
-LIMIT = 20  # seconds for a check that hangs
+LIMIT = 15  # seconds for a check that hangs
 
 @cache
 def lava_lines(board: str, limit: int = 60) -> list[dict]:
@@ -89,16 +88,11 @@ class WithLava(unittest.TestCase):
         for each in measured:
             float(each["measurement"])
 
-    def test_what_was_found_before_a_board_hangs_comes_at_once(self) -> None:
+    def test_what_was_found_before_a_board_hangs_is_handed_on(self) -> None:
         lines = lava_lines(the_desk().hanging.address, LIMIT)
-        results = [line for line in lines if line["lvl"] == "results" and line["msg"]["definition"] == "0_selftest"]
-        self.assertGreater(sum(line["msg"]["result"] == "pass" for line in results), 100)
-        self.assertEqual((results[-1]["msg"]["case"], results[-1]["msg"]["result"]), ("verdict", "fail"))
-        begun = next(line for line in lines if "kestro_report run" in str(line["msg"]))
-        first, last = (datetime.fromisoformat(line["dt"]) - datetime.fromisoformat(begun["dt"])
-                       for line in (results[0], results[-1]))
-        self.assertLess(first.total_seconds(), LIMIT)
-        self.assertGreaterEqual(last.total_seconds(), LIMIT)
+        results = [line["msg"] for line in lines if line["lvl"] == "results" and line["msg"]["definition"] == "0_selftest"]
+        self.assertGreater(sum(each["result"] == "pass" for each in results), 100)
+        self.assertEqual([each["case"] for each in results if each["result"] == "fail"], ["verdict"])
 
     def test_a_board_ends_what_hangs_with_the_connection(self) -> None:
         lava_lines(the_desk().hanging.address, LIMIT)

@@ -3,6 +3,7 @@
 usage: staged_install_test.py SOURCE_DIR BUILD_DIR
 """
 
+import ast
 import os
 import re
 import shutil
@@ -142,6 +143,16 @@ class Packaging(unittest.TestCase):
         newest = (SOURCE / "packaging/changelog").read_text(encoding="utf-8").split("\n")[0]
         report = (SOURCE / "report/kestro_report/__init__.py").read_text(encoding="utf-8")
         self.assertEqual(re.search(r"\(([\d.]+)\)", newest)[1], re.search(r'VERSION = "([\d.]+)"', report)[1])
+
+    def test_the_report_needs_the_modules_that_it_imports(self) -> None:
+        nodes = [node for path in (SOURCE / "report/kestro_report").rglob("*.py")
+                 for node in ast.walk(ast.parse(path.read_text(encoding="utf-8")))]
+        names = {node.module for node in nodes if isinstance(node, ast.ImportFrom)}
+        names |= {alias.name for node in nodes if isinstance(node, ast.Import) for alias in node.names}
+        others = {name.split(".")[0] for name in names} - sys.stdlib_module_names - {"kestro_report"}
+        fields = (SOURCE / "cmake/packages.cmake").read_text(encoding="utf-8")
+        needed = re.search(r'KESTRO-REPORT_PACKAGE_DEPENDS\s+"([^"]*)"', fields)[1]
+        self.assertEqual(set(re.findall(r"python3-(\w+)", needed)), others)
 
     def test_answers_to_lintian_have_a_reason(self) -> None:
         for file in (SOURCE / "packaging").glob("*/lintian-overrides"):

@@ -197,7 +197,8 @@ def chart_grid(across: Axis, up: Axis) -> list[str]:
                      f'<text class="axis" x="{coordinate(x)}" y="{coordinate(y + 13)}" text-anchor="middle">'
                      f'{value:g}</text>')
     parts.append(f'<text class="axis" x="{CHART_WIDTH - RIGHT}" y="{CHART_HEIGHT - 5}" text-anchor="end">'
-                 f'{escape(across.label)}</text><text class="axis" x="{LEFT + 5}" y="{TOP + 10}">{escape(up.label)}</text>')
+                 f'{escape(across.label)}</text>'
+                 f'<text class="axis" x="{LEFT + 5}" y="{TOP + 10}">{escape(up.label)}</text>')
     return parts
 
 

@@ -19,7 +19,7 @@
       sections: all("details.section", article).map((element) => ({
         element,
         section: element.dataset.s,
-        wasOpen: element.open,
+        wasOpen: false,
         rows: all("tbody tr", element).map((row) => ({ element: row, kind: ROW_KINDS[row.className], text: null })),
       })),
     }));
@@ -60,7 +60,8 @@
     tally.shown += shown;
     const isEmpty = !each.rows.length && fits && isWhole && want.kinds.size === kinds.length;
     each.element.hidden = !shown && !isEmpty;
-    each.element.open = want.isAll || isWhole && !want.section ? each.wasOpen : shown > 0;
+    each.isSifted = want.section || want.kinds.size < kinds.length || !isWhole;
+    each.isFound = shown > 0;
     return shown;
   };
 
@@ -76,16 +77,34 @@
     for (const each of run.sections) { shown += filterSection(each, want, isWhole, tally); }
     run.isFound = shown > 0 || (isWhole && !want.section && want.kinds.size === kinds.length);
     run.article.hidden = !run.isFound;
-    run.article.classList.toggle("filtered", !want.isAll);
+  };
+
+  // What is found is shown at once, unless it is more than anybody reads: to open it all would take seconds.
+  const MOST_OPENED = 500;
+  const openFound = (found) => {
+    for (const run of index.runs) {
+      for (const each of run.sections) {
+        each.element.open = each.isSifted && found <= MOST_OPENED ? each.isFound : each.wasOpen;
+      }
+    }
+  };
+
+  // What was open before the first filter is open again behind the last one.
+  const rememberOpen = () => {
+    for (const run of index.runs) { for (const each of run.sections) { each.wasOpen = each.element.open; } }
   };
 
   const runKindFits = (row, want) => row.kinds.some((kind) => want.kinds.has(kind) &&
     (kind === "passed" || kind === "failed" || !(want.kinds.has("passed") || want.kinds.has("failed"))));
 
+  let isFiltered = false;
   const filter = () => {
     if (index === null) { index = makeIndex(); }
     const want = wanted(), tally = { rows: 0, shown: 0 };
+    if (!isFiltered) { rememberOpen(); }
+    isFiltered = !want.isAll;
     for (const run of index.runs) { filterRun(run, want, tally); }
+    openFound(tally.shown);
     const found = new Set(index.runs.filter((run) => run.isFound).map((run) => run.number));
     let runs = 0;
     for (const row of index.rows) {
@@ -120,7 +139,7 @@
 
   const setOpen = (open) => {
     for (const section of all("details.section, details.values")) { section.open = open; }
-    if (index) { for (const run of index.runs) { for (const each of run.sections) { each.wasOpen = open; } } }
+    if (index) { rememberOpen(); }
   };
 
   // Colours: the choice is kept where the browser lets a page keep something.

@@ -218,8 +218,8 @@ def value_of(each: Measurement, seen: list[float], least: float, greatest: float
     elif is_drawn:
         bar = figures.plain_bar(each.value, least, greatest)
     said = f"seen {number(min(seen))} to {number(max(seen))}" if len(seen) == 2 else ""
-    return Value(short(each.name), number(each.value), UNITS.get(each.unit, each.unit), figures.limits_said(each.limits),
-                 state, each.line.number, bar, said)
+    return Value(short(each.name), number(each.value), UNITS.get(each.unit, each.unit),
+                 figures.limits_said(each.limits), state, each.line.number, bar, said)
 
 
 @dataclass(slots=True, frozen=True)

@@ -8,6 +8,7 @@ from markupsafe import Markup
 
 from kestro_report import VERSION
 from kestro_report.writers.page import OUTCOME_WORDS, source_hash
+from kestro_report.writers.page_runs import fit
 
 FOLDER = Path(__file__).parent
 # A drawing's size, in its own units.
@@ -17,7 +18,7 @@ WIDTH, HEIGHT, EDGE = 160, 28, 3
 @cache
 def templates() -> jinja2.Environment:
     return jinja2.Environment(loader=jinja2.FileSystemLoader(FOLDER), autoescape=True, trim_blocks=True,
-                              lstrip_blocks=True, undefined=jinja2.StrictUndefined)
+                              lstrip_blocks=True, undefined=jinja2.StrictUndefined, finalize=fit)
 
 
 def render(name: str, **what: object) -> str:

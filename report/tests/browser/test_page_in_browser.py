@@ -205,6 +205,17 @@ def test_filter_by_verdict_and_section(browser: Browser, full_page: str) -> None
     assert len(browser.texts("table.checks tbody td:first-child")) == 4
 
 
+def test_what_a_filter_opens_is_closed_again(browser: Browser) -> None:
+    browser.open(page_of(GOOD.replace("##### temperature", "what no rule knows\n##### temperature")))
+    open_sections = "details.section[open]"
+    browser.run("document.querySelector('details[data-s=temperature]').open = true")
+    for kind in ("failed", "passed", "unsupported"):
+        browser.one(f".kind[value={kind}]").click()
+    assert browser.texts("table.checks tbody td:nth-child(2)") == ["what no rule knows"]
+    browser.one("#reset").click()
+    assert browser.texts(f"{open_sections} .name") == ["temperature"]
+
+
 def test_everything_can_be_reached_by_the_tabulator(browser: Browser, failed_page: str) -> None:
     browser.open(failed_page)
     wanted = browser.run("""
