@@ -44,7 +44,8 @@ def command_line_of(words: Sequence[str], board: str | None, trace: str | None =
 
     A simulated board is asked to write the trace; whoever starts another command sees to its trace."""
     if board is not None and not is_own(words[0]):
-        raise InputError(f"--board wants words of kestro_test, such as 'board_test board_onekey_test', not '{words[0]}'")
+        raise InputError("--board wants words of kestro_test, such as 'board_test board_onekey_test', "
+                         f"not '{words[0]}'")
     program = "kestro_sim" if board is not None else "kestro_test" if is_own(words[0]) else words[0]
     place = program_place(program) if program is not words[0] else shutil.which(program)
     if place is None:

@@ -241,8 +241,8 @@ def test_a_board_is_simulated(tmp_path: Path, said, monkeypatch: pytest.MonkeyPa
     monkeypatch.setenv("PATH", str(place.parent))
     monkeypatch.setattr(sys, "argv", ["kestro_report"])
     assert command_line_of(["mac_test", "x"], "lpu") == [str(place), "--board", "lpu", "--", "mac_test", "x"]
-    assert command_line_of(["mac_test"], "lpu", "t") == [str(place), "--board", "lpu", "--trace", "t", "--trace-output", "--",
-                                                        "mac_test"]
+    assert command_line_of(["mac_test"], "lpu", "t") == [str(place), "--board", "lpu", "--trace", "t",
+                                                         "--trace-output", "--", "mac_test"]
 
 
 def test_a_program_beside_this_one_goes_before_one_in_the_path(tmp_path: Path, said, monkeypatch: pytest.MonkeyPatch):
