@@ -117,7 +117,7 @@ def test_junit_output_and_unknown_lines():
 def test_junit_suite_without_checks_shows_its_unknown_lines():
     suites = list(suites_of([RAILS, GOOD, RELAYS, "a remark", END]))
     assert [(suite.name, suite.tests, unknown_of(suite)) for suite in suites] == [
-        ("board-0.txt / rails", 1, None), ("board-0.txt / relays", 0, "line 3 is unknown: a remark")]
+        ("board-0.txt / rails", 1, None), ("board-0.txt / relays", 0, "line 4 is unknown: a remark")]
 
 
 def test_junit_times_properties_and_names():
