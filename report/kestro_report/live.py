@@ -44,7 +44,8 @@ def command_line_of(words: Sequence[str], board: str | None, trace: str | None =
 
     A simulated board is asked to write the trace; whoever starts another command sees to its trace."""
     if board is not None and not is_own(words[0]):
-        raise InputError(f"--board wants words of kestro_test, such as 'board_test board_onekey_test', not '{words[0]}'")
+        raise InputError("--board wants words of kestro_test, such as 'board_test board_onekey_test', "
+                         f"not '{words[0]}'")
     program = "kestro_sim" if board is not None else "kestro_test" if is_own(words[0]) else words[0]
     place = program_place(program) if program is not words[0] else shutil.which(program)
     if place is None:
@@ -176,10 +177,12 @@ class LiveRun:
 
 
 def start(command: Sequence[str], timeout: float | None = None, keep: BinaryIO | None = None) -> LiveRun:
-    """The command's standard error goes where ours goes; it has no standard input, and a process group of its own."""
+    """The command's standard error goes where ours goes; it has no standard input, and a process group of its own.
+
+    Files that the shell opened for it, as for --script <(...), are handed on; ours are not."""
     try:
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, bufsize=0,
-                                   start_new_session=True)
+                                   start_new_session=True, close_fds=False)
     except OSError as error:
         raise InputError(f"{command[0]}: {error.strerror}; a program that can be started is wanted") from error
     return LiveRun(process, timeout, keep)

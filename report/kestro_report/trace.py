@@ -76,7 +76,7 @@ class Trace:
         self.failed: dict[int, list[tuple[int, Call]]] = {}  # by result; each with its place among all
         self.place = self.place_found = 0
         self.left_out: Counter[str] = Counter()
-        self.unreturned = ""
+        self.unreturned = self.scripted_end = ""
         if not is_to_come:
             self.look_through()
 
@@ -114,6 +114,8 @@ class Trace:
             if found is None and text.strip() and not text.startswith("#"):
                 raise InputError(f"{self.file}: line {self.number}: '{printable(text[:60])}' is no line of a trace; "
                                  "right is, as in drv_mac_get_num(type_id=1) = 0x0 num=4")
+            if found is not None and found["result"] in ("crash", "hang"):
+                self.scripted_end = never_came_back(self.number, text)
             if found is not None and found["result"]:
                 yield call_of(found), []
 
@@ -130,8 +132,8 @@ class Trace:
         if len(line) == LONGEST_LINE:
             raise InputError(f"{self.file}: line {self.number + 1}: it is longer than a line of a trace can be")
         found = CALL.match(line.decode("utf-8", "surrogateescape"))
-        said = printable(found.string[:LONGEST_SHOWN]) if found and not found["result"] else ""
-        self.unreturned = f"line {self.number + 1}: this call never came back: {said}" if said else ""
+        begun = found.string if found and not found["result"] else ""
+        self.unreturned = never_came_back(self.number + 1, begun) if begun else self.scripted_end
         if line:
             stream.seek(at)
         return b""
@@ -209,6 +211,10 @@ class Trace:
             for _ in self.entries():
                 pass
         return notes + ([f"{self.file}: {self.unreturned}"] if self.unreturned else [])
+
+
+def never_came_back(number: int, text: str) -> str:
+    return f"line {number}: this call never came back: {printable(text[:LONGEST_SHOWN])}"
 
 
 def stamp_of(file: Path) -> tuple[int, ...] | None:

@@ -89,6 +89,18 @@ def test_the_command_has_no_standard_input():
     assert (data, status) == (b"end\n", 0)
 
 
+def test_files_that_the_shell_opened_are_handed_on(said):
+    ended = subprocess.run(["bash", "-c", f"'{KESTRO_REPORT}' run -- cat <(cat '{said(GOOD)}')"], capture_output=True,
+                           check=False)
+    assert (ended.returncode, ended.stderr) == (0, b"")
+
+
+def test_files_of_this_program_are_not_handed_on(tmp_path: Path):
+    data, _, _ = run_to_end("ls -l /proc/$$/fd")
+    with (tmp_path / "a report").open("w"):
+        assert run_to_end("ls -l /proc/$$/fd")[0].count(b"->") == data.count(b"->")
+
+
 def test_the_raw_output_is_kept_byte_for_byte(tmp_path: Path):
     output = b"\x1b[1m" + GOOD.replace("\n", "\r\n").encode() + b"\xff\0\rno line end"
     (tmp_path / "raw").write_bytes(output)
@@ -229,8 +241,8 @@ def test_a_board_is_simulated(tmp_path: Path, said, monkeypatch: pytest.MonkeyPa
     monkeypatch.setenv("PATH", str(place.parent))
     monkeypatch.setattr(sys, "argv", ["kestro_report"])
     assert command_line_of(["mac_test", "x"], "lpu") == [str(place), "--board", "lpu", "--", "mac_test", "x"]
-    assert command_line_of(["mac_test"], "lpu", "t") == [str(place), "--board", "lpu", "--trace", "t", "--trace-output", "--",
-                                                        "mac_test"]
+    assert command_line_of(["mac_test"], "lpu", "t") == [str(place), "--board", "lpu", "--trace", "t",
+                                                         "--trace-output", "--", "mac_test"]
 
 
 def test_a_program_beside_this_one_goes_before_one_in_the_path(tmp_path: Path, said, monkeypatch: pytest.MonkeyPatch):

@@ -188,6 +188,12 @@ def test_a_run_that_fails_nowhere_and_hangs_in_a_driver_is_told(tmp_path: Path):
     assert trace.notes() == [f"{trace.file}: line 2: this call never came back: drv_mac_init()"]
 
 
+@pytest.mark.parametrize("word", ["crash", "hang"])
+def test_a_call_that_a_script_lets_end_the_run_is_told_too(written, word: str):
+    trace = Trace(written(get(1), f"drv_mac_init() = {word}"))
+    assert trace.notes() == [f"{trace.file}: line 2: this call never came back: drv_mac_init() = {word}"]
+
+
 def test_an_empty_trace_has_no_calls(written):
     assert Trace(written(end="")).calls_of(failed("Error")) == ()
 
