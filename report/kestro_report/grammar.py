@@ -185,11 +185,14 @@ def with_bytes(text: str) -> str:
     return re.sub(r"\\x([89a-f][0-9a-f])", lambda found: chr(0xDC00 + int(found[1], 16)), text)
 
 
+OTHER_KEYS = ("check", "means", "within", "text_follows", "of_run", "after_end", "example")
+
+
 def rule_of(group: str, entry: dict) -> Rule:
     kind = next(key for key in entry if key in KINDS)
     measures = tuple(Measure(**each) for each in entry.get("measures", ()))
     outcomes = {str(word): outcome for word, outcome in entry.get("outcomes", {}).items()}
-    others = {key: entry[key] for key in ("check", "means", "within", "text_follows", "of_run", "after_end", "example") if key in entry}
+    others = {key: entry[key] for key in OTHER_KEYS if key in entry}
     others["rows"] = tuple(rule_of(group, row) for row in entry.get("rows", ()))
     by = entry.get("by", "ret" if kind == "code" else "")
     return Rule(kind, with_bytes(entry[kind]), group, measures=measures, by=by, outcomes=outcomes, **others)

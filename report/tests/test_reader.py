@@ -62,7 +62,8 @@ def test_measurements_have_units_and_scales():
     ["drv_relay_get::id:1 ret:0x81110103 value:7"],  # the call failed
     ["Error: rail 2 get fail. ret 0x81110103", "Error: rail 2 is 0mV"],  # the call of the line before did
     ["fan 3 turns N/A of nan"],
-    ["fan 3 turns N/A of inf", "fan 3 turns N/A of 1.0e999", f"fan 3 turns {'9' * 400} of nan"],  # no number that a report could hold
+    # No number that a report could hold.
+    ["fan 3 turns N/A of inf", "fan 3 turns N/A of 1.0e999", f"fan 3 turns {'9' * 400} of nan"],
 ])
 def test_what_is_no_value_is_no_measurement(lines):
     assert read(GOOD, *lines, END).measurements == []

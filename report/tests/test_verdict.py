@@ -257,7 +257,8 @@ def test_facts_beside_the_files(outputs):
 
 
 @pytest.mark.parametrize("text, said", [
-    ("- dut\n", "a list of names and values is wanted"), ("dut: [", "no YAML"), ("colour: red\n", "unknown name 'colour'"),
+    ("- dut\n", "a list of names and values is wanted"), ("dut: [", "no YAML"),
+    ("colour: red\n", "unknown name 'colour'"),
     ("dut: \udcff", "no YAML")])
 def test_facts_that_are_none(outputs, text, said):
     file = outputs / "good.facts.yaml"

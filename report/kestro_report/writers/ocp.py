@@ -131,8 +131,8 @@ class OcpLines(Writer):
             self.write_step({"measurement": value | self.said_of(measurement)})
         for limit in measurement.broken:
             if limit.severity == "warning":
-                said = f"{measurement.name}: {measurement.value:.10g} {measurement.unit} is beyond {limit.value:.10g} " \
-                       f"({limit.source})"
+                said = (f"{measurement.name}: {measurement.value:.10g} {measurement.unit} is beyond "
+                        f"{limit.value:.10g} ({limit.source})")
                 self.write_step({"log": {"severity": "WARNING", "message": plain(said)}})
 
     def said_of(self, measurement: Measurement) -> dict[str, object]:
