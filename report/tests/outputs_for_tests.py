@@ -3,9 +3,10 @@
 import subprocess
 from pathlib import Path
 
+from readings import Kept
+
 from kestro_report.grammar import Grammar
 from kestro_report.reader import Reader, Settings
-from kestro_report.records import Check, Line, Measurement, Run, Section, Writer
 from kestro_report.texts import text_lines
 
 TREE = Path(__file__).resolve().parent.parent.parent
@@ -21,35 +22,6 @@ BAD = BANNER + PASSED_LINE + FAILED_LINE + END
 CUT = BANNER + PASSED_LINE
 
 
-class Recorder(Writer):
-    """Keeps all that a reading tells."""
-
-    def __init__(self) -> None:
-        self.runs: list[Run] = []
-        self.sections: list[Section] = []
-        self.checks: list[Check] = []
-        self.lines: list[Line] = []
-        self.measurements: list[Measurement] = []
-
-    def run_begins(self, run: Run) -> None:
-        self.runs.append(run)
-
-    def section_begins(self, section: Section) -> None:
-        self.sections.append(section)
-
-    def check(self, check: Check) -> None:
-        self.checks.append(check)
-
-    def line(self, section: Section | None, line: Line) -> None:
-        self.lines.append(line)
-
-    def measurement(self, measurement: Measurement) -> None:
-        self.measurements.append(measurement)
-
-    def said(self) -> list[tuple[str, str]]:
-        return [(check.name, check.outcome) for check in self.checks]
-
-
 def in_pieces(data: bytes, size: int):
     """A read function that gives at most so many bytes at a time."""
     at = 0
@@ -63,9 +35,9 @@ def in_pieces(data: bytes, size: int):
 
 
 def reading(rules: Grammar, data: bytes | str, size: int = 1 << 16, settings: Settings | None = None,
-            facts: dict[str, str] | None = None) -> tuple[Reader, Recorder]:
+            facts: dict[str, str] | None = None) -> tuple[Reader, Kept]:
     data = data.encode("utf-8", "surrogateescape") if isinstance(data, str) else data
-    recorder = Recorder()
+    recorder = Kept()
     reader = Reader(rules, [recorder], settings)
     reader.begin_source("output", facts)
     for line in text_lines(in_pieces(data, size)):
