@@ -16,6 +16,8 @@ from kestro_report.texts import TextLine, printable
 PROMPT = re.compile(r"[#$>] ?(?:[\w./-]*/)?kestro_test +(?P<words>[a-z0-9]\w*_test\b.*)")
 # An unknown line that speaks like a check may be one of a newer program: then nobody knows how the run came out.
 SOUNDS_LIKE_A_CHECK = re.compile(r"^(?:Error|Success|Succ?ess)|\bfail|\berror\b", re.IGNORECASE)
+# Nor does a driver's own text, wherever it may stand, begin as the lines of a check do.
+BEGINS_LIKE_A_CHECK = re.compile(r"(?:Error|Success|Info) *:")
 LONGEST_KEPT = 1000
 
 # Where a test tells of its parts, what it tells of itself stands in a part of its own.
@@ -78,6 +80,7 @@ class Reader:
         self.just_failed = ""  # the check that the line before told to have failed
         self.end_line: Line | None = None
         self.judges_itself = False
+        self.strange: Line | None = None  # the first unknown line that sounds like a check
         self.text_follows = False
         self.rows: tuple[Rule, ...] = ()  # what lines of the text that follows may say
         self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
@@ -152,9 +155,8 @@ class Reader:
             run.problems.append(f"ended with status {status}, which says that the program could not do its work")
         elif status == 255 and not run.counts[FAILED]:
             run.problems.append("ended with status 255, and no line tells of a failure")
-        strange = [line for line in run.unknown_lines if SOUNDS_LIKE_A_CHECK.search(line.text)]
-        if strange:
-            run.problems.append(f"line {strange[0].number} sounds like a check and is not known: {strange[0].text}")
+        if self.strange is not None:
+            run.problems.append(f"line {self.strange.number} sounds like a check and is not known: {self.strange.text}")
         if run.checked == 0 and not run.problems:
             run.problems.append("nothing was checked")
 
@@ -229,9 +231,11 @@ class Reader:
     def take_unknown(self, line: Line) -> None:
         if self.run is None or self.is_ended:
             line.kind = "outside"
-        elif self.text_follows:
+        elif self.text_follows and not BEGINS_LIKE_A_CHECK.match(line.text):
             line.kind = "text"
         else:
+            if self.strange is None and SOUNDS_LIKE_A_CHECK.search(line.text):
+                self.strange = shortened(line)
             self.run.unknown += 1
             if len(self.run.unknown_lines) < KEPT:
                 self.run.unknown_lines.append(shortened(line))

@@ -101,6 +101,18 @@ def test_an_unknown_line_that_sounds_like_a_check_makes_the_verdict_unsure(line)
     assert run.problems == [f"line 2 sounds like a check and is not known: {line}"]
 
 
+def test_a_check_that_nobody_knows_is_found_behind_any_number_of_unknown_lines():
+    run = read(GOOD, *(f"remark {number}" for number in range(2000)), "Error: the hamster is gone", END).run
+    assert run.problems == ["line 2002 sounds like a check and is not known: Error: the hamster is gone"]
+    assert (run.unknown, len(run.unknown_lines)) == (2001, 1000)
+
+
+@pytest.mark.parametrize("line", ["Error  : the hamster is gone", "Success: the hamster is there", "Info   : no hamster"])
+def test_drivers_text_hides_no_check_that_nobody_knows(line):
+    kept = read(GOOD, "dump of wheel", "turning, no error", line, END)
+    assert kept.kinds()[2:4] == ["text", "unknown"] and kept.run.unknown == 1
+
+
 @pytest.mark.parametrize("line", ["sonar 3 is at 17", "mirror 0x7 ready", "[12.5]"])
 def test_another_unknown_line_is_told_and_no_more(line):
     run = read(GOOD, line, END).run
