@@ -129,7 +129,7 @@ def test_failures_come_first_with_all_that_is_known() -> None:
     link = failure.first("a")
     assert (link.get("href"), link.text) == (f"#r1l{BAD_LINE}", f"line {BAD_LINE}")
     assert "Error: voltage get avs chip 0x-80 alert fail 0x21" in failure.text
-    assert "A regulator has an alert" in failure.first("", "means").text
+    assert "The regulator has an alert" in failure.first("", "means").text
     assert "drv_avs_get_alert(0, 0x0) = 0x21" in failure.first("details", "calls").text
     facts = tree.first("dl", "facts").text
     assert "251104" in facts and "board-1.txt" in facts and "1 failed" in facts and "1 unknown" in facts
