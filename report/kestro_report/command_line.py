@@ -6,6 +6,7 @@ import io
 import os
 import sys
 import time
+import traceback
 from collections.abc import Callable, Iterable, Iterator
 from contextlib import ExitStack, nullcontext
 from pathlib import Path
@@ -129,6 +130,9 @@ def main(words: list[str]) -> int:
         print(f"kestro_report: {error.filename or 'standard output'}: {error.strerror}", file=sys.stderr)
     except KeyboardInterrupt:
         print("kestro_report: interrupted", file=sys.stderr)
+    except Exception:  # the interpreter would end with 1, which says that a check has failed
+        traceback.print_exc()
+        print("kestro_report: this is a fault of the tool and no verdict", file=sys.stderr)
     give_up_output()
     return TOOL_AT_FAULT
 

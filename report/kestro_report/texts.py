@@ -9,6 +9,9 @@ CHUNK = 1 << 16
 # What is longer is no line of kestro_test; it is cut, so that a file without line ends takes no memory.
 LONGEST = 1 << 16
 
+# In seconds since 1970. No calendar goes on from there, and no log's own clock runs so long.
+YEAR_10000 = 253402300800.0
+
 LINE_ENDS = re.compile(rb"\r+\n")
 ESCAPES = re.compile(rb"\x1b(?:\[[0-?]*[ -/]*[@-~]|[@-Z\\-_])")
 # What console servers and loggers put in front of a line.
@@ -44,13 +47,16 @@ def byte_lines(read: Callable[[int], bytes]) -> Iterator[tuple[int, bytes, bool]
 
 
 def time_of(found: re.Match) -> float | None:
+    """The stamp's time; nothing where it is no time that a calendar has."""
     if found["seconds"]:
-        return float(found["seconds"])
-    try:
-        moment = datetime.fromisoformat(found["date"].replace(",", "."))
-    except ValueError:
-        return None
-    return (moment if moment.tzinfo else moment.replace(tzinfo=timezone.utc)).timestamp()
+        time = float(found["seconds"])
+    else:
+        try:
+            moment = datetime.fromisoformat(found["date"].replace(",", "."))
+        except ValueError:
+            return None
+        time = (moment if moment.tzinfo else moment.replace(tzinfo=timezone.utc)).timestamp()
+    return time if time < YEAR_10000 else None
 
 
 def text_lines(read: Callable[[int], bytes]) -> Iterator[TextLine]:

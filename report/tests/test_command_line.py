@@ -7,6 +7,8 @@ import pytest
 
 from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, kestro_report
 
+from kestro_report import command_line
+
 
 @pytest.fixture
 def outputs(tmp_path: Path) -> Path:
@@ -97,3 +99,37 @@ def test_the_starter_works_from_anywhere_and_through_a_link(outputs: Path):
     link = outputs / "link"
     link.symlink_to(KESTRO_REPORT)
     assert subprocess.run([link, "--quiet", "good"], cwd=outputs, check=False).returncode == 0
+
+
+@pytest.mark.parametrize("stamp", ["[99999999999999.123]", f"[{'9' * 400}.123]", "[253402300800.000]",
+                                   "9999-12-31T23:59:59-23:59", "0001-01-01T00:00:00+23:59", "2026-02-31T10:00:00Z"])
+@pytest.mark.parametrize("form", ["--junit", "--tap", "--jsonl", "--html"])
+def test_a_stamp_that_no_calendar_has_breaks_no_report(tmp_path: Path, form: str, stamp: str):
+    log = tmp_path / "log.txt"
+    log.write_text("".join(f"{stamp} {line}\n" for line in GOOD.splitlines()), encoding="utf-8")
+    ran = kestro_report(form, tmp_path / "report", log)
+    assert (ran.returncode, ran.stderr) == (0, "")
+
+
+def starter_with(folder: Path, package: str) -> subprocess.CompletedProcess:
+    """Runs the starter beside a package of one module."""
+    for name in ("bin", "kestro_report"):
+        (folder / name).mkdir()
+    (folder / "bin/kestro_report").write_bytes(KESTRO_REPORT.read_bytes())
+    (folder / "kestro_report/command_line.py").write_text(package, encoding="utf-8")
+    return subprocess.run(["/usr/bin/python3", "-B", folder / "bin/kestro_report"], capture_output=True, text=True,
+                          check=False)
+
+
+def test_a_library_that_is_missing_is_no_failed_check(tmp_path: Path):
+    ran = starter_with(tmp_path, "import nothing_of_this_name\n")
+    assert ran.returncode == 2 and ran.stderr.count("\n") == 1
+    assert "no module 'nothing_of_this_name'; Debian has what is needed in python3-jinja2" in ran.stderr
+
+
+def test_a_fault_of_the_tool_is_no_failed_check(monkeypatch, capsys):
+    def broken(_: list[str]) -> int:
+        raise ZeroDivisionError("a fault")
+    monkeypatch.setattr(command_line, "command_read", broken)
+    assert command_line.main(["read"]) == 2
+    assert capsys.readouterr().err.endswith("this is a fault of the tool and no verdict\n")
