@@ -36,7 +36,8 @@ def facts_beside(path: Path) -> dict[str, str]:
     if not file.is_file():
         return {}
     try:
-        facts = yaml.safe_load(file.read_text(encoding="utf-8"))
+        # All are texts as they stand: the serial number 0042 is neither 42 nor 34.
+        facts = yaml.load(file.read_text(encoding="utf-8"), Loader=yaml.BaseLoader)
     except (yaml.YAMLError, UnicodeDecodeError) as error:
         raise InputError(f"{file}: no YAML: {' '.join(str(error).split())}") from error
     if not isinstance(facts, dict):
@@ -44,7 +45,9 @@ def facts_beside(path: Path) -> dict[str, str]:
     for name in facts:
         if name not in KNOWN_FACTS:
             raise InputError(f"{file}: unknown name '{name}'; there are {', '.join(KNOWN_FACTS)}")
-    return {name: str(value) for name, value in facts.items() if value is not None}
+        if not isinstance(facts[name], str):
+            raise InputError(f"{file}: '{name}' wants a text, such as 'serial: 2511040109'")
+    return {name: value for name, value in facts.items() if value not in ("", "~", "null")}
 
 
 def check_input(name: str) -> None:

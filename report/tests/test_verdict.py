@@ -12,6 +12,7 @@ from readings import BAD, END, GOOD, RAILS, RELAYS, RULES, Kept, feed, read
 
 from kestro_report import grammar
 from kestro_report.command_line import main
+from kestro_report.inputs import facts_beside
 from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
 from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORTED
 from kestro_report.verdict import exit_status, outcome_of
@@ -258,7 +259,7 @@ def test_facts_beside_the_files(outputs):
 
 @pytest.mark.parametrize("text, said", [
     ("- dut\n", "a list of names and values is wanted"), ("dut: [", "no YAML"),
-    ("colour: red\n", "unknown name 'colour'"),
+    ("colour: red\n", "unknown name 'colour'"), ("dut: {a: b}\n", "'dut' wants a text"),
     ("dut: \udcff", "no YAML")])
 def test_facts_that_are_none(outputs, text, said):
     file = outputs / "good.facts.yaml"
@@ -267,6 +268,14 @@ def test_facts_that_are_none(outputs, text, said):
     assert ended.returncode == 2
     assert ended.stderr.startswith(f"kestro_report: {file}: ") and said in ended.stderr
     assert ended.stdout == ""
+
+
+@pytest.mark.parametrize("written, serial", [
+    ("0042", "0042"), ("2511040109", "2511040109"), ("1e5", "1e5"), ("12:30", "12:30"), ("no", "no"),
+    ("2026-99-99", "2026-99-99"), ("'~'", None), ("", None), ("null", None)])
+def test_facts_are_texts_as_they_stand(outputs, written, serial):
+    (outputs / "good.facts.yaml").write_text(f"serial: {written}\n", encoding="utf-8")
+    assert facts_beside(outputs / "good.txt").get("serial") == serial
 
 
 def test_only_a_good_run_tells_what_to_expect(outputs):
