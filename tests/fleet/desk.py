@@ -14,7 +14,7 @@ from document import read_document
 from hosts import Network, call
 
 SOURCE, BUILD = (Path(word).resolve() for word in sys.argv[1:3])
-RESULTS = BUILD / "tests/fleet"
+RESULTS = BUILD / "fleet-artefacts"
 # In the middle of the self-test, some hundred lines from its begin.
 HANG = "drv_rtc_read_time = hang\n"
 REPORT_START = '#!/bin/sh\nexec {source}/report/bin/kestro_report "$@"\n'

@@ -1,6 +1,6 @@
 """Boards in networks of their own, checked as docs/fleet.md says: with Ansible and with LAVA.
 
-usage: fleet_test.py SOURCE_DIR BUILD_DIR [TEST...]     as root; what came out stays in BUILD_DIR/tests/fleet
+usage: fleet_test.py SOURCE_DIR BUILD_DIR [TEST...]     as root; what came out stays in BUILD_DIR/fleet-artefacts
 """
 
 import os
