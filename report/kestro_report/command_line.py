@@ -80,14 +80,14 @@ def command_run(words: list[str]) -> int:
     command = live.command_line_of(words[at + 1:], options.board, options.trace)
     rules = grammar.load()
     settings = settings_of(options, rules, is_live=True)
-    with ExitStack() as stack:
+    with live.Wishes() as wishes, ExitStack() as stack:
         outputs = Outputs(options, stack)
         keep = outputs.open_bytes(options.keep) if options.keep else None
         writers = outputs.add_formats()
         progress = progress_if_seen()
         reader = Reader(rules, [*writers, *([progress] if progress else [])], settings)
         reader.tell("report_begins")
-        with live.start(command, options.timeout, keep) as run:
+        with live.start(command, wishes, options.timeout, keep) as run:
             run.on_tick += [progress.show_in_time] if progress else []
             run_and_read(reader, run, Path(command[0]).name, facts_given(options), live.words_of_product(command))
         if progress:

@@ -23,6 +23,8 @@ TICK_SECONDS = 0.25
 
 OWN_WORD = re.compile(r"\w+_test")
 ASKING_TO_END = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
+# Who asks so often waits for nothing any more, not even for the reports.
+IMPATIENT = 4
 
 
 def is_own(word: str) -> bool:
@@ -64,27 +66,47 @@ def words_of_product(command: Sequence[str]) -> str:
 
 
 @dataclass
+class Wishes:
+    """How often somebody has asked for the end. Held from before the command starts until the reports are written:
+    in between, the default action of a signal would leave the command behind on the board, or half a report."""
+    count: int = 0
+    handlers: dict[signal.Signals, object] = field(default_factory=dict)
+
+    def __enter__(self) -> Self:
+        for number in ASKING_TO_END:
+            # What the caller ignores, as a shell lets a background job ignore Ctrl-C, stays ignored.
+            if signal.getsignal(number) != signal.SIG_IGN:
+                self.handlers[number] = signal.signal(number, self.note)
+        return self
+
+    def __exit__(self, *_: object) -> None:
+        for number, handler in self.handlers.items():
+            signal.signal(number, handler)
+
+    def note(self, *_: object) -> None:
+        """Only noted: an exception in the middle of a line would lose what the reports have to say."""
+        self.count += 1
+        if self.count >= IMPATIENT:
+            raise KeyboardInterrupt
+
+
+@dataclass
 class LiveRun:
     """A command that runs. `read` gives what has come; at its end `problem` says why it did not end by itself."""
     process: subprocess.Popen
+    wishes: Wishes
     timeout: float | None = None
     keep: BinaryIO | None = None
     on_tick: list[Callable[[], None]] = field(default_factory=list)
     problem: str = ""
-    wishes: int = 0  # how often somebody has asked for its end
     began: float = field(default_factory=time.monotonic)
     asked: float | None = None  # when it was asked to end
     killed: float | None = None
     seen_ended: float | None = None
     selector: selectors.BaseSelector = field(default_factory=selectors.DefaultSelector)
-    handlers: dict[signal.Signals, object] = field(default_factory=dict)
 
     def __enter__(self) -> Self:
         self.selector.register(self.process.stdout, selectors.EVENT_READ)
-        for number in ASKING_TO_END:
-            # What the caller ignores, as a shell lets a background job ignore Ctrl-C, stays ignored.
-            if signal.getsignal(number) != signal.SIG_IGN:
-                self.handlers[number] = signal.signal(number, self.wish_for_end)
         return self
 
     def __exit__(self, *_: object) -> None:
@@ -94,12 +116,6 @@ class LiveRun:
             self.process.wait()
         self.selector.close()
         self.process.stdout.close()
-        for number, handler in self.handlers.items():
-            signal.signal(number, handler)
-
-    def wish_for_end(self, *_: object) -> None:
-        """Only noted: an exception in the middle of a line would lose what the reports have to say."""
-        self.wishes += 1
 
     def read(self, size: int) -> bytes:
         while not self.watch():
@@ -120,11 +136,11 @@ class LiveRun:
     def watch(self) -> bool:
         """Asks the command to end when it is time, and makes it end when it does not. True: no more is waited for."""
         now = time.monotonic()
-        if self.asked is None and self.wishes:
+        if self.asked is None and self.wishes.count:
             self.ask_to_end("interrupted", now)
         elif self.asked is None and self.timeout is not None and now - self.began > self.timeout:
             self.ask_to_end(f"not ended after {self.timeout:g} seconds", now)
-        if self.asked is not None and self.killed is None and (now - self.asked > GRACE_SECONDS or self.wishes > 1):
+        if self.asked is not None and self.killed is None and (now - self.asked > GRACE_SECONDS or self.wishes.count > 1):
             self.kill()
         if self.seen_ended is None and self.has_ended():
             self.seen_ended = now
@@ -176,7 +192,8 @@ class LiveRun:
         return None if self.problem else status
 
 
-def start(command: Sequence[str], timeout: float | None = None, keep: BinaryIO | None = None) -> LiveRun:
+def start(command: Sequence[str], wishes: Wishes, timeout: float | None = None,
+          keep: BinaryIO | None = None) -> LiveRun:
     """The command's standard error goes where ours goes; it has no standard input, and a process group of its own.
 
     Files that the shell opened for it, as for --script <(...), are handed on; ours are not."""
@@ -185,4 +202,4 @@ def start(command: Sequence[str], timeout: float | None = None, keep: BinaryIO |
                                    start_new_session=True, close_fds=False)
     except OSError as error:
         raise InputError(f"{command[0]}: {error.strerror}; a program that can be started is wanted") from error
-    return LiveRun(process, timeout, keep)
+    return LiveRun(process, wishes, timeout, keep)

@@ -12,8 +12,9 @@ from pathlib import Path
 import pytest
 
 from kestro_report import live
+from kestro_report.command_line import main
 from kestro_report.errors import InputError
-from kestro_report.live import command_line_of, start, words_of_product
+from kestro_report.live import Wishes, command_line_of, start, words_of_product
 from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, kestro_report
 
 ENDLESS = "exec tail -f /dev/null"
@@ -37,7 +38,7 @@ def soon(monkeypatch: pytest.MonkeyPatch) -> None:
 
 
 def run_to_end(command: str, timeout: float | None = None) -> tuple[bytes, int | None, live.LiveRun]:
-    with start(["/bin/sh", "-c", command], timeout) as run:
+    with Wishes() as wishes, start(["/bin/sh", "-c", command], wishes, timeout) as run:
         data = b""
         while piece := run.read(1 << 16):
             data += piece
@@ -163,7 +164,7 @@ def test_who_left_the_group_and_prints_on_is_left_alone_at_the_end(soon):
 
 
 def test_nothing_stays_behind_after_an_error_here(soon):
-    with pytest.raises(ZeroDivisionError), start(["/bin/sh", "-c", ENDLESS]) as run:
+    with pytest.raises(ZeroDivisionError), start(["/bin/sh", "-c", ENDLESS], Wishes()) as run:
         raise ZeroDivisionError
     assert not lives(run.process.pid)
 
@@ -184,13 +185,57 @@ def test_an_interrupt_ends_the_command_and_leaves_whole_reports(tmp_path: Path, 
 
 def test_a_second_interrupt_does_not_wait(monkeypatch: pytest.MonkeyPatch):
     monkeypatch.setattr(live, "GRACE_SECONDS", 1000.0)
-    with start(["/bin/sh", "-c", "trap '' TERM; echo x; while :; do sleep 0.02; done"]) as run:
+    stubborn = ["/bin/sh", "-c", "trap '' TERM; echo x; while :; do sleep 0.02; done"]
+    with Wishes() as wishes, start(stubborn, wishes) as run:
         assert run.read(10) == b"x\n"
         os.kill(os.getpid(), signal.SIGINT)
         os.kill(os.getpid(), signal.SIGINT)
         while run.read(10):
             pass
         assert (run.finish(), run.problem) == (None, "interrupted")
+
+
+def started(monkeypatch: pytest.MonkeyPatch, then) -> list[subprocess.Popen]:
+    """What the tool starts, each followed at once by `then`: before the tool could have looked at it."""
+    processes, popen = [], subprocess.Popen
+
+    def make(*words, **options):
+        processes.append(popen(*words, **options))
+        then()
+        return processes[-1]
+    monkeypatch.setattr(subprocess, "Popen", make)
+    return processes
+
+
+@pytest.mark.parametrize("number", [signal.SIGINT, signal.SIGTERM, signal.SIGHUP])
+def test_an_interrupt_while_the_command_starts_does_not_leave_it_behind(tmp_path: Path, capsys, monkeypatch, number):
+    report = tmp_path / "result.xml"
+    processes = started(monkeypatch, lambda: os.kill(os.getpid(), number))
+    assert main(["run", "--junit", str(report), "--", "sh", "-c", ENDLESS]) == 3
+    assert "interrupted" in capsys.readouterr().out and report.read_text().endswith("</testsuites>\n")
+    assert [lives(process.pid) for process in processes] == [False]
+
+
+@pytest.mark.parametrize("number", [signal.SIGINT, signal.SIGTERM, signal.SIGHUP])
+def test_an_interrupt_behind_the_command_leaves_whole_reports(tmp_path: Path, said, monkeypatch, number):
+    report, leave = tmp_path / "result.xml", live.LiveRun.__exit__
+
+    def leave_and_signal(run: live.LiveRun, *error: object) -> None:
+        leave(run, *error)
+        os.kill(os.getpid(), number)
+    monkeypatch.setattr(live.LiveRun, "__exit__", leave_and_signal)
+    assert main(["run", "--junit", str(report), "--", "cat", str(said(GOOD))]) == 0
+    assert report.read_text().endswith("</testsuites>\n")
+
+
+def test_who_asks_again_and_again_waits_for_nothing(monkeypatch: pytest.MonkeyPatch, capsys):
+    processes = started(monkeypatch, lambda: [os.kill(os.getpid(), signal.SIGINT) for _ in range(live.IMPATIENT)])
+    try:
+        assert main(["run", "--", "sh", "-c", ENDLESS]) == 2
+        assert capsys.readouterr() == ("", "kestro_report: interrupted\n")
+    finally:
+        processes[0].kill()
+        processes[0].wait()
 
 
 def test_handlers_are_put_back():
