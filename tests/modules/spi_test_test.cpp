@@ -368,7 +368,6 @@ TEST(SpiTest, QoramReadWaitsForTheDelay) {
     EXPECT_EQ(read_after("1000"), "drv_spi_read:[ret]:0 rxbuffer[0]:0x" + shown);
     const process_result loop =
         run_sim({"--state", state, "--clock", "virtual"}, {"spi_test", "spi_qoram_read_test", "-1", "16", "0", "2"});
-    EXPECT_EQ(loop.out,
-              time_line + "time 0 failed!" + operate_fail("spi_qoram_read_test") + operate_fail("spi_test"));
+    EXPECT_EQ(loop.out, time_line + "time 0 failed!" + operate_fail("spi_qoram_read_test") + operate_fail("spi_test"));
     EXPECT_EQ(loop.status, 255);
 }

@@ -149,14 +149,14 @@ TEST(FlashEnvironment, WhatWasNotSavedIsGoneAfterAStart) {
 }
 
 TEST(FlashEnvironment, ASaveTakesItsTime) {
-    EXPECT_EQ(flash_board().answers({save_ok, set("a", "1"), save, save_ok, "wait 2.999", save_ok, save, "wait 0.001", save_ok,
-                              restart, save_ok, print}),
+    EXPECT_EQ(flash_board().answers({save_ok, set("a", "1"), save, save_ok, "wait 2.999", save_ok, save, "wait 0.001",
+                                     save_ok, restart, save_ok, print}),
               saved + ok + ok + saving + saving + not_ready + saved + ok + saved + listing(after_restart + "a=1\\n"));
 }
 
 TEST(FlashEnvironment, ASaveIsOfWhatWasSetBeforeIt) {
-    EXPECT_EQ(flash_board().answers({set("a", "1"), save, "wait 1", set("a", "2"), set("b", "3"), clr("hard_reset_init_flag"),
-                              get("a"), "wait 3", get("a"), restart, print}),
+    EXPECT_EQ(flash_board().answers({set("a", "1"), save, "wait 1", set("a", "2"), set("b", "3"),
+                                     clr("hard_reset_init_flag"), get("a"), "wait 3", get("a"), restart, print}),
               ok + ok + ok + ok + ok + value("2") + value("2") + ok + listing(after_restart + "a=1\\n"));
 }
 
@@ -188,8 +188,7 @@ TEST(FlashEnvironment, ADamagedBlockIsMendedByASave) {
     std::string bytes = read_file(image);
     bytes[0x80000 + 400000] = static_cast<char>(bytes[0x80000 + 400000] ^ 1);
     std::ofstream(image, std::ios::binary) << bytes;
-    EXPECT_EQ(board.answers({"wait 3", elsewhere, save_ok, restart, get("a")}),
-              as_it_was + saved + ok + value("1"));
+    EXPECT_EQ(board.answers({"wait 3", elsewhere, save_ok, restart, get("a")}), as_it_was + saved + ok + value("1"));
 }
 
 TEST(FlashEnvironment, ASaveThatWasSetByHand) {
@@ -242,9 +241,10 @@ TEST(FlashEnvironment, ADamagedCopyIsPassedOver) {
     EXPECT_EQ(flash_board().answers(
                   {damaged("0"), damaged("0x80000"), restart, print, set("a", "1"), save, "wait 3", restart, print}),
               ok + ok + ok + listing("") + ok + ok + ok + listing("a=1\\n"));
-    EXPECT_EQ(flash_board().answers({"drv_flash_mtd_write(mtd_name=\"env\", offset=16, buffer=[00])", restart, print, save,
-                              "wait 3", restart, "drv_flash_mtd_read(mtd_name=\"env\", offset=16, len=1)"}),
-              ok + ok + listing(after_restart) + ok + ok + "0x0 buffer=[62]\n");
+    EXPECT_EQ(
+        flash_board().answers({"drv_flash_mtd_write(mtd_name=\"env\", offset=16, buffer=[00])", restart, print, save,
+                               "wait 3", restart, "drv_flash_mtd_read(mtd_name=\"env\", offset=16, len=1)"}),
+        ok + ok + listing(after_restart) + ok + ok + "0x0 buffer=[62]\n");
 }
 
 // 34 steps in 3 s: 17 for each copy. Until the first one is whole again, the other holds what was saved before.

@@ -35,13 +35,15 @@ void on_chip(const test_board &made, uint32_t id,
 
 void load_fpga(const test_board &made, uint32_t version) {
     on_chip(made, 1, [&](kestro_sim::board &simulated, const logic_device &chip) {
-        logic_load::finish_fpga(simulated, chip, logic_load::begin_fpga(simulated, chip, image_of(0x00F90001, version)));
+        logic_load::finish_fpga(simulated, chip,
+                                logic_load::begin_fpga(simulated, chip, image_of(0x00F90001, version)));
     });
 }
 
 void load_by_test_port(const test_board &made, uint32_t version) {
     on_chip(made, 0, [&](kestro_sim::board &simulated, const logic_device &chip) {
-        logic_load::finish_by_restart(simulated, chip, logic_load::begin_cpld(simulated, chip, image_of(0x00C50001, version)));
+        logic_load::finish_by_restart(simulated, chip,
+                                      logic_load::begin_cpld(simulated, chip, image_of(0x00C50001, version)));
     });
 }
 
@@ -64,7 +66,7 @@ uint32_t latest_reason(const test_board &made) {
     uint32_t reason = 0;
     on_chip(made, 0, [&](kestro_sim::board &simulated, const logic_device &) {
         reason = simulated.get(kestro_sim::board::at<kestro_sim::reset_reason::family>(made.seat),
-                          kestro_sim::reset_reason::reason);
+                               kestro_sim::reset_reason::reason);
     });
     return reason;
 }

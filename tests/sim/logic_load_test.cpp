@@ -348,8 +348,8 @@ TEST(LogicLoadSteps, AnotherLoadThatBeganMeanwhile) {
     ASSERT_TRUE(simulated.begin_operation());
     const auto chip = board::at<family>(made.seat, 1);
     const auto first = kestro_sim::logic_load::begin_fpga(simulated, chip, as_bytes(image_bytes(fpga1)));
-    const auto later =
-        kestro_sim::logic_load::begin_fpga(simulated, chip, as_bytes(image_bytes({.part = 0x00F90001, .version = 0x0300})));
+    const auto later = kestro_sim::logic_load::begin_fpga(
+        simulated, chip, as_bytes(image_bytes({.part = 0x00F90001, .version = 0x0300})));
     EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(simulated, chip, first); }), "not ready");
     EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(simulated, chip, later); }), "done");
     EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(simulated, chip, later); }), "not ready");
