@@ -36,6 +36,14 @@ struct words {
     std::vector<std::string> calls;
 };
 
+bool printed_all(std::ostream &out) {
+    if (!out.flush()) {
+        std::cerr << "kestro_call: standard output: cannot be written; it takes what --help and --list show\n";
+        return false;
+    }
+    return true;
+}
+
 int list_operations(std::string_view part) {
     bool any = false;
     for (const operation &op : operations) {
@@ -47,7 +55,7 @@ int list_operations(std::string_view part) {
     if (!any) {
         std::cerr << "kestro_call: no operation has '" << part << "' in its name; --list shows all\n";
     }
-    return any && std::cout.flush() ? 0 : 2;
+    return printed_all(std::cout) && any ? 0 : 2;
 }
 
 double take_seconds(const char *text) {
@@ -105,8 +113,7 @@ bool run(const words &asked) {
 int main(int count, char **arguments) {
     const std::string_view first = count > 1 ? arguments[1] : "";
     if (first == "--help" || first == "-h") {
-        std::cout << help;
-        return std::cout.flush() ? 0 : 2;
+        return printed_all(std::cout << help) ? 0 : 2;
     }
     if (first == "--list") {
         return list_operations(count > 2 ? arguments[2] : "");

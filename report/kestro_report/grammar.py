@@ -72,9 +72,13 @@ class Rule:
         return self.parts[1], -self.text.count("%")
 
     @cached_property
+    def literals(self) -> tuple[str, ...]:
+        return tuple(literal.strip() for literal in TOKEN.sub("\n", self.text.replace("%%", "\n")).split("\n"))
+
+    @cached_property
     def longest_literal(self) -> str:
         """What a line of this rule must contain; looked for before the pattern is made, which costs far more."""
-        return max((literal.strip() for literal in TOKEN.sub("\n", self.text.replace("%%", "\n")).split("\n")), key=len)
+        return max(self.literals, key=len)
 
     @property
     def beginning(self) -> str:
@@ -155,6 +159,7 @@ class Grammar:
     orders: dict[str, Order]
     untimed: frozenset[str]
     judging: frozenset[str]  # groups of tests that say themselves what passed and failed
+    modules: frozenset[str] = frozenset()  # groups of the lines of one module command each
     index: dict[str, list[Rule]] = field(default_factory=dict)
     lengths: list[int] = field(default_factory=list)
 
@@ -207,9 +212,17 @@ def rules_of(data: dict) -> list[Rule]:
             for entry in [*group.get("lines", ()), *group.get("composed", ())]]
 
 
+def modules_of(data: dict) -> frozenset[str]:
+    places = {}
+    for group in data["groups"]:
+        places.setdefault(group["group"], []).extend(group["from"])
+    return frozenset(name for name, files in places.items()
+                     if name.endswith("_test") and all(file.startswith("src/modules/") for file in files))
+
+
 def load(path: Path = GRAMMAR) -> Grammar:
     data = parsed(path.read_text(encoding="utf-8"))
     orders = {name: Order(order["banner"].rstrip(), tuple(order["sections"]), tuple(tuple(each) for each in order["branches"]))
               for name, order in data.get("orders", {}).items()}
     return indexed(Grammar(rules_of(data), orders, frozenset(data.get("untimed", ())),
-                           frozenset(data.get("judging", ()))))
+                           frozenset(data.get("judging", ())), modules_of(data)))

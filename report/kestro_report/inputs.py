@@ -1,5 +1,6 @@
 """The inputs of a reading: files, standard input, and the facts that lie beside a file."""
 
+import re
 import sys
 from dataclasses import dataclass
 from pathlib import Path
@@ -9,6 +10,7 @@ import yaml
 
 from kestro_report.errors import InputError
 
+STATUS = re.compile(r"-?\d{1,5}|~|null|")
 KNOWN_FACTS = ("dut", "serial", "name", "status", "problem", "command", "began", "ended", "location")
 
 
@@ -47,6 +49,9 @@ def facts_beside(path: Path) -> dict[str, str]:
             raise InputError(f"{file}: unknown name '{name}'; there are {', '.join(KNOWN_FACTS)}")
         if not isinstance(facts[name], str):
             raise InputError(f"{file}: '{name}' wants a text, such as 'serial: 2511040109'")
+    if "status" in facts and not STATUS.fullmatch(facts["status"]):
+        raise InputError(f"{file}: '{facts['status']}' is no status; the exit status is wanted as a number, below 0 that of "
+                         "the signal")
     return {name: value for name, value in facts.items() if value not in ("", "~", "null")}
 
 

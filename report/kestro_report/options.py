@@ -3,6 +3,7 @@
 import argparse
 import re
 
+from kestro_report import VERSION
 from kestro_report.errors import InputError
 
 ENDS = """exit status: 0 all passed; 1 a check failed; 2 this tool or its input is at fault; 3 the run did not end
@@ -10,6 +11,13 @@ properly: crashed, timed out, cut off, a part missing, or nothing checked"""
 
 
 class Parser(argparse.ArgumentParser):
+    """Of one command; all of them tell the version."""
+
+    def __init__(self, **how: str) -> None:
+        super().__init__(**how)
+        self.add_argument("--version", action="version", version=f"kestro_report {VERSION}",
+                          help="prints the version and ends")
+
     def error(self, message: str) -> None:
         raise InputError(f"{message}; '{self.prog} --help' tells what there is")
 
@@ -35,6 +43,13 @@ def whole_number(text: str) -> int:
     if not (text.isascii() and text.isdigit() and 0 < int(text[:9]) and len(text) < 9):
         raise argparse.ArgumentTypeError(f"'{text}' is no number of rows; a whole number above 0 is wanted")
     return int(text)
+
+
+def named_file(text: str) -> str:
+    if text == "-":
+        raise argparse.ArgumentTypeError("'-' is no file here, for standard output is the report's; the name of a file "
+                                         "is wanted")
+    return text
 
 
 def judged_by(parser: argparse.ArgumentParser) -> argparse._ArgumentGroup:
@@ -84,7 +99,8 @@ def parser_of_run() -> Parser:
                                 "serial console.")
     parser.add_argument("--timeout", metavar="SECONDS", type=seconds, help="ends a command that takes longer")
     parser.add_argument("--board", metavar="BOARD", help="on this simulated board, by kestro_sim")
-    parser.add_argument("--keep", metavar="FILE", help="keeps what is printed, byte for byte")
+    parser.add_argument("--keep", metavar="FILE", type=named_file,
+                        help="keeps what is printed, byte for byte; no - here")
     add_report_options(parser)
     return parser
 

@@ -6,18 +6,13 @@ from collections import Counter
 from collections.abc import Callable, Iterable
 from dataclasses import dataclass, field
 
+from kestro_report.console import DIED, STARTED_AGAIN, KnownParts, command_in, is_torn
 from kestro_report.grammar import Grammar, Rule
 from kestro_report.records import (FAILED, KEPT, MISSING, PASSED, UNSUPPORTED, Check, Limit, Line, Measurement, Run,
                                    Section, Writer)
 from kestro_report.sayings import Saying, Sayings, saying_of
 from kestro_report.texts import TextLine, printable
 
-# The command line as a console shows it behind a prompt.
-PROMPT = re.compile(r"[#$>] ?(?:[\w./-]*/)?kestro_test +(?P<words>[a-z0-9]\w*_test\b.*)")
-# An unknown line that speaks like a check may be one of a newer program: then nobody knows how the run came out.
-SOUNDS_LIKE_A_CHECK = re.compile(r"^(?:Error|Success|Succ?ess)|\bfail|\berror\b", re.IGNORECASE)
-# Nor does a driver's own text, wherever it may stand, begin as the lines of a check do.
-BEGINS_LIKE_A_CHECK = re.compile(r"(?:Error|Success|Info) *:")
 LONGEST_KEPT = 1000
 
 # Where a test tells of its parts, what it tells of itself stands in a part of its own.
@@ -59,6 +54,7 @@ class Reader:
     def __init__(self, grammar: Grammar, writers: Iterable[Writer], settings: Settings | None = None) -> None:
         self.grammar = grammar
         self.sayings = Sayings(grammar)
+        self.known_parts = KnownParts(grammar)
         self.writers = list(writers)
         self.settings = settings or Settings()
         self.outcomes: Counter[str] = Counter()  # of the runs that are read
@@ -68,6 +64,8 @@ class Reader:
         self.source = ""
         self.facts: dict[str, str] = {}
         self.command = ""
+        self.is_awaited = False  # a command line has come, and nothing of its output yet
+        self.cut: Line | None = None  # the line before, where no rule knows it and it has no end
         self.forget_run()
 
     def forget_run(self) -> None:
@@ -80,7 +78,10 @@ class Reader:
         self.just_failed = ""  # the check that the line before told to have failed
         self.end_line: Line | None = None
         self.judges_itself = False
-        self.strange: Line | None = None  # the first unknown line that sounds like a check
+        self.strange: Line | None = None  # the first line that may be what is left of a check's
+        self.module = ""  # the module command whose lines these are
+        self.is_ordered = False
+        self.lines_behind = 0  # its end
         self.text_follows = False
         self.rows: tuple[Rule, ...] = ()  # what lines of the text that follows may say
         self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
@@ -97,6 +98,8 @@ class Reader:
     def begin_source(self, source: str, facts: dict[str, str] | None = None, command: str = "") -> None:
         self.source, self.facts, self.command = source, dict(facts or {}), command
         self.found_run = False
+        self.is_awaited = False
+        self.cut = None
 
     def begin_run(self, time: float | None) -> None:
         self.end_run("the next command begins before this one has ended")
@@ -105,6 +108,7 @@ class Reader:
                        ended=time)
         self.command = ""
         self.found_run = True
+        self.is_awaited = False
         self.tell("run_begins", self.run)
         self.begin_section("", None)
 
@@ -156,13 +160,18 @@ class Reader:
         elif status == 255 and not run.counts[FAILED]:
             run.problems.append("ended with status 255, and no line tells of a failure")
         if self.strange is not None:
-            run.problems.append(f"line {self.strange.number} sounds like a check and is not known: {self.strange.text}")
+            why = "is damaged" if is_torn(self.strange.text) else "sounds like a check and is not known"
+            run.problems.append(f"line {self.strange.number} {why}: {self.strange.text}")
         if run.checked == 0 and not run.problems:
             run.problems.append("nothing was checked")
 
     def end_source(self, problem: str = "", status: int | None = None) -> None:
         """The input is at its end. A problem says why a program that was run here did not end by itself."""
         problem = problem or self.facts.get("problem", "")
+        if not problem and self.cut is not None and self.run is not None and not self.is_ended:
+            problem = f"line {self.cut.number}, the last one, is cut: {self.cut.text}"
+        if not problem:
+            self.end_awaited()
         if self.run is None and (problem or not self.found_run):
             self.begin_run(None)
             self.is_listing = True
@@ -171,6 +180,14 @@ class Reader:
             self.run.status = status if status is not None else self.status_fact()
             self.run.problems += [problem] if problem else []
         self.end_run("the output ends before the program did")
+
+    def end_awaited(self) -> None:
+        """A command of which a console shows nothing but its line."""
+        if self.is_awaited and self.run is None:
+            self.begin_run(None)
+            self.is_listing = True
+            self.run.problems.append("nothing of its output is here: it died, or the board did")
+            self.end_run("")
 
     def status_fact(self) -> int | None:
         try:
@@ -210,17 +227,24 @@ class Reader:
             line.kind = "ignored"
             self.tell("line", self.section, line)
             return
-        if "kestro_test " in text and (prompt := PROMPT.search(text)):
-            self.end_run("the next command line comes before this one has ended")
-            self.command = " ".join(prompt["words"].split())
-            line.kind = "note"
-            self.tell("line", None, line)
+        if command := command_in(text):
+            self.take_command(command, line)
             return
         saying = self.sayings.of(text) or self.row_of(text)
+        self.cut = line if saying is None and not text_line.whole else None
         if saying is None:
             self.take_unknown(line)
         else:
             self.take(saying, line)
+
+    def take_command(self, command: str, line: Line) -> None:
+        self.end_run("the next command line comes before this one has ended")
+        # A line that is edited is shown again and again, each time a little longer.
+        if command == self.command or not command.startswith(self.command):
+            self.end_awaited()
+        self.command, self.is_awaited, self.cut = command, True, None
+        line.kind = "note"
+        self.tell("line", None, line)
 
     def row_of(self, text: str) -> Saying | None:
         for rule in self.rows if self.text_follows else ():
@@ -229,12 +253,14 @@ class Reader:
         return None
 
     def take_unknown(self, line: Line) -> None:
+        has_died = self.look_for_death(line)
         if self.run is None or self.is_ended:
             line.kind = "outside"
-        elif self.text_follows and not BEGINS_LIKE_A_CHECK.match(line.text):
+            self.lines_behind += 1
+        elif self.text_follows and not self.known_parts.in_text(line.text):
             line.kind = "text"
         else:
-            if self.strange is None and SOUNDS_LIKE_A_CHECK.search(line.text):
+            if self.strange is None and not has_died and self.known_parts.in_line(line.text, self.is_listing):
                 self.strange = shortened(line)
             self.run.unknown += 1
             if len(self.run.unknown_lines) < KEPT:
@@ -243,8 +269,28 @@ class Reader:
             self.run.lines += 1
         self.tell("line", self.section, line)
 
+    def look_for_death(self, line: Line) -> bool:
+        """A shell speaks of a program that has died at once, and a board that starts again while one runs ends it."""
+        if self.run is None or self.run.problems or self.lines_behind:
+            return False
+        has_died = DIED.fullmatch(line.text) or (not self.is_ended and STARTED_AGAIN.match(line.text))
+        if has_died:
+            self.run.problems.append(f"line {line.number} tells that it died: {shortened(line).text}")
+        return bool(has_died)
+
+    def is_of_another_command(self, rule: Rule) -> bool:
+        """A self-test in an order has no lines of module commands, and a module command none of another's. Help is
+        printed alone."""
+        if self.is_ended or rule.group not in self.grammar.modules or rule.kind in ("data", "note"):
+            return False
+        if self.is_listing:
+            return rule.kind != "listing"
+        return self.is_ordered or self.module not in ("", rule.group)
+
     def take(self, saying: Saying, line: Line) -> None:
         rule = saying.rule
+        if self.run is not None and self.is_of_another_command(rule):
+            self.end_run("another command begins before this one has ended")
         line.kind, line.values = saying.kind, saying.values
         is_dispatchers = rule.group == "shell" and rule.check == "{name}"
         if self.run is None or (self.is_ended and not is_dispatchers and not rule.after_end):
@@ -255,6 +301,10 @@ class Reader:
         elif rule.of_run and self.judges_itself and self.section.name not in ("", WHOLE):
             self.begin_section(WHOLE, line)
         self.run.lines += 1
+        if rule.group in self.grammar.modules and rule.kind not in ("data", "note"):
+            self.module = rule.group
+        if self.strange is None and is_torn(line.text):
+            self.strange = shortened(line)
         if rule.kind != "data":
             self.text_follows = rule.text_follows
         elif rule.text_follows:
@@ -314,6 +364,8 @@ class Reader:
     def take_banner(self, rule: Rule, name: str, line: Line) -> None:
         if not rule.within:
             self.follow_order(rule, name, line)
+        elif not self.begun[rule.within]:
+            self.miss_beginning(rule.within, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
 
     def follow_order(self, rule: Rule, name: str, line: Line) -> None:
@@ -322,11 +374,12 @@ class Reader:
             return
         for order in orders:
             if name == order.sections[0]:
-                if self.order or self.section.name:
+                if self.is_ordered or self.section.name or self.module or self.is_listing:
                     self.end_run("the same test begins anew before it has ended: it was cut off, "
                                  "or two runs are mixed in one log")
                     self.begin_run(line.time)
                 self.order = [order.sections[1:] + branch for branch in order.branches]
+                self.is_ordered = True
                 return
         if not self.order:
             self.miss_beginning(name, line)

@@ -12,8 +12,13 @@ LONGEST = 1 << 16
 # In seconds since 1970. No calendar goes on from there, and no log's own clock runs so long.
 YEAR_10000 = 253402300800.0
 
-LINE_ENDS = re.compile(rb"\r+\n")
-ESCAPES = re.compile(rb"\x1b(?:\[[0-?]*[ -/]*[@-~]|[@-Z\\-_])")
+# Looked for at the first carriage return only: from each of many, the search would go through all that follow it.
+LINE_ENDS = re.compile(rb"(?<!\r)\r++\n")
+# Colours and places; titles and what else is told to the terminal, ended by BEL or ESC \; sets of characters; others of
+# two bytes. A title that does not end in its line hides none of it: only what begins it is taken away then.
+ESCAPES = re.compile(rb"\x1b(?:\[[0-?]*[ -/]*[@-~]|\][^\x07\x1b]*+(?:\x07|\x1b\\)|[()*+\-./][0-~]|[0-Z\\-~])")
+# Padding, and shifts between two sets of characters.
+SILENT = b"\0\x0e\x0f"
 # What console servers and loggers put in front of a line.
 STAMPS = re.compile(
     r"\[?(?P<date>\d{4}-\d\d-\d\d[T ]\d\d:\d\d:\d\d(?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d)?)\]?(?: ?[:|] ?| |$)"
@@ -29,19 +34,25 @@ class TextLine:
 
 
 def byte_lines(read: Callable[[int], bytes]) -> Iterator[tuple[int, bytes, bool]]:
-    """Number, bytes and whether it is whole, of each line. A carriage return alone ends a line as well."""
-    rest, number = b"", 0
+    """Number, bytes and whether it is whole, of each line that is not empty. A carriage return alone ends a line."""
+    rest, number, returns = b"", 0, 0
     while chunk := read(CHUNK):
-        data = rest + chunk
-        held = data[len(data.rstrip(b"\r")):]  # its line feed may be in the next chunk
-        data = LINE_ENDS.sub(b"\n", data[:len(data) - len(held)]).replace(b"\r", b"\n")
-        *lines, rest = data.split(b"\n")
-        for line in lines:
-            number += 1
-            yield number, line[:LONGEST], len(line) <= LONGEST
+        data = chunk.lstrip(b"\r")
+        returns += len(chunk) - len(data)
+        if not data:
+            continue
+        if returns and not data.startswith(b"\n"):
+            if rest:
+                yield number + 1, rest[:LONGEST], len(rest) <= LONGEST
+            rest, number = b"", number + returns
+        ended = data.rstrip(b"\r")
+        returns = len(data) - len(ended)  # only counted: their line feed may be in the next chunk
+        *lines, rest = (rest + LINE_ENDS.sub(b"\n", ended).replace(b"\r", b"\n")).split(b"\n")
+        for number, line in enumerate(lines, number + 1):
+            if line:
+                yield number, line[:LONGEST], len(line) <= LONGEST
         # The beginning of a line that is too long is enough to know that it is none.
-        rest = (rest if len(rest) <= LONGEST else rest[:LONGEST + 1]) + held
-    rest = rest.rstrip(b"\r")
+        rest = rest[:LONGEST + 1]
     if rest:
         yield number + 1, rest[:LONGEST], False
 
@@ -63,9 +74,10 @@ def text_lines(read: Callable[[int], bytes]) -> Iterator[TextLine]:
     """The lines that are not empty. Bytes that are no UTF-8 stay, as surrogates, so that nothing is mistaken."""
     is_stamped = False
     for number, line, whole in byte_lines(read):
+        line = line.translate(None, SILENT)
         if b"\x1b" in line:
             line = ESCAPES.sub(b"", line)
-        text = line.replace(b"\0", b"").decode("utf-8", "surrogateescape")
+        text = line.decode("utf-8", "surrogateescape")
         time = None
         if text[:1].isdigit() or text[:1] == "[":
             found = STAMPS.match(text)

@@ -1,11 +1,12 @@
 """The command line itself: help, version, words that are wrong."""
 
+import re
 import subprocess
 from pathlib import Path
 
 import pytest
 
-from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, kestro_report
+from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, TREE, kestro_report
 
 from kestro_report import command_line
 
@@ -32,9 +33,22 @@ def test_help_of_the_commands_names_what_both_take():
         assert [option for option in options if option not in said] == []
 
 
+def test_the_manual_page_says_which_formats_diff_and_trend_take_too():
+    page = (TREE / "docs/kestro_report.1").read_text().replace("\\-", "-")
+    formats = page.split(".SS Of read and run: formats\n")[1].split(".SS ")[0]
+    too, entries = formats.split(".TP\n", 1)
+    for command in ("diff", "trend"):
+        said = kestro_report(command, "--help").stdout
+        taken = {option for option in re.findall(r"--[a-z]+", entries) if f"  {option} " in said}
+        assert f".B {command}\n" in too and set(re.findall(r"--[a-z]+", too)) == taken
+
+
 def test_the_version_is_told():
     ended = kestro_report("--version")
     assert (ended.returncode, ended.stderr) == (0, "") and ended.stdout.startswith("kestro_report ")
+    for command in ("read", "run", "diff", "trend"):
+        told = kestro_report(command, "--version")
+        assert (told.returncode, told.stdout, told.stderr) == (0, ended.stdout, ""), command
 
 
 @pytest.mark.parametrize(("names", "status"), [

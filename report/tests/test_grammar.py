@@ -109,6 +109,11 @@ def test_names_in_a_rule_are_values_of_its_text():
     assert not wrong, "\n".join(wrong)
 
 
+def test_no_name_says_the_form_of_a_number_that_has_its_own():
+    """A name's numbers are decimal, and from 65536 on hexadecimal with their own "0x"."""
+    assert [rule.text for rule in RULES.rules if "0x{" in (rule.check or "")] == []
+
+
 def test_a_composed_line_has_an_example():
     assert [rule for group in DATA["groups"] for rule in group.get("composed", ()) if not rule.get("example")] == []
 

@@ -2,6 +2,7 @@
 
 import os
 import pty
+import re
 import select
 import signal
 import subprocess
@@ -11,11 +12,11 @@ from pathlib import Path
 
 import pytest
 
-from kestro_report import live
+from kestro_report import grammar, live
 from kestro_report.command_line import main
 from kestro_report.errors import InputError
 from kestro_report.live import Wishes, command_line_of, start, words_of_product
-from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, kestro_report
+from outputs_for_tests import BAD, CUT, GOOD, KESTRO_REPORT, TREE, kestro_report
 
 ENDLESS = "exec tail -f /dev/null"
 
@@ -80,6 +81,18 @@ def test_status_255_says_that_a_check_failed(said):
     assert kestro_report("run", "--", "sh", "-c", f"cat {said(BAD)}; exit 255").returncode == 1
 
 
+def test_a_module_that_tells_no_time_is_known_by_how_it_ended(said):
+    """Its output may be cut behind any line and look whole; the page says so, and of which modules."""
+    file = said("i2c_read address:[0x10], value:[0x3f].\n")
+    assert kestro_report(file).returncode == 0
+    assert kestro_report("run", "--", "sh", "-c", f"cat {file}; kill -9 $$").returncode == 3
+    file.with_name(f"{file.stem}.facts.yaml").write_text("status: -9\n")
+    assert kestro_report(file).returncode == 3
+    paragraphs = (TREE / "docs/report.md").read_text().split("\n\n")
+    told = next(each for each in paragraphs if "tells their time" in each)
+    assert set(re.findall(r"`(\w+_test)`", told)) == grammar.load().untimed
+
+
 def test_standard_error_of_the_command_is_not_read(said):
     ended = kestro_report("run", "--", "sh", "-c", f"cat {said(GOOD)}; cat {said(BAD)} >&2")
     assert (ended.returncode, "voltage_id 3" in ended.stderr, "voltage_id 3" in ended.stdout) == (0, True, False)
@@ -107,6 +120,17 @@ def test_the_raw_output_is_kept_byte_for_byte(tmp_path: Path):
     (tmp_path / "raw").write_bytes(output)
     kestro_report("run", "--keep", tmp_path / "kept", "--", "cat", tmp_path / "raw")
     assert (tmp_path / "kept").read_bytes() == output
+
+
+@pytest.mark.parametrize("words", [["--keep", "-"], ["--keep=-"]])
+def test_the_raw_output_is_not_kept_on_standard_output(tmp_path: Path, words: list[str]):
+    report = tmp_path / "result.xml"
+    report.write_text("of yesterday")
+    ended = kestro_report("run", "--junit", report, *words, "--", "touch", "started", cwd=tmp_path)
+    assert (ended.returncode, ended.stdout) == (2, "")
+    assert ended.stderr == ("kestro_report: argument --keep: '-' is no file here, for standard output is the report's; "
+                            "the name of a file is wanted; 'kestro_report run --help' tells what there is\n")
+    assert [each.name for each in tmp_path.iterdir()] == ["result.xml"] and report.read_text() == "of yesterday"
 
 
 def test_what_cannot_be_kept_ends_the_command(tmp_path: Path):

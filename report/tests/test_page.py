@@ -306,6 +306,47 @@ def test_memory_of_a_run_is_bounded() -> None:
     assert len(kept.measurements) == page_runs.MOST_MEASUREMENTS
 
 
+def test_sections_of_a_run_are_bounded(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr(page_runs, "MOST_SECTIONS", 3)
+    parts = [BAD if number in (0, 6) else GOOD for number in range(8)]
+    tree = tree_of(page_of("".join(part.removesuffix(END) for part in parts) + END))
+    # One has no name, nothing in it, and no place on the page.
+    assert [each.get("data-s") for each in tree.all("details", "section")] == ["voltage", "temperature"]
+    assert "14 more sections, 1 of them failed: only counted." in [each.text.strip() for each in tree.all("p", "note")]
+    assert len(tree.first("ol", "failures").all("li")) == 2 and "2 failed, 38 passed" in tree.first("dl", "facts").text
+    assert len(tree.first("ol", "lines").all("li")) == 8 * 7 + 2 + 2
+
+
+def test_where_a_run_was_cut_is_not_opened_when_it_is_left_out(monkeypatch: pytest.MonkeyPatch) -> None:
+    assert ["open" in each.attributes for each in tree_of(page_of(CUT)).all("details", "section")] == [True]
+    monkeypatch.setattr(page_runs, "MOST_SECTIONS", 2)
+    sections = tree_of(page_of(GOOD.removesuffix(END) + CUT)).all("details", "section")
+    assert ["open" in each.attributes for each in sections] == [False]
+
+
+def test_memory_does_not_grow_with_the_sections_of_a_run() -> None:
+    run = Run(1, "endless.txt")
+    kept = page_runs.KeptRun(run)
+    line = Line(1, "Present: YES", "passed")
+    for number in range(3 * page_runs.MOST_SECTIONS):
+        section = Section(f"FAN{number}", run, number)
+        kept.add_section(section)
+        kept.add_line(Line(number, "strange", "unknown"))
+        kept.add_check(Check("present", "failed", section, line))
+        section.counts["failed"] += 1
+        kept.end_section(section)
+    assert len(kept.sections) == page_runs.MOST_SECTIONS
+    assert kept.sections_left_out == kept.failed_left_out == 2 * page_runs.MOST_SECTIONS
+    assert sum(len(each.rows) + each.left_out for each in kept.sections) == 2 * page_runs.MOST_SECTIONS
+
+
+def test_short_lines_of_the_raw_text_are_bounded(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr(page_runs, "MOST_LINES", 4)
+    tree = tree_of(page_of(GOOD))
+    assert len(tree.first("ol", "lines").all("li")) == 4
+    assert "cut after 4 lines; 5 more lines read and judged" in tree.first("details", "raw").text
+
+
 # --- figures ----------------------------------------------------------------------------------------------------------
 
 def numbers(pattern: str, drawing: str) -> list[float]:

@@ -11,6 +11,7 @@ struct gathered {
     std::vector<const device_family *> families;
     std::vector<const register_space *> spaces;
     std::vector<diag_command> commands;
+    std::vector<void (*)(board &)> write_down;
 };
 
 // Kept to the end of the process: drivers are called from exit handlers too.
@@ -22,6 +23,9 @@ const gathered &all() {
             made->families.insert(made->families.end(), devices.families.begin(), devices.families.end());
             made->spaces.insert(made->spaces.end(), devices.spaces.begin(), devices.spaces.end());
             made->commands.insert(made->commands.end(), devices.commands.begin(), devices.commands.end());
+            if (devices.write_down != nullptr) {
+                made->write_down.push_back(devices.write_down);
+            }
         }
         return made;
     }();
@@ -40,6 +44,12 @@ std::span<const register_space *const> all_spaces() {
 
 std::span<const diag_command> all_diag_commands() {
     return all().commands;
+}
+
+void write_down_everything(board &b) {
+    for (const auto &write_down : all().write_down) {
+        write_down(b);
+    }
 }
 
 const device_family *find_family(std::string_view module, std::string_view node) {

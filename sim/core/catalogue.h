@@ -24,11 +24,17 @@ struct device_list {
     std::span<const device_family *const> families;
     std::span<const register_space *const> spaces;
     std::span<const diag_command> commands{};
+    // Writes down what has come of the registers as they are, before the technician changes any and behind each change:
+    // frames counted, modules plugged in.
+    void (*write_down)(board &){nullptr};
 };
 
 std::span<const device_family *const> all_families();
 std::span<const register_space *const> all_spaces();
 std::span<const diag_command> all_diag_commands();
+
+// What hangs on how registers have been, at all devices.
+void write_down_everything(board &b);
 
 // Nothing for a node that no family has.
 const device_family *find_family(std::string_view module, std::string_view node);

@@ -43,7 +43,9 @@ struct event_queue {
     std::vector<registered> listeners;
     event_id last_event = 0;
     listener_id last_listener = 0;
-    listener_id called = 0; // whose callback runs
+    listener_id called = 0;   // whose callback runs
+    uint64_t looks_begun = 0; // of the thread at the board
+    uint64_t looks_done = 0;  // and what was due then has been delivered
     bool looks_again = false;
     bool has_thread = false;
     bool is_ending = false;

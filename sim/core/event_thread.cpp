@@ -138,6 +138,7 @@ void work(event_queue &own) {
     std::unique_lock guard(own.lock);
     while (!own.is_ending) {
         own.looks_again = false;
+        ++own.looks_begun;
         const event_id before = own.last_event;
         guard.unlock();
         const std::optional<outlook> seen = look_at_board();
@@ -145,6 +146,8 @@ void work(event_queue &own) {
         if (seen) {
             deliver_due(own, guard, seen->now);
         }
+        own.looks_done = own.looks_begun;
+        own.changed.notify_all();
         const auto is_called = [&] { return own.is_ending || own.looks_again || own.last_event != before; };
         const auto span = rest(own, seen);
         if (!span) {

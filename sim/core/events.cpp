@@ -61,6 +61,21 @@ bool cancel(event_id what) {
     return std::erase_if(own.events, [&](const queued &known) { return known.id == what; }) != 0;
 }
 
+void let_deliver() {
+    event_queue *const own = queue_if_any();
+    if (own == nullptr) {
+        return;
+    }
+    std::unique_lock guard(own->lock);
+    if (!own->has_thread || own->listeners.empty() || pthread_equal(own->thread, pthread_self()) != 0) {
+        return;
+    }
+    const uint64_t looks = own->looks_begun;
+    own->looks_again = true;
+    own->changed.notify_all();
+    own->changed.wait_for(guard, patience, [&] { return own->is_ending || own->looks_done > looks; });
+}
+
 void add_event_source(const std::string &topic, event_source next) {
     sources().push_back({topic, std::move(next), std::nullopt});
 }

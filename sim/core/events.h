@@ -55,6 +55,10 @@ struct due_events {
 using event_source = std::function<std::optional<due_events>(board &b, int64_t after)>;
 void add_event_source(const std::string &topic, event_source next);
 
+// Waits until what is due by now has been delivered, but not for ever: the callback may be waiting for who calls this.
+// Not within an operation. Within a callback it does nothing.
+void let_deliver();
+
 // Registers have changed.
 void look_at_sources_again();
 

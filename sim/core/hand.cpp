@@ -1,11 +1,13 @@
 // Lists, reads and sets registers by their paths.
 #include "sim/core/hand.h"
 
+#include "sim/core/catalogue.h"
 #include "sim/core/inventory.h"
 #include "sim/core/registers.h"
 #include "sim/core/state_dir.h"
 #include "sim/devices/management/watchdog.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace kestro_sim {
@@ -139,6 +141,10 @@ void set(board &b, const setting &wanted) {
     b.commit(writes);
 }
 
+bool changes_something(const hand_action &action) {
+    return action.what == hand_action::kind::set;
+}
+
 void check(board &b, const std::vector<inventory_item> &items, const hand_action &action) {
     switch (action.what) {
     case hand_action::kind::list:
@@ -180,9 +186,15 @@ std::optional<std::string> lay_hand_on(const std::filesystem::path &merged, cons
         for (const hand_action &action : actions) {
             check(b, items, action);
         }
+        if (std::any_of(actions.begin(), actions.end(), changes_something)) {
+            write_down_everything(b);
+        }
         hand_on_watchdogs hand(b);
         for (const hand_action &action : actions) {
             act(b, items, action, printed);
+            if (changes_something(action)) {
+                write_down_everything(b);
+            }
         }
         hand.take_off();
     } catch (const refusal &refused) {

@@ -3,6 +3,7 @@
 
 #include "sim/core/bite_watch.h"
 #include "sim/core/state_dir.h"
+#include "sim/core/time.h"
 
 #include <atomic>
 #include <cstdio>
@@ -62,10 +63,14 @@ struct counted_operation {
 
 // The end of the process. Within an operation (a signal handler that leaves) the lock may be this thread's own.
 __attribute__((destructor)) void note_last_moment() {
-    if (own == nullptr || running_operations != 0) {
+    if (running_operations != 0) {
         return;
     }
     try {
+        if (own == nullptr) {
+            note_time_taken(wanted_variable("KESTRO_SIM_STATE"));
+            return;
+        }
         const state_lock lock(wanted_variable("KESTRO_SIM_STATE"));
         const operation_on last(*own.load());
         if (own.load()->begin_operation()) {

@@ -2,6 +2,7 @@
 // again while none of its files has changed: the launcher starts thousands of times a day.
 #include "sim/core/prepare.h"
 
+#include "sim/core/catalogue.h"
 #include "sim/core/fitting.h"
 #include "sim/core/nearest.h"
 #include "sim/core/state_check.h"
@@ -178,6 +179,7 @@ void refit(const fs::path &merged, const fs::path &state_dir, const refitting &w
             }
         }
     }
+    write_down_everything(b);
     for (const std::string &place : wanted.pull) {
         pull(b, place);
     }

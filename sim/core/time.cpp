@@ -12,6 +12,7 @@
 
 // Of the world library, when the process has one; less than 0 on the real clock.
 extern "C" __attribute__((weak)) int64_t kestro_world_board_time();
+extern "C" __attribute__((weak)) int64_t kestro_world_time_taken();
 
 namespace kestro_sim {
 
@@ -108,6 +109,14 @@ void note_board_time_now_and_then(store &kept) {
         }
         last_noted = now;
     } else if (now - last_noted >= much) {
+        note_board_time(kept);
+    }
+}
+
+void note_time_taken(const std::filesystem::path &state_dir) {
+    if (is_on_virtual_clock() && kestro_world_time_taken() > 0) {
+        const state_lock lock(state_dir);
+        store kept(state_dir);
         note_board_time(kept);
     }
 }

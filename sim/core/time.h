@@ -31,6 +31,9 @@ void note_board_time(store &kept);
 // The same, when it has moved by so much that a killed run would lose something of it. Begins the time of a new board.
 void note_board_time_now_and_then(store &kept);
 
+// At the end of a run that has waited and entered no driver. Throws store_error.
+void note_time_taken(const std::filesystem::path &state_dir);
+
 // What a run on the virtual clock starts with. Throws store_error.
 int64_t board_time_at_start(const std::filesystem::path &state_dir);
 

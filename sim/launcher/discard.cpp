@@ -11,6 +11,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,12 +39,37 @@ fs::path new_place() {
     return name;
 }
 
+// Pipes and devices that somebody put among the board's files hold nothing: the copy has a pipe in their place.
+void copy_folder(const fs::path &from, const fs::path &to, std::error_code &error) {
+    fs::create_directory(to, from, error);
+    for (auto entry = fs::directory_iterator(from, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        const fs::path place = to / entry->path().filename();
+        const fs::file_status status = entry->symlink_status(error);
+        if (error) {
+            return;
+        }
+        if (fs::is_directory(status)) {
+            copy_folder(entry->path(), place, error);
+        } else if (fs::is_other(status)) {
+            if (mkfifo(place.c_str(), S_IRUSR | S_IWUSR) != 0) {
+                error.assign(errno, std::generic_category());
+            }
+        } else {
+            fs::copy(entry->path(), place, fs::copy_options::copy_symlinks, error);
+        }
+        if (error) {
+            return;
+        }
+    }
+}
+
 // Other runs may be at work on the state; a driver call of theirs is in the copy whole or not at all.
 void copy_state(const fs::path &state, const fs::path &copy) {
     const open_file lock(open((state / "kestro_sim.lock").c_str(), O_RDWR | O_CLOEXEC));
     flock(lock.get(), LOCK_EX);
     std::error_code error;
-    fs::copy(state, copy, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+    copy_folder(state, copy, error);
     if (error) {
         std::error_code none;
         fs::remove_all(copy, none);

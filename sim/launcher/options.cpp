@@ -222,7 +222,9 @@ std::optional<launch_options> read_options(int count, char **arguments) {
     try {
         app.parse(split.options);
     } catch (const CLI::CallForHelp &) {
-        std::cout << app.help();
+        if (!(std::cout << app.help() << std::flush)) {
+            throw launch_error("standard output", "cannot be written", "it takes what --help shows");
+        }
         return std::nullopt;
     } catch (const CLI::ParseError &problem) {
         throw launch_error("command line", problem.what(), "kestro_sim --help shows how it is written");

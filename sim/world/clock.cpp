@@ -204,6 +204,13 @@ int64_t kestro_world_board_time() {
     return settings.virtual_clock ? saturated_sum(settings.board_time, virtual_now()) : -1;
 }
 
+// How much board time a run has taken that entered no simulated driver. Where a script answers the calls no board has
+// been there.
+WORLD_EXPORT int64_t kestro_world_time_taken() __asm__("kestro_world_time_taken");
+int64_t kestro_world_time_taken() {
+    return settings.virtual_clock && !settings.is_answered ? virtual_now() : 0;
+}
+
 // 32-bit programs with 64-bit times come through these.
 #ifndef __LP64__
 WORLD_EXPORT int64_t world_time64(int64_t *result) __asm__("__time64");

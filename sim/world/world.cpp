@@ -100,6 +100,7 @@ __attribute__((constructor)) void start_world() {
     settings.virtual_clock = clock != nullptr && strcmp(clock, "virtual") == 0;
     const char *time = getenv("KESTRO_SIM_TIME");
     settings.board_time = time != nullptr ? strtoll(time, nullptr, 10) : 0;
+    settings.is_answered = getenv("KESTRO_PROBE_SCRIPT") != nullptr || getenv("KESTRO_PROBE_REPLAY") != nullptr;
     const char *fail = getenv("KESTRO_SIM_FAIL_ALLOC");
     const unsigned long fail_allocation = fail != nullptr ? strtoul(fail, nullptr, 10) : 0;
     const bool is_watched = getenv("KESTRO_SIM_WATCHDOG") != nullptr;

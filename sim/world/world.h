@@ -20,6 +20,7 @@ struct world_settings {
     size_t own_path_count;
     bool virtual_clock;
     int64_t board_time;            // at the start of the run, on the virtual clock
+    bool is_answered;              // by a script or a replay, in place of the board
     unsigned long fail_allocation; // 0: none
 };
 

@@ -167,7 +167,8 @@ bool takes_pattern(pattern_test *test, uint32_t round) {
     }
     const uint32_t found = number_of(test->read_back, test->length);
     if (found != test->value) {
-        printf("Test fail, write:0x%x, read:0x%x times:0x%x\n", test->value, found, round);
+        printf("Test fail, write:0x%x, read:0x%x times:0x%x", test->value, found, round);
+        flush_partial_line();
         return false;
     }
     return true;
@@ -180,7 +181,8 @@ bool has_saved_bytes(pattern_test *test, uint32_t round) {
     const uint32_t saved = number_of(test->saved, test->length);
     const uint32_t found = number_of(test->read_back, test->length);
     if (found != saved) {
-        printf("Test fail, write:0x%x, read:0x%x, times:%d\n", saved, found, static_cast<int>(round));
+        printf("Test fail, write:0x%x, read:0x%x, times:%d", saved, found, static_cast<int>(round));
+        flush_partial_line();
         return false;
     }
     return true;

@@ -12,6 +12,7 @@
 #include "drv_basic/chips/drv_cpld.h"
 #include "drv_basic/chips/drv_spi.h"
 #include "modules/modules.h"
+#include "shell/console.h"
 #include "shell/dispatch.h"
 #include "shell/words.h"
 
@@ -136,7 +137,8 @@ int spi_sa8009_write(int count, char **args) {
 }
 
 void print_failed_round(uint32_t round) {
-    printf("time %d failed!\n", static_cast<int>(round));
+    printf("time %d failed!", static_cast<int>(round));
+    flush_partial_line();
 }
 
 // Each round asks for the register and then for the one at 5 of the same 256. That address stays in the request, so
@@ -156,8 +158,9 @@ uint32_t ask_repeatedly(qoram *chip, uint32_t times) {
         ret = take_answer(chip);
         if (chip->answer[0] != qoram_answered) {
             print_failed_round(round);
-            printf("rx[0]=0x%x rx[1]=0x%x rx[2]=0x%x rx[3]=0x%x rx[4]=0x%x\n", chip->answer[0], chip->answer[1],
+            printf("rx[0]=0x%x rx[1]=0x%x rx[2]=0x%x rx[3]=0x%x rx[4]=0x%x", chip->answer[0], chip->answer[1],
                    chip->answer[2], chip->answer[3], chip->answer[4]);
+            flush_partial_line();
             return 1;
         }
     }

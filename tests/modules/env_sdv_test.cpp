@@ -250,8 +250,23 @@ TEST(EnvSdvTest, AnInterruptEndsTheWaitForTheSave) {
     EXPECT_TRUE(ends_with(run.calls, traced_clear)) << run.calls;
 }
 
+// What is saved would be on the board again after its next start.
+TEST(EnvSdvTest, AnInterruptBeforeTheSaveLeavesItOut) {
+    if (lists_lines()) {
+        return;
+    }
+    for (int call = 1; call <= 4; ++call) {
+        SCOPED_TRACE(call);
+        const interrupted_run run = interrupted(env, to_the_save + saved + from_the_save, call);
+        EXPECT_EQ(run.result.status, ended_by_interrupt);
+        EXPECT_EQ(run.result.out, before_the_save);
+        EXPECT_EQ(count_of(run.calls, "drv_env_save"), 0U);
+        EXPECT_TRUE(ends_with(run.calls, traced_clear)) << run.calls;
+    }
+}
+
 // A wait that is not begun when it is known that the run is to end.
-TEST(EnvSdvTest, AnInterruptBeforeTheSaveLeavesOutTheWait) {
+TEST(EnvSdvTest, AnInterruptDuringTheSaveLeavesOutTheWait) {
     if (lists_lines()) {
         return;
     }

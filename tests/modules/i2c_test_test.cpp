@@ -220,18 +220,18 @@ TEST(I2cTest, RwTestEndsWhereTheChipCannotBeRead) {
 TEST(I2cTest, RwTestTellsOfAMismatchAndPasses) {
     expect_untimed_success("i2c_test i2c_rw_test 3 0x10 0xabcd 2 5",
                            read_gives("12 34") + write_of("cd ab") + read_gives("cd aa"),
-                           "Test fail, write:0xabcd, read:0xaacd times:0x0\n" + pass_line);
+                           "Test fail, write:0xabcd, read:0xaacd times:0x0" + pass_line);
     expect_untimed_success("i2c_test i2c_rw_test 3 0x10 0xabcd 2 50",
                            read_gives("12 34") + good_round() + write_of("cd ab") + read_gives("cd ab") +
                                write_of("12 34") + read_gives("13 34"),
-                           "Test fail, write:0x3412, read:0x3413, times:1\n" + pass_line);
+                           "Test fail, write:0x3412, read:0x3413, times:1" + pass_line);
     std::string ten_rounds;
     for (int i = 0; i < 10; ++i) {
         ten_rounds += good_round();
     }
     expect_untimed_success("i2c_test i2c_rw_test 3 0x10 0xabcd 2 50",
                            read_gives("12 34") + ten_rounds + write_of("cd ab") + read_gives("00 00"),
-                           "Test fail, write:0xabcd, read:0x0 times:0xa\n" + pass_line);
+                           "Test fail, write:0xabcd, read:0x0 times:0xa" + pass_line);
 }
 
 TEST(I2cTest, RwTestTellsOfAFailedWriteAndGoesOn) {
@@ -242,7 +242,7 @@ TEST(I2cTest, RwTestTellsOfAFailedWriteAndGoesOn) {
     expect_untimed_success("i2c_test i2c_rw_test 3 0x10 0xabcd 2 1",
                            read_gives("12 34") + write_of("cd ab", "0x12") + read_gives("12 34"),
                            "Test fail, errorCode:0x12.\r\n"
-                           "Test fail, write:0xabcd, read:0x3412 times:0x0\n" +
+                           "Test fail, write:0xabcd, read:0x3412 times:0x0" +
                                pass_line);
 }
 
@@ -265,11 +265,11 @@ TEST(I2cTest, RwTestOfFewerBytesThanTheValueHas) {
                            "drv_i2c_read(inst_id=1, chip_id=2, address=3, length=1) = 0 buffer=[55] x1\n"
                            "drv_i2c_write(inst_id=1, chip_id=2, address=3, length=1, buffer=[ff]) = 0 x1\n"
                            "drv_i2c_read(inst_id=1, chip_id=2, address=3, length=1) = 0 buffer=[ff] x1",
-                           "Test fail, write:0x1ff, read:0xff times:0x0\n" + pass_line);
+                           "Test fail, write:0x1ff, read:0xff times:0x0" + pass_line);
     expect_untimed_success("i2c_test i2c_rw_test 1 2 3 5 0 1",
                            "drv_i2c_read(inst_id=1, chip_id=2, address=3, length=0) = 0\n"
                            "drv_i2c_write(inst_id=1, chip_id=2, address=3, length=0) = 0",
-                           "Test fail, write:0x5, read:0x0 times:0x0\n" + pass_line);
+                           "Test fail, write:0x5, read:0x0 times:0x0" + pass_line);
     expect_untimed_success("i2c_test i2c_rw_test 1 2 3 0 0 2",
                            "drv_i2c_read(inst_id=1, chip_id=2, address=3, length=0) = 0\n"
                            "drv_i2c_write(inst_id=1, chip_id=2, address=3, length=0) = 0",
@@ -384,6 +384,6 @@ TEST(I2cTest, RwTestEndsByTheSignalThatCameBeforeAMismatch) {
         run_sim({"--state", new_scratch_dir(), "--clock", "virtual", "--signal-call", "3", "--script",
                  scratch_file("script", read_gives("12 34") + write_of("cd ab") + read_gives("00 00"))},
                 {"i2c_test", "i2c_rw_test", "3", "0x10", "0xabcd", "2", "7"});
-    EXPECT_EQ(result.out, "Test fail, write:0xabcd, read:0x0 times:0x0\n");
+    EXPECT_EQ(result.out, "Test fail, write:0xabcd, read:0x0 times:0x0");
     EXPECT_EQ(result.status, 128 + SIGINT);
 }

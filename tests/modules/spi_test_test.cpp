@@ -230,20 +230,20 @@ TEST(SpiTest, QoramReadTestTellsTheRoundThatFailed) {
     begin_new_board();
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 5",
                            bus("1", request_for("01 02 03 04") + answer_of("03 01 02 03 04")),
-                           time_line + "time 0 failed!\n");
+                           time_line + "time 0 failed!");
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 5",
                            bus("1", request_for("01 02 03 04") + answer_of("02 01 02 03 04") +
                                         request_for("01 02 03 05") + answer_of("01 0a 0b 0c ff")),
-                           time_line + "time 0 failed!\nrx[0]=0x1 rx[1]=0xa rx[2]=0xb rx[3]=0xc rx[4]=0xff\n");
+                           time_line + "time 0 failed!rx[0]=0x1 rx[1]=0xa rx[2]=0xb rx[3]=0xc rx[4]=0xff");
     const std::string first_round = request_for("01 02 03 04") + answer_of("02 01 02 03 04") +
                                     request_for("01 02 03 05") + answer_of("02 05 06 07 08");
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 5",
                            bus("1", first_round + request_for("01 02 03 05") + answer_of("00")),
-                           time_line + "time 1 failed!\n");
+                           time_line + "time 1 failed!");
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 5",
                            bus("1", first_round + request_for("01 02 03 05") + answer_of("02 01 01 01 01") +
                                         request_for("01 02 03 05") + answer_of("12")),
-                           time_line + "time 1 failed!\nrx[0]=0x12 rx[1]=0x1 rx[2]=0x1 rx[3]=0x1 rx[4]=0x1\n");
+                           time_line + "time 1 failed!rx[0]=0x12 rx[1]=0x1 rx[2]=0x1 rx[3]=0x1 rx[4]=0x1");
 }
 
 // A read that gives nothing: the first of a round is judged by a cleared byte, the second by what the first one left.
@@ -253,14 +253,14 @@ TEST(SpiTest, QoramReadTestWithAReadThatFails) {
     const std::string fails =
         "drv_spi_read(inst_id=1, chip_id=2, command=[c4], command_length=1, length=5) = 0x811101a4 x1\n";
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 1",
-                           bus("1", request_for("01 02 03 04") + fails), time_line + "time 0 failed!\n");
+                           bus("1", request_for("01 02 03 04") + fails), time_line + "time 0 failed!");
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 1",
                            bus("1", request_for("01 02 03 04") + answer_of("02") + request_for("01 02 03 05") + fails),
                            time_line + time_line);
     expect_untimed_failure("spi_test spi_qoram_read_test 1 2 0x01020304 2",
                            bus("1", request_for("01 02 03 04") + answer_of("02") + request_for("01 02 03 05") + fails +
                                         request_for("01 02 03 05") + fails),
-                           time_line + "time 1 failed!\n");
+                           time_line + "time 1 failed!");
 }
 
 TEST(SpiTest, QoramReadTestShowsTheTimeBeforeItCountsItsWords) {
@@ -368,7 +368,6 @@ TEST(SpiTest, QoramReadWaitsForTheDelay) {
     EXPECT_EQ(read_after("1000"), "drv_spi_read:[ret]:0 rxbuffer[0]:0x" + shown);
     const process_result loop =
         run_sim({"--state", state, "--clock", "virtual"}, {"spi_test", "spi_qoram_read_test", "-1", "16", "0", "2"});
-    EXPECT_EQ(loop.out,
-              time_line + "time 0 failed!\n" + operate_fail("spi_qoram_read_test") + operate_fail("spi_test"));
+    EXPECT_EQ(loop.out, time_line + "time 0 failed!" + operate_fail("spi_qoram_read_test") + operate_fail("spi_test"));
     EXPECT_EQ(loop.status, 255);
 }

@@ -146,11 +146,19 @@ TEST(KestroCallTest, ListShowsInputsAndOutputs) {
 }
 
 TEST(KestroCallTest, WhatCannotBePrintedIsSaid) {
-    const process_result run = run_process({"/bin/sh", "-c",
-                                            "LD_LIBRARY_PATH=" + build_dir() + "/tests/tiny/board $KESTRO_EMULATOR " +
-                                                build_dir() + "/kestro_call 'drv_mac_get_num(type_id=1)' > /dev/full"});
+    const auto in_vain = [](const std::string &words) {
+        return run_process({"/bin/sh", "-c",
+                            "LD_LIBRARY_PATH=" + build_dir() + "/tests/tiny/board $KESTRO_EMULATOR " + build_dir() +
+                                "/kestro_call " + words + " > /dev/full"});
+    };
+    const process_result run = in_vain("'drv_mac_get_num(type_id=1)'");
     EXPECT_NE(run.err.find("standard output: No space left on device"), std::string::npos) << run.err;
     EXPECT_EQ(run.status, 2);
+    for (const std::string words : {"--help", "--list"}) {
+        EXPECT_EQ(in_vain(words).err,
+                  "kestro_call: standard output: cannot be written; it takes what --help and --list show\n");
+        EXPECT_EQ(in_vain(words).status, 2);
+    }
 }
 
 TEST(KestroCallTest, OnADeskTheLauncherStartsIt) {

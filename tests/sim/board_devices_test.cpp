@@ -13,9 +13,9 @@ namespace {
 
 uint32_t black_box_register(const test_board &board, const char *name) {
     const kestro_sim::state_lock lock(board.state);
-    kestro_sim::board desk(board.description, board.state, board.seat);
-    const auto box = desk.find_at<kestro_sim::black_box::family>(board.seat);
-    return static_cast<uint32_t>(desk.value(box, *kestro_sim::black_box::family.find(name)).value());
+    kestro_sim::board simulated(board.description, board.state, board.seat);
+    const auto box = simulated.find_at<kestro_sim::black_box::family>(board.seat);
+    return static_cast<uint32_t>(simulated.value(box, *kestro_sim::black_box::family.find(name)).value());
 }
 
 } // namespace

@@ -49,20 +49,20 @@ test_board quick_master() {
 
 // In a child that is killed sooner or later.
 void set_and_save(const test_board &made, const std::string &value) {
-    board desk(made.description, made.state, made.seat);
-    if (!desk.begin_operation()) {
+    board simulated(made.description, made.state, made.seat);
+    if (!simulated.begin_operation()) {
         throw std::runtime_error("another store");
     }
-    auto variables = kestro_sim::read_environment(desk, made.seat);
+    auto variables = kestro_sim::read_environment(simulated, made.seat);
     variables.resize(2);
     variables.push_back({"a", value});
     // So that a copy has two blocks with something in them.
     for (int i = 0; i < 140; ++i) {
         variables.push_back({"filling" + std::to_string(i), std::string(240, value[0])});
     }
-    kestro_sim::write_environment(desk, made.seat, variables);
-    kestro_sim::begin_saving(desk, made.seat);
-    kestro_sim::go_on_saving(desk, made.seat);
+    kestro_sim::write_environment(simulated, made.seat, variables);
+    kestro_sim::begin_saving(simulated, made.seat);
+    kestro_sim::go_on_saving(simulated, made.seat);
 }
 
 std::string value_of(const std::vector<env_variable> &variables) {
@@ -81,10 +81,10 @@ struct found {
 };
 
 found in_flash(const test_board &made) {
-    board desk(made.description, made.state, made.seat);
-    EXPECT_TRUE(desk.begin_operation());
-    const auto main = decode_env(desk.read_image("flash-slot9.bin", 0x80000, 0x80000));
-    const auto backup = decode_env(desk.read_image("flash-slot9.bin", 0x100000, 0x80000));
+    board simulated(made.description, made.state, made.seat);
+    EXPECT_TRUE(simulated.begin_operation());
+    const auto main = decode_env(simulated.read_image("flash-slot9.bin", 0x80000, 0x80000));
+    const auto backup = decode_env(simulated.read_image("flash-slot9.bin", 0x100000, 0x80000));
     if (!main && !backup) {
         return {"no copy is whole", false};
     }
@@ -94,12 +94,12 @@ found in_flash(const test_board &made) {
 
 // The next run, and a start after it.
 std::string after_a_start(const test_board &made) {
-    board desk(made.description, made.state, made.seat);
-    EXPECT_TRUE(desk.begin_operation());
+    board simulated(made.description, made.state, made.seat);
+    EXPECT_TRUE(simulated.begin_operation());
     kestro_sim::change writes;
-    kestro_sim::note_start_in_flash(desk, writes, made.seat, kestro_sim::restart_reason::power_on, false);
-    desk.commit(writes);
-    return value_of(kestro_sim::read_environment(desk, made.seat));
+    kestro_sim::note_start_in_flash(simulated, writes, made.seat, kestro_sim::restart_reason::power_on, false);
+    simulated.commit(writes);
+    return value_of(kestro_sim::read_environment(simulated, made.seat));
 }
 
 } // namespace
@@ -154,13 +154,13 @@ TEST(EnvImage, ALengthBeyondACopyIsNotFollowed) {
 
 TEST(EnvImage, ASnapshotThatIsLostEndsTheSave) {
     const test_board made = new_delivered("mpu_master");
-    board desk(made.description, made.state, made.seat);
-    ASSERT_TRUE(desk.begin_operation());
-    kestro_sim::write_environment(desk, made.seat, {{"a", "1"}});
-    kestro_sim::begin_saving(desk, made.seat);
-    EXPECT_TRUE(kestro_sim::is_saving(desk, made.seat));
-    desk.write_image("environment-slot9.bin", 0x10000, copy_bytes(1024, 0));
-    EXPECT_FALSE(kestro_sim::is_saving(desk, made.seat));
+    board simulated(made.description, made.state, made.seat);
+    ASSERT_TRUE(simulated.begin_operation());
+    kestro_sim::write_environment(simulated, made.seat, {{"a", "1"}});
+    kestro_sim::begin_saving(simulated, made.seat);
+    EXPECT_TRUE(kestro_sim::is_saving(simulated, made.seat));
+    simulated.write_image("environment-slot9.bin", 0x10000, copy_bytes(1024, 0));
+    EXPECT_FALSE(kestro_sim::is_saving(simulated, made.seat));
     EXPECT_EQ(after_a_start(made), "none");
 }
 

@@ -3,6 +3,7 @@
 #include "tests/sim/support.h"
 #include "tests/support/driver_calls.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace kestro_tests {
@@ -45,7 +46,7 @@ test_board master() {
 }
 
 // On the virtual clock, with the launcher's options behind those for the state.
-struct desk {
+struct flash_board {
     std::string state = new_scratch_dir() + "/state";
 
     std::string answers(const std::vector<std::string> &calls, const std::vector<std::string> &by_hand = {},
@@ -148,27 +149,61 @@ TEST(FlashEnvironment, WhatWasNotSavedIsGoneAfterAStart) {
 }
 
 TEST(FlashEnvironment, ASaveTakesItsTime) {
-    EXPECT_EQ(desk().answers({save_ok, set("a", "1"), save, save_ok, "wait 2.999", save_ok, save, "wait 0.001", save_ok,
-                              restart, save_ok, print}),
+    EXPECT_EQ(flash_board().answers({save_ok, set("a", "1"), save, save_ok, "wait 2.999", save_ok, save, "wait 0.001",
+                                     save_ok, restart, save_ok, print}),
               saved + ok + ok + saving + saving + not_ready + saved + ok + saved + listing(after_restart + "a=1\\n"));
 }
 
 TEST(FlashEnvironment, ASaveIsOfWhatWasSetBeforeIt) {
-    EXPECT_EQ(desk().answers({set("a", "1"), save, "wait 1", set("a", "2"), set("b", "3"), clr("hard_reset_init_flag"),
-                              get("a"), "wait 3", get("a"), restart, print}),
+    EXPECT_EQ(flash_board().answers({set("a", "1"), save, "wait 1", set("a", "2"), set("b", "3"),
+                                     clr("hard_reset_init_flag"), get("a"), "wait 3", get("a"), restart, print}),
               ok + ok + ok + ok + ok + value("2") + value("2") + ok + listing(after_restart + "a=1\\n"));
 }
 
 TEST(FlashEnvironment, ASaveGoesOnWhenNobodyAsks) {
-    const desk board;
+    const flash_board board;
     board.answers({set("a", "1"), save, "wait 2"});
     board.answers({"wait 1"});
     EXPECT_EQ(board.answers({restart, get("a")}), ok + value("1"));
 }
 
+// Time that passes without a call of a driver is time of the board.
+TEST(FlashEnvironment, ASaveIsDoneBehindARunWithoutADriver) {
+    const flash_board board;
+    EXPECT_EQ(board.answers({set("a", "1"), save, save_ok}), ok + ok + saving);
+    EXPECT_EQ(board.answers({"wait 2"}), "");
+    EXPECT_EQ(board.answers({save_ok}), saving);
+    EXPECT_EQ(board.answers({"wait 1"}), "");
+    EXPECT_EQ(board.answers({save_ok}), saved);
+}
+
+// A block that was damaged where the save is about to write is mended by it, and hinders nobody else.
+TEST(FlashEnvironment, ADamagedBlockIsMendedByASave) {
+    const flash_board board;
+    const std::string elsewhere = "drv_flash_read(section_id=0, len=2)";
+    const std::string as_it_was = board.answers({elsewhere});
+    EXPECT_TRUE(as_it_was.starts_with("0x0 buffer=[")) << as_it_was;
+    EXPECT_EQ(board.answers({set("a", "1"), save, "wait 0.5"}), ok + ok);
+    const std::string image = board.state + "/images/flash-slot9.bin";
+    std::string bytes = read_file(image);
+    bytes[0x80000 + 400000] = static_cast<char>(bytes[0x80000 + 400000] ^ 1);
+    std::ofstream(image, std::ios::binary) << bytes;
+    EXPECT_EQ(board.answers({"wait 3", elsewhere, save_ok, restart, get("a")}), as_it_was + saved + ok + value("1"));
+}
+
+TEST(FlashEnvironment, ASaveThatWasSetByHand) {
+    const std::string store = "slot9/env/store/0/";
+    const flash_board board;
+    EXPECT_EQ(board.answers({set("a", "1"), save}), ok + ok);
+    EXPECT_EQ(board.answers({save_ok}, {"--set", store + "save_time=0", "--set", store + "began=9223372036854775807"}),
+              saved);
+    EXPECT_EQ(board.answers({save}, {"--set", store + "save_time=3000"}), ok);
+    EXPECT_EQ(board.answers({save_ok, save, save_ok}, {"--set", store + "steps=100"}), saved + ok + saving);
+}
+
 // The slave's main copy is torn by the first pull, its backup by the second.
 TEST(FlashEnvironment, APulledBoardSavesNoMore) {
-    const desk slave;
+    const flash_board slave;
     const auto pull = [&] { slave.answers({"wait 5"}, {"--pull", "slot10"}); };
     const auto answers_when_plugged = [&](const std::vector<std::string> &calls) {
         return slave.answers(calls, {"--plug", "slot10"}, "mpu_slave");
@@ -182,7 +217,7 @@ TEST(FlashEnvironment, APulledBoardSavesNoMore) {
 }
 
 TEST(FlashEnvironment, BothCopiesStandInSectionEight) {
-    const desk board;
+    const flash_board board;
     EXPECT_EQ(
         board.answers({set("x", "yz"), save, "wait 3", save_ok, clr("hard_reset_init_flag"),
                        "drv_flash_read(section_id=8, offset=0, len=12)",
@@ -201,19 +236,20 @@ TEST(FlashEnvironment, ADamagedCopyIsPassedOver) {
     const auto damaged = [](const std::string &offset) {
         return "drv_flash_write(section_id=8, offset=" + offset + ", buffer=[00])";
     };
-    EXPECT_EQ(desk().answers({damaged("20"), restart, print}), ok + ok + listing(after_restart));
-    EXPECT_EQ(desk().answers({damaged("0x80008"), restart, print}), ok + ok + listing(after_restart));
-    EXPECT_EQ(desk().answers(
+    EXPECT_EQ(flash_board().answers({damaged("20"), restart, print}), ok + ok + listing(after_restart));
+    EXPECT_EQ(flash_board().answers({damaged("0x80008"), restart, print}), ok + ok + listing(after_restart));
+    EXPECT_EQ(flash_board().answers(
                   {damaged("0"), damaged("0x80000"), restart, print, set("a", "1"), save, "wait 3", restart, print}),
               ok + ok + ok + listing("") + ok + ok + ok + listing("a=1\\n"));
-    EXPECT_EQ(desk().answers({"drv_flash_mtd_write(mtd_name=\"env\", offset=16, buffer=[00])", restart, print, save,
-                              "wait 3", restart, "drv_flash_mtd_read(mtd_name=\"env\", offset=16, len=1)"}),
-              ok + ok + listing(after_restart) + ok + ok + "0x0 buffer=[62]\n");
+    EXPECT_EQ(
+        flash_board().answers({"drv_flash_mtd_write(mtd_name=\"env\", offset=16, buffer=[00])", restart, print, save,
+                               "wait 3", restart, "drv_flash_mtd_read(mtd_name=\"env\", offset=16, len=1)"}),
+        ok + ok + listing(after_restart) + ok + ok + "0x0 buffer=[62]\n");
 }
 
 // 34 steps in 3 s: 17 for each copy. Until the first one is whole again, the other holds what was saved before.
 TEST(FlashEnvironment, PowerThatGoesAtAnyStepLeavesTheOldOrTheNew) {
-    const desk board;
+    const flash_board board;
     std::string kept = "first";
     board.answers({set("a", kept), save, "wait 3"});
     for (int step = 0; step <= 34; ++step) {
@@ -230,7 +266,7 @@ TEST(FlashEnvironment, PowerThatGoesAtAnyStepLeavesTheOldOrTheNew) {
 }
 
 TEST(FlashEnvironment, HoldsSixtyKibibytes) {
-    const desk board;
+    const flash_board board;
     const std::string text(250, 't');
     std::vector<std::string> calls;
     for (int i = 100; i < 400; ++i) {

@@ -162,11 +162,16 @@ TEST_F(Hand, NothingIsDoneWhenOneOfThemIsWrong) {
 }
 
 TEST_F(Hand, OutputThatCannotBeWrittenIsAnError) {
-    const process_result result = run_process({"/bin/sh", "-c",
-                                               "exec ${KESTRO_EMULATOR:-} " + build_dir() + "/kestro_sim --state " +
-                                                   new_scratch_dir() + "/state --list > /dev/full"});
-    EXPECT_EQ(result.err, "kestro_sim: standard output: cannot be written; it takes what --list and --get show\n");
-    EXPECT_EQ(result.status, 2);
+    const auto in_vain = [](const std::string &options) {
+        return run_process({"/bin/sh", "-c",
+                            "exec ${KESTRO_EMULATOR:-} " + build_dir() + "/kestro_sim --state " + new_scratch_dir() +
+                                "/state " + options + " > /dev/full"});
+    };
+    EXPECT_EQ(in_vain("--list").err,
+              "kestro_sim: standard output: cannot be written; it takes what --list and --get show\n");
+    EXPECT_EQ(in_vain("--list").status, 2);
+    EXPECT_EQ(in_vain("--help").err, "kestro_sim: standard output: cannot be written; it takes what --help shows\n");
+    EXPECT_EQ(in_vain("--help").status, 2);
 }
 
 } // namespace kestro_tests

@@ -99,6 +99,16 @@ TEST(I2cDriver, WritesHaveLimits) {
 }
 
 // The first section of the EEPROM begins with a mark; behind its last byte comes the first.
+// Behind the last register that is there none is written or read, and none before it either.
+TEST(I2cDriver, ATransferBeyondTheRegistersDoesNothing) {
+    const test_board board = new_delivered("mpu_master");
+    const std::string first = read_of(96, 16, 4);
+    EXPECT_EQ(
+        answers(board, {first, "drv_i2c_write(chip_id=96, address=16, buffer=[00 00 00 01 00 00 00 02], length=8)",
+                        first, read_of(96, 16, 8)}),
+        "0x0 buffer=[00 00 00 00]\n" + out_of_range + "0x0 buffer=[00 00 00 00]\n" + out_of_range);
+}
+
 TEST(I2cDriver, TheIdentityEeprom) {
     for (const char *seat : {"mpu_master", "lpu"}) {
         const test_board board = new_delivered(seat);

@@ -88,6 +88,24 @@ TEST_F(InnerPorts, ABoardThatIsPulledTakesItsLinksAlong) {
     EXPECT_EQ(answers("lpu", {inner_status(0), inner_status(1)}, {"--pull", "slot9"}), inner_down + inner_up);
 }
 
+// What came and went while nobody looked at the far end: a card that was out of the chassis, a link that was cut.
+TEST_F(InnerPorts, BothEndsHaveCountedTheSameBehindABreak) {
+    EXPECT_EQ(answers("mpu_master", {"wait 10", inner_sent(1)}), packets(200));
+    EXPECT_EQ(answers("mpu_master", {"wait 1000", inner_sent(1)}, {"--pull", "slot7"}), packets(200));
+    EXPECT_EQ(answers("lpu", {inner_received(0), "wait 1", inner_received(0)}, {"--plug", "slot7"}),
+              packets(200) + packets(220));
+    EXPECT_EQ(answers("mpu_master", {inner_sent(1)}), packets(220));
+    // Looked at by nobody, before or within.
+    EXPECT_EQ(answers("mpu_slave", {inner_status(0)}), inner_up);
+    const std::string cut = "chassis/ethernet/link/0/cut=";
+    const unsigned sent = 50 * 1011;
+    EXPECT_EQ(answers("mpu_master", {"wait 1000"}, {"--set", cut + "1"}), "");
+    EXPECT_EQ(answers("mpu_slave", {inner_received(0)}, {"--set", cut + "0"}), packets(sent));
+    EXPECT_EQ(answers("mpu_master", {inner_sent(0), "wait 1", inner_sent(0)}), packets(sent) + packets(sent + 50));
+    EXPECT_EQ(answers("mpu_slave", {inner_received(0)}, {"--set", cut + "1"}), packets(sent + 50));
+    EXPECT_EQ(answers("mpu_master", {inner_sent(0)}), packets(sent + 50));
+}
+
 // The line card's end is down meanwhile, and comes up with it again.
 TEST_F(InnerPorts, ALoopedPortHearsItself) {
     for (const unsigned mac_phy : {0U, 1U}) {

@@ -26,33 +26,35 @@ std::vector<uint8_t> image_of(uint32_t part, uint32_t version) {
 // The work on the master's chip, in one process.
 void on_chip(const test_board &made, uint32_t id,
              const std::function<void(kestro_sim::board &, const logic_device &)> &work) {
-    kestro_sim::board desk(made.description, made.state, made.seat);
-    if (!desk.begin_operation()) {
+    kestro_sim::board simulated(made.description, made.state, made.seat);
+    if (!simulated.begin_operation()) {
         throw std::runtime_error("another store");
     }
-    work(desk, kestro_sim::board::at<logic_chip::family>(made.seat, id));
+    work(simulated, kestro_sim::board::at<logic_chip::family>(made.seat, id));
 }
 
 void load_fpga(const test_board &made, uint32_t version) {
-    on_chip(made, 1, [&](kestro_sim::board &desk, const logic_device &chip) {
-        logic_load::finish_fpga(desk, chip, logic_load::begin_fpga(desk, chip, image_of(0x00F90001, version)));
+    on_chip(made, 1, [&](kestro_sim::board &simulated, const logic_device &chip) {
+        logic_load::finish_fpga(simulated, chip,
+                                logic_load::begin_fpga(simulated, chip, image_of(0x00F90001, version)));
     });
 }
 
 void load_by_test_port(const test_board &made, uint32_t version) {
-    on_chip(made, 0, [&](kestro_sim::board &desk, const logic_device &chip) {
-        logic_load::finish_by_restart(desk, chip, logic_load::begin_cpld(desk, chip, image_of(0x00C50001, version)));
+    on_chip(made, 0, [&](kestro_sim::board &simulated, const logic_device &chip) {
+        logic_load::finish_by_restart(simulated, chip,
+                                      logic_load::begin_cpld(simulated, chip, image_of(0x00C50001, version)));
     });
 }
 
 // "0x300", or "no logic".
 std::string logic_of(const test_board &made, uint32_t id) {
     std::string found;
-    on_chip(made, id, [&](kestro_sim::board &desk, const logic_device &chip) {
+    on_chip(made, id, [&](kestro_sim::board &simulated, const logic_device &chip) {
         try {
-            logic_chip::need_logic(desk, chip);
-            found = std::to_string(logic_chip::read_version(desk, chip)) + " of day " +
-                    std::to_string(logic_chip::read_build_day(desk, chip));
+            logic_chip::need_logic(simulated, chip);
+            found = std::to_string(logic_chip::read_version(simulated, chip)) + " of day " +
+                    std::to_string(logic_chip::read_build_day(simulated, chip));
         } catch (const kestro_sim::refusal &) {
             found = "no logic";
         }
@@ -62,9 +64,9 @@ std::string logic_of(const test_board &made, uint32_t id) {
 
 uint32_t latest_reason(const test_board &made) {
     uint32_t reason = 0;
-    on_chip(made, 0, [&](kestro_sim::board &desk, const logic_device &) {
-        reason = desk.get(kestro_sim::board::at<kestro_sim::reset_reason::family>(made.seat),
-                          kestro_sim::reset_reason::reason);
+    on_chip(made, 0, [&](kestro_sim::board &simulated, const logic_device &) {
+        reason = simulated.get(kestro_sim::board::at<kestro_sim::reset_reason::family>(made.seat),
+                               kestro_sim::reset_reason::reason);
     });
     return reason;
 }

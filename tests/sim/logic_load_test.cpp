@@ -344,35 +344,35 @@ std::vector<uint8_t> as_bytes(const std::string &image) {
 // Of two at once the one that began later is the one that comes about, whichever ends first.
 TEST(LogicLoadSteps, AnotherLoadThatBeganMeanwhile) {
     const test_board made = new_delivered("mpu_master");
-    board desk(made.description, made.state, made.seat);
-    ASSERT_TRUE(desk.begin_operation());
+    board simulated(made.description, made.state, made.seat);
+    ASSERT_TRUE(simulated.begin_operation());
     const auto chip = board::at<family>(made.seat, 1);
-    const auto first = kestro_sim::logic_load::begin_fpga(desk, chip, as_bytes(image_bytes(fpga1)));
-    const auto later =
-        kestro_sim::logic_load::begin_fpga(desk, chip, as_bytes(image_bytes({.part = 0x00F90001, .version = 0x0300})));
-    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(desk, chip, first); }), "not ready");
-    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(desk, chip, later); }), "done");
-    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(desk, chip, later); }), "not ready");
-    EXPECT_EQ(kestro_sim::logic_chip::read_version(desk, chip), 0x0300U);
+    const auto first = kestro_sim::logic_load::begin_fpga(simulated, chip, as_bytes(image_bytes(fpga1)));
+    const auto later = kestro_sim::logic_load::begin_fpga(
+        simulated, chip, as_bytes(image_bytes({.part = 0x00F90001, .version = 0x0300})));
+    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(simulated, chip, first); }), "not ready");
+    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(simulated, chip, later); }), "done");
+    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_fpga(simulated, chip, later); }), "not ready");
+    EXPECT_EQ(kestro_sim::logic_chip::read_version(simulated, chip), 0x0300U);
 }
 
 TEST(LogicLoadSteps, AColdStartInBetween) {
     const test_board made = new_delivered("mpu_master");
-    board desk(made.description, made.state, made.seat);
-    ASSERT_TRUE(desk.begin_operation());
+    board simulated(made.description, made.state, made.seat);
+    ASSERT_TRUE(simulated.begin_operation());
     const auto cpld = board::at<family>(made.seat, 0);
     const auto on_card = board::at<kestro_sim::pic_cpld::family>("slot5");
-    const auto load = kestro_sim::logic_load::begin_cpld(desk, cpld, as_bytes(image_bytes(cpld0)));
-    const auto of_card = kestro_sim::logic_load::begin_card(desk, on_card, as_bytes(image_bytes(card_logic)));
+    const auto load = kestro_sim::logic_load::begin_cpld(simulated, cpld, as_bytes(image_bytes(cpld0)));
+    const auto of_card = kestro_sim::logic_load::begin_card(simulated, on_card, as_bytes(image_bytes(card_logic)));
     for (const std::string &place : {made.seat, std::string("slot5")}) {
         kestro_sim::change writes;
-        note_restart(desk, writes, place, kestro_sim::restart_reason::command, kestro_sim::restart_kind::cold);
-        desk.commit(writes);
+        note_restart(simulated, writes, place, kestro_sim::restart_reason::command, kestro_sim::restart_kind::cold);
+        simulated.commit(writes);
     }
-    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_cpld(desk, cpld, load); }), "not ready");
-    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_by_restart(desk, cpld, load); }), "not ready");
-    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_card(desk, on_card, of_card); }), "not ready");
-    EXPECT_EQ(kestro_sim::logic_chip::read_version(desk, cpld), 0x0107U);
+    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_cpld(simulated, cpld, load); }), "not ready");
+    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_by_restart(simulated, cpld, load); }), "not ready");
+    EXPECT_EQ(code_of([&] { kestro_sim::logic_load::finish_card(simulated, on_card, of_card); }), "not ready");
+    EXPECT_EQ(kestro_sim::logic_chip::read_version(simulated, cpld), 0x0107U);
 }
 
 } // namespace kestro_tests

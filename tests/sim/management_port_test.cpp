@@ -3,6 +3,7 @@
 #include "tests/support/driver_calls.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace kestro_tests {
 
@@ -89,6 +90,16 @@ std::string statistic(const meth_direction &rx, const meth_direction &tx, const 
 const meth_direction nothing_counted{};
 const meth_direction received_in_400_ms{6878, {13, 1, 2}, {7, 2, 1, 2, 1, 2, 1}, 2};
 const meth_direction sent_in_400_ms{2668, {8, 1, 1}, {5, 2, 1, 1, 0, 1, 0}, 1};
+
+// A callback that comes within a call lets the call's line begin once more.
+std::string without_events(const std::string &printed) {
+    std::string kept;
+    std::istringstream lines(printed);
+    for (std::string line; std::getline(lines, line);) {
+        kept += line.starts_with("#") || line.ends_with(" ...") ? "" : line + "\n";
+    }
+    return kept;
+}
 
 class ManagementPorts : public testing::Test {
   protected:
@@ -271,6 +282,44 @@ TEST_F(ManagementPorts, ALoopedPortHearsItself) {
                 "0x0 packets=17\n0x0 packets=17\n" + ok + ok)
             << loop;
     }
+}
+
+// A loop at the MAC needs no other end, and has a speed of its own.
+TEST_F(ManagementPorts, ALoopAtTheMacWithoutAnotherEnd) {
+    EXPECT_EQ(answers({meth_status, meth_speed, mac_register(2), write_register(0, 0, 0, "0x0131"), meth_status,
+                       meth_speed, mac_register(2)},
+                      {"--set", "slot9/phy/port/0/partner=0"}),
+              "0x0 status=0\n0x0 speed=0\n" + val(0) + ok + "0x0 status=1\n0x0 speed=1000\n" + val(1000));
+}
+
+TEST_F(ManagementPorts, APacketWhoseWayEndsAtAPortWithoutALinkIsLost) {
+    const std::string rx = "drv_meth_get_rx_packets(port=0)";
+    EXPECT_EQ(answers({meth_init, meth_hello, meth_set("shutdown", 1), "wait 1", meth_readable, mac_register(1), rx,
+                       meth_set("shutdown", 0), "wait 2", meth_readable, meth_get},
+                      {"--set", "slot9/ethernet/management/0/echo=500000"}),
+              ok + ok + ok + "0x0 readable=0\n" + val(0) + "0x0 packets=0\n" + ok + "0x0 readable=0\n" + nothing_came);
+    // One that was there before waits on.
+    EXPECT_EQ(answers({meth_init, meth_hello, "wait 1", meth_set("shutdown", 1), meth_readable, meth_get}),
+              ok + ok + ok + "0x0 readable=1\n" + hello_came);
+}
+
+TEST_F(ManagementPorts, NoLookAtTheCountersIsTakenBack) {
+    const std::vector<std::string> no_other_end{"--set", "slot9/phy/port/0/partner=0"};
+    EXPECT_EQ(answers({"wait 0.4", "drv_phy_get_port_status(chip_id=0, port_id=0, port_mode=0)"}), "0x0 enable=1\n");
+    EXPECT_EQ(answers({mac_register(8), "wait 1", mac_register(8)}, no_other_end), val(16) + val(16));
+}
+
+// A callback has run when the sender goes on, also where another clock than the virtual one says when.
+TEST_F(ManagementPorts, WhoSendsHasHeardTheAnswer) {
+    std::vector<std::string> lines{"drv_meth_register_callback(port=0, callback=callback)"};
+    std::string expected = ok;
+    for (int i = 0; i < 20; ++i) {
+        lines.push_back(meth_hello);
+        lines.push_back(meth_readable);
+        expected += ok + "0x0 readable=0\n";
+    }
+    const std::string printed = answers_of({"--state", state_, "--clock", "real"}, lines);
+    EXPECT_EQ(without_events(printed), expected) << printed;
 }
 
 TEST_F(ManagementPorts, ADriverThatIsNotUpHasNoPackets) {

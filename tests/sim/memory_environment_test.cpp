@@ -127,6 +127,23 @@ TEST(MemoryEnvironment, AFullMemory) {
               ok + ok + value(text) + no_such_device + no_such_device + "0x0 value=1\n");
 }
 
+// A board starts, also where its variables leave no room to note how.
+TEST(MemoryEnvironment, AFullMemoryHindersNoStart) {
+    const test_board board = new_delivered("mpu_master");
+    std::vector<std::string> lines{clear("kestro_softreset_mode")};
+    std::string expected = ok;
+    for (int i = 0; i < 25; ++i) {
+        lines.push_back(set(std::string(61, 'n') + static_cast<char>('a' + i) + "x", std::string(255, 't')));
+        expected += ok;
+    }
+    EXPECT_EQ(answers(board, lines), expected);
+    // The last byte; one more, and the empty variable would have made room.
+    const std::string text(150, 'm');
+    EXPECT_EQ(answers(board, {set("m", text), mode}), ok + "0x0 value=0\n");
+    EXPECT_EQ(answers(board, {warm_reset, get("m"), mode}), ok + value(text) + "0x0 value=0\n");
+    EXPECT_EQ(answers(board, {set("m", text + "m"), mode}), ok + no_such_device);
+}
+
 TEST(MemoryEnvironment, ASaveMakesTheHalvesEqual) {
     const test_board board = new_delivered("mpu_master");
     EXPECT_EQ(half(board, main_at), half(board, backup_at));

@@ -105,8 +105,8 @@ TEST_F(NvramDriver, AChipThatFallsSilentBeforeItIsFollowed) {
     answers({into(0, 0, "AAAA")});
     EXPECT_EQ(answers({into(1, 8, "BB"), "wait 2", from(1, 0, 4)}, {"--set", "slot9/nvram/chip/0/silent=1"}),
               ok + holds("", 4));
-    EXPECT_EQ(answers({from(0, 8, 2), from(1, 0, 4)}, {"--set", "slot9/nvram/chip/0/silent=0"}),
-              holds("BB") + holds("", 4));
+    EXPECT_EQ(answers({from(0, 8, 2), from(0, 0, 4), from(1, 0, 4), ask}, {"--set", "slot9/nvram/chip/0/silent=0"}),
+              holds("BB") + holds("", 4) + holds("", 4) + in_step);
 }
 
 TEST_F(NvramDriver, ARangeSetByHandThatIsNone) {

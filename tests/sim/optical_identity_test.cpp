@@ -106,14 +106,18 @@ TEST_F(OpticalIdentity, BytesOfAMiddleModule) {
 }
 
 TEST_F(OpticalIdentity, BytesOfAWideModule) {
-    // Ready; single-mode; 400GAUI-8 on 400GBASE-LR8, eight lanes each, and no other application.
+    // Ready; single-mode; 400GAUI-8 on 400GBASE-LR8, eight lanes each, and no other application; class 5, 40 times
+    // 0.25 W; a laser with a grating for 1310 nm.
     EXPECT_EQ(answers({optical_read(wide_port, "0xa0", 0, 0, 4), optical_read(wide_port, "0xa0", 0, 85, 6),
-                       optical_read(wide_port, "0xa0", 0, 128, 3), optical_read(wide_port, "0xa0", 0, 203, 1)}),
-              "0x0 data=[24 64 0 6]\n0x0 data=[2 17 27 136 1 255]\n0x0 data=[24 75 69]\n0x0 data=[7]\n");
-    // 10 km in kilometres, 1310 nm in twentieths, what it measures.
+                       optical_read(wide_port, "0xa0", 0, 128, 3), optical_read(wide_port, "0xa0", 0, 200, 4),
+                       optical_read(wide_port, "0xa0", 0, 212, 1)}),
+              "0x0 data=[24 64 0 6]\n0x0 data=[2 17 27 136 1 255]\n0x0 data=[24 75 69]\n0x0 data=[128 40 0 7]\n"
+              "0x0 data=[4]\n");
+    // 10 km in kilometres, 1310 nm in twentieths, a cooler and its current, what it measures, the first lane.
     EXPECT_EQ(answers({optical_read(wide_port, "0xa0", 1, 132, 5), optical_read(wide_port, "0xa0", 1, 138, 2),
-                       optical_read(wide_port, "0xa0", 1, 145, 1), optical_read(wide_port, "0xa0", 1, 159, 4)}),
-              "0x0 data=[74 0 0 0 0]\n0x0 data=[102 88]\n0x0 data=[1]\n0x0 data=[15 7 1 1]\n");
+                       optical_read(wide_port, "0xa0", 1, 145, 1), optical_read(wide_port, "0xa0", 1, 159, 4),
+                       optical_read(wide_port, "0xa0", 1, 176, 2)}),
+              "0x0 data=[74 0 0 0 0]\n0x0 data=[102 88]\n0x0 data=[129]\n0x0 data=[15 7 1 1]\n0x0 data=[1 0]\n");
 }
 
 TEST_F(OpticalIdentity, SumsAreRight) {

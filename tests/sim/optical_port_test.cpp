@@ -132,6 +132,14 @@ TEST_F(OpticalPorts, APullIsToldOnce) {
     EXPECT_EQ(answers({"drv_opt_init()"}, {"slot9/optics/cage/11/plugged=0"}), ok);
     EXPECT_EQ(answers({"drv_opt_init()"}, {"slot9/optics/cage/11/plugged=2"}), ok);
     EXPECT_EQ(answers({was_pulled, was_pulled}), one + none);
+    // Between two looks of the driver, in one go or in two; what the driver had switched is gone.
+    const std::string software = optical_read(lr_port, "0xa2", 0, 110, 1);
+    EXPECT_EQ(answers({"wait 2", optical_write(lr_port, "0xa2", 0, 110, "0x40"), software}), ok + "0x0 data=[64]\n");
+    EXPECT_EQ(answers({was_pulled, was_pulled}, {"slot9/optics/cage/11/plugged=0", "slot9/optics/cage/11/plugged=2"}),
+              one + none);
+    EXPECT_EQ(answers({}, {"slot9/optics/cage/11/plugged=0"}), "");
+    EXPECT_EQ(answers({was_pulled, was_pulled}, {"slot9/optics/cage/11/plugged=2"}), one + none);
+    EXPECT_EQ(answers({"wait 2", software}), "0x0 data=[0]\n");
     // Another module in its place.
     EXPECT_EQ(answers({was_pulled, optical_call("get_physical_pull_status", copper_port)},
                       {"slot9/optics/cage/11/plugged=3", "slot9/optics/cage/12/plugged=0"}),

@@ -171,13 +171,13 @@ TEST(Store, ResetRetiresTheOldStore) {
 
 TEST(Board, RegistersStartAsDescribed) {
     const test_board made = new_delivered("mpu_master");
-    kestro_sim::board desk(made.description, made.state, made.seat);
-    const auto pin = desk.find<gpio_pin::family>(DRV_INST_SELF, 17);
-    EXPECT_EQ(desk.get(pin, gpio_pin::level), 1U);
-    desk.put(pin, gpio_pin::level, 0);
-    EXPECT_EQ(desk.get(pin, gpio_pin::level), 0U);
+    kestro_sim::board simulated(made.description, made.state, made.seat);
+    const auto pin = simulated.find<gpio_pin::family>(DRV_INST_SELF, 17);
+    EXPECT_EQ(simulated.get(pin, gpio_pin::level), 1U);
+    simulated.put(pin, gpio_pin::level, 0);
+    EXPECT_EQ(simulated.get(pin, gpio_pin::level), 0U);
     std::vector<uint32_t> pins;
-    for (const auto &each : desk.all_at<gpio_pin::family>("slot9")) {
+    for (const auto &each : simulated.all_at<gpio_pin::family>("slot9")) {
         pins.push_back(each.id);
     }
     EXPECT_EQ(pins, (std::vector<uint32_t>{0, 5, 16, 17, 40}));
@@ -188,12 +188,12 @@ TEST(Board, LargeImagesAreWrittenInPieces) {
                                 "name=\"size\" value=\"300000\"/><element name=\"fill\" value=\"255\"/></entry></node>"
                                 "</module></board>";
     const test_board made = new_changed("lpu", "</board>", storage);
-    kestro_sim::board desk(made.description, made.state, made.seat);
-    desk.write_image("large-slot7.bin", 10, bytes_of(200000, 0x33));
-    EXPECT_EQ(desk.image_size("large-slot7.bin"), 300000U);
-    EXPECT_EQ(desk.read_image("large-slot7.bin", 10, 200000), bytes_of(200000, 0x33));
-    EXPECT_EQ(desk.read_image("large-slot7.bin", 0, 10), bytes_of(10, 0xFF));
-    EXPECT_EQ(desk.read_image("large-slot7.bin", 200010, 10), bytes_of(10, 0xFF));
+    kestro_sim::board simulated(made.description, made.state, made.seat);
+    simulated.write_image("large-slot7.bin", 10, bytes_of(200000, 0x33));
+    EXPECT_EQ(simulated.image_size("large-slot7.bin"), 300000U);
+    EXPECT_EQ(simulated.read_image("large-slot7.bin", 10, 200000), bytes_of(200000, 0x33));
+    EXPECT_EQ(simulated.read_image("large-slot7.bin", 0, 10), bytes_of(10, 0xFF));
+    EXPECT_EQ(simulated.read_image("large-slot7.bin", 200010, 10), bytes_of(10, 0xFF));
 }
 
 } // namespace kestro_tests

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <sys/stat.h>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -235,6 +236,15 @@ TEST_F(Launcher, DiscardRunsOnACopyOfTheState) {
               elsewhere + "/kestro_sim-");
     EXPECT_EQ(given(run({"--state", "here", "--discard", "--root", "board_files"}), "KESTRO_SIM_ROOT"),
               path("board_files"));
+}
+
+// A pipe that somebody put in the place of a board's file is none to read from, in the copy as in the state.
+TEST_F(Launcher, DiscardTakesPipesAlongAsPipes) {
+    run({"--state", "here"});
+    ASSERT_EQ(mkfifo(path("here/pipe").c_str(), 0600), 0);
+    const process_result result = run({"--state", "here", "--discard", "keep", "kept"});
+    EXPECT_EQ(result.err, "");
+    expect_removed(given(result, "KESTRO_SIM_STATE"));
 }
 
 TEST_F(Launcher, DiscardRemovesTheCopyWhicheverWayTheRunEnds) {

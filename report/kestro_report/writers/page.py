@@ -21,8 +21,8 @@ from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORT
 from kestro_report.verdict import outcome_of
 from kestro_report.writers import figures
 from kestro_report.writers.curves import Curves, alike
-from kestro_report.writers.page_runs import (OUTCOME_WORDS, KeptRun, KeptSection, counted, duration, fit, moment,
-                                             quantities_of, said_of, short, time_line)
+from kestro_report.writers.page_runs import (OUTCOME_WORDS, KeptRun, counted, duration, fit, moment, quantities_of,
+                                             said_of, short, time_line)
 
 FOLDER = Path(__file__).parent
 # So many bytes of the page for runs that passed and for others; the first run that passed is whole in any case.
@@ -119,7 +119,7 @@ class Page(Writer):
         self.curves.begin_run(run)
 
     def section_begins(self, section: Section) -> None:
-        self.kept.sections.append(KeptSection(section))
+        self.kept.add_section(section)
         if len(self.section_names) < 1000:
             self.section_names.setdefault(short(section.name))
 
@@ -135,6 +135,9 @@ class Page(Writer):
     def measurement(self, measurement: Measurement) -> None:
         self.kept.add_measurement(measurement)
         self.curves.add(measurement)
+
+    def section_ends(self, section: Section) -> None:
+        self.kept.end_section(section)
 
     def run_ends(self, run: Run) -> None:
         kept, self.kept = self.kept, None

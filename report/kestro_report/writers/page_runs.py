@@ -13,6 +13,8 @@ from kestro_report.writers import figures
 
 # Of one run. What is beyond is counted, and the page says so.
 LONGEST_RAW = 2 << 20
+MOST_LINES = 100000
+MOST_SECTIONS = 2000
 MOST_CHECKS = 20000
 MOST_MEASUREMENTS = 2000
 MOST_UNKNOWN = KEPT
@@ -101,6 +103,8 @@ class KeptRun:
     """A run as far as the page keeps it. A line's kind is known only when the next event comes."""
     run: Run
     sections: list[KeptSection] = field(default_factory=list)
+    sections_left_out: int = 0  # all behind the last that is kept
+    failed_left_out: int = 0
     measurements: list[Measurement] = field(default_factory=list)
     measurements_left_out: int = 0
     lines: list[tuple[int, str, str]] = field(default_factory=list)  # number, class, text
@@ -110,10 +114,20 @@ class KeptRun:
     rows: int = 0
     unknown: int = 0
 
+    def add_section(self, section: Section) -> None:
+        if len(self.sections) < MOST_SECTIONS:
+            self.sections.append(KeptSection(section))
+        else:
+            self.sections_left_out += 1
+
+    def end_section(self, section: Section) -> None:
+        if self.sections_left_out and section.outcome == FAILED:
+            self.failed_left_out += 1
+
     def add_line(self, line: Line) -> None:
         self.keep_last()
         self.last = line
-        if line.kind == "unknown" and self.sections:
+        if line.kind == "unknown" and self.sections and not self.sections_left_out:
             section = self.sections[-1]
             section.unknown += 1
             self.unknown += 1
@@ -127,12 +141,14 @@ class KeptRun:
         if line is None:
             return
         self.size += len(line.text) + 1
-        if self.size <= LONGEST_RAW:
+        if self.size <= LONGEST_RAW and len(self.lines) < MOST_LINES:
             self.lines.append((line.number, LINE_CLASSES.get(line.kind, ""), line.text))
         else:
             self.lines_left_out += 1
 
     def add_check(self, check: Check) -> None:
+        if self.sections_left_out:
+            return
         section = self.sections[-1]
         if check.outcome == PASSED and self.rows >= MOST_CHECKS or self.rows >= 2 * MOST_CHECKS:
             section.left_out += 1

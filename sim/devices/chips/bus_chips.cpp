@@ -17,9 +17,18 @@ void check_transfer(size_t size, uint32_t address, size_t length) {
     refuse_if(length == 0 || length > longest_transfer || address >= size, error::out_of_range);
 }
 
+// A transfer that would meet a register that is not there is refused before it has read or written any.
+void check_registers(const register_space &space, uint32_t address, size_t number) {
+    for (uint32_t i = 0; i < number && space.unknown == undeclared::refused; ++i) {
+        refuse_if(find_register(space, (address + i) % space.size) == nullptr, error::out_of_range);
+    }
+}
+
 std::vector<uint8_t> read_registers(board &b, const register_space &space, const device &chip, uint32_t address,
                                     uint32_t length) {
     check_transfer(space.size, address, length);
+    const uint32_t step = space.width / 8;
+    check_registers(space, address, (length + step - 1) / step);
     std::vector<uint8_t> bytes;
     for (uint32_t at = address; bytes.size() < length; at = (at + 1) % space.size) {
         const uint32_t value = read_space(b, space, chip, at);
@@ -36,6 +45,7 @@ void write_registers(board &b, const register_space &space, const device &chip, 
     check_transfer(space.size, address, bytes.size());
     const size_t step = space.width / 8;
     refuse_if(bytes.size() % step != 0, error::bad_value);
+    check_registers(space, address, bytes.size() / step);
     uint32_t at = address;
     for (size_t i = 0; i < bytes.size(); i += step) {
         uint32_t value = 0;

@@ -42,8 +42,12 @@ ethernet_port::line line_of(board &b, const one &port) {
     return {b.now() >= from, false, from};
 }
 
-void begin_link(board &b, change &writes, const one &port) {
+void settle(board &b, change &writes, const one &port) {
     ethernet_port::settle(b, writes, port, line_of(b, port));
+}
+
+void begin_link(board &b, change &writes, const one &port) {
+    settle(b, writes, port);
     b.put(writes, port, ethernet_port::since, static_cast<uint64_t>(b.now()));
 }
 
@@ -88,7 +92,7 @@ void set_shut(board &b, const one &port, bool to) {
 
 ethernet_port::traffic read_traffic(board &b, const one &port) {
     change writes;
-    ethernet_port::settle(b, writes, port, line_of(b, port));
+    settle(b, writes, port);
     b.commit(writes);
     return ethernet_port::traffic_by_now(
         b, port, line_of(b, port), {b.get(port, ethernet_port::receive_rate), b.get(port, ethernet_port::send_rate)});
@@ -108,7 +112,8 @@ void reset_phy(board &b, const one &port) {
 
 device_list devices_of_cluster_port() {
     static constexpr const device_family *families[]{&cluster_port::family};
-    return {families, {}};
+    const auto write_down = [](board &b) { ethernet_port::settle_all(b, cluster_port::settle); };
+    return {families, {}, {}, write_down};
 }
 
 } // namespace kestro_sim

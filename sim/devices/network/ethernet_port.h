@@ -2,8 +2,9 @@
 //
 // Frames pass while a port has its link. How long that was is kept ("linked"), and all that a port counts follows from
 // it: the same mix of frames again and again, so that sizes, kinds and bytes always agree. What a driver sends itself
-// comes on top. A look at the counters writes down how far they have come: from then on nothing takes them back, also
-// when a technician cuts the link. Of several breaks between two looks the last one alone is known.
+// comes on top. How far they have come is written down by each look at the counters, and before a driver or a
+// technician changes what the link hangs on, at both of its ends: so nothing takes them back, and what one end has sent
+// the other one has received.
 #pragma once
 
 #include "sim/core/board.h"
@@ -77,6 +78,23 @@ traffic traffic_by_now(board &b, const device &port, const line &now, const rate
 
 // Before anything about the link changes, and when the counters are told: notes how far they have come.
 void settle(board &b, change &writes, const device &port, const line &now);
+
+// For device_list::write_down: settles all ports of a family in the chassis. A port that lacks what its link hangs on,
+// as a PHY that nothing describes, has counted nothing.
+template <const device_family &Family>
+void settle_all(board &b, void (*settle_one)(board &, change &, const device_of<Family> &)) {
+    for (const pugi::xml_node place : b.described().chassis().children("place")) {
+        for (const device_of<Family> &port : b.all_at<Family>(place.attribute("name").value())) {
+            change writes;
+            try {
+                settle_one(b, writes, port);
+            } catch (const refusal &) {
+                continue;
+            }
+            b.commit(writes);
+        }
+    }
+}
 
 // The counters begin anew.
 void clear(board &b, change &writes, const device &port);

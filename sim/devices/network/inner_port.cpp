@@ -3,6 +3,7 @@
 
 #include "sim/core/catalogue.h"
 #include "sim/devices/network/ethernet_link.h"
+#include "sim/devices/network/register_text.h"
 
 #include <algorithm>
 
@@ -34,6 +35,9 @@ std::optional<one> far_end(board &b, const ethernet_link::view &link) {
 }
 
 line line_of(board &b, const one &port) {
+    if (!b.is_present(port.instance)) {
+        return {};
+    }
     if (is_looped(b, port)) {
         return {true, true, began(b, port)};
     }
@@ -60,7 +64,7 @@ void settle(board &b, change &writes, const one &port) {
     ethernet_port::settle(b, writes, port, line_of(b, port));
 }
 
-// The far end loses its link, or begins one, with this one.
+// The far end counts what this one sends, and loses its link, or begins one, with it.
 void settle_both(board &b, change &writes, const one &port) {
     settle(b, writes, port);
     const auto link = ethernet_link::at(b, port.instance, port.id);
@@ -87,9 +91,14 @@ bool is_up(board &b, const one &port) {
 
 ethernet_port::traffic read_traffic(board &b, const one &port) {
     change writes;
-    settle(b, writes, port);
+    settle_both(b, writes, port);
     b.commit(writes);
     return traffic_of(b, port);
+}
+
+std::string dump(board &b, const one &port, bool of_phy) {
+    read_traffic(b, port);
+    return register_text(b, of_phy ? phy_registers : mac_registers, port);
 }
 
 void set_mac_loop(board &b, const one &port, bool to) {
@@ -213,7 +222,8 @@ constexpr register_space phy_registers{"inner_phy", &family, 16, 32, undeclared:
 device_list devices_of_inner_port() {
     static constexpr const device_family *families[]{&inner_port::family};
     static constexpr const register_space *spaces[]{&inner_port::mac_registers, &inner_port::phy_registers};
-    return {families, spaces};
+    const auto write_down = [](board &b) { ethernet_port::settle_all(b, inner_port::settle); };
+    return {families, spaces, {}, write_down};
 }
 
 } // namespace kestro_sim

@@ -26,6 +26,7 @@ bool is_up(board &b, const one &port);
 
 // As told to a driver, who hears nothing less the next time.
 ethernet_port::traffic read_traffic(board &b, const one &port);
+std::string dump(board &b, const one &port, bool of_phy);
 
 void set_mac_loop(board &b, const one &port, bool to);
 void set_phy_loop(board &b, const one &port, bool to);

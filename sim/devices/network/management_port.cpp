@@ -5,6 +5,7 @@
 #include "sim/devices/identity/mac_store.h"
 #include "sim/devices/network/register_text.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace kestro_sim {
@@ -56,32 +57,46 @@ ethernet_port::line line_of(board &b, const one &port) {
     return {phy::is_up(b, wire), false, began + b.get(wire, phy::negotiation) * nanoseconds_per_millisecond};
 }
 
-// Its PHY has no say in a loop at the MAC.
-uint32_t speed_of(board &b, const one &port) {
-    return b.get(port, mac_loop) != 0 ? 1000 : phy::speed(b, phy_of(b, port));
+// A packet whose way ends at a port without a link is lost. Those that the port had before are counted.
+bool is_received(board &b, const ethernet_port::line &now, const packet_ring::packet &which) {
+    return which.arrival <= b.now() && (which.is_counted || (now.is_up && which.arrival >= now.from));
 }
 
 // Those that have arrived and are not among the counted ones yet.
 tally newly_arrived(board &b, const one &port) {
+    const ethernet_port::line now = line_of(b, port);
     tally counted{};
     for (const packet_ring::packet &each : packet_ring::all(b, port.instance, port.id)) {
-        if (each.arrival <= b.now() && !each.is_counted) {
+        if (is_received(b, now, each) && !each.is_counted) {
             ethernet_port::add(counted, ethernet_port::tally_of_frame(each.bytes));
         }
     }
     return counted;
 }
 
+void settle_packets(board &b, change &writes, const one &port, const ethernet_port::line &now) {
+    for (const packet_ring::packet &each : packet_ring::all(b, port.instance, port.id)) {
+        if (is_received(b, now, each)) {
+            packet_ring::note_counted(b, writes, each);
+        } else if (each.arrival <= b.now()) {
+            packet_ring::take(b, writes, each);
+        }
+    }
+}
+
 void settle(board &b, change &writes, const one &port) {
-    ethernet_port::settle(b, writes, port, line_of(b, port));
+    const ethernet_port::line now = line_of(b, port);
+    ethernet_port::settle(b, writes, port, now);
     tally counted = read_own_frames(b, port, received);
     ethernet_port::add(counted, newly_arrived(b, port));
     write_own_frames(b, writes, port, received, counted);
-    for (const packet_ring::packet &each : packet_ring::all(b, port.instance, port.id)) {
-        if (each.arrival <= b.now()) {
-            packet_ring::note_counted(b, writes, each);
-        }
-    }
+    settle_packets(b, writes, port, now);
+}
+
+std::optional<packet_ring::packet> first_received(board &b, const one &port) {
+    const ethernet_port::line now = line_of(b, port);
+    return packet_ring::first_waiting(b, port.instance, port.id,
+                                      [&](const packet_ring::packet &each) { return is_received(b, now, each); });
 }
 
 void settle_now(board &b, const one &port) {
@@ -125,6 +140,11 @@ bool is_up(board &b, const one &port) {
     return line_of(b, port).is_up;
 }
 
+uint32_t speed(board &b, const one &port) {
+    const ethernet_port::line now = line_of(b, port);
+    return !now.is_up ? 0 : b.get(port, mac_loop) != 0 ? 1000 : phy::speed(b, phy_of(b, port));
+}
+
 bool negotiates(board &b, const one &port) {
     return (b.get(phy_of(b, port), phy::control) & phy_negotiates) != 0;
 }
@@ -165,7 +185,7 @@ void send(board &b, const one &port, std::span<const uint8_t> packet) {
     tally counted = read_own_frames(b, port, sent);
     ethernet_port::add(counted, ethernet_port::tally_of_frame(packet));
     write_own_frames(b, writes, port, sent, counted);
-    const int64_t way = ethernet_port::time_on_wire(packet.size(), speed_of(b, port));
+    const int64_t way = ethernet_port::time_on_wire(packet.size(), speed(b, port));
     const uint32_t answers_after = b.get(port, echo);
     if (now.is_looped || answers_after != 0) {
         make_room(b, writes, port);
@@ -176,15 +196,19 @@ void send(board &b, const one &port, std::span<const uint8_t> packet) {
 }
 
 bool has_packet(board &b, const one &port) {
-    return packet_ring::first_waiting(b, port.instance, port.id).has_value();
+    return first_received(b, port).has_value();
 }
 
 std::optional<std::vector<uint8_t>> take_packet(board &b, const one &port) {
-    const auto waiting = packet_ring::first_waiting(b, port.instance, port.id);
-    if (!waiting) {
+    const auto packets = packet_ring::all(b, port.instance, port.id);
+    if (std::none_of(packets.begin(), packets.end(), [&](const auto &each) { return each.arrival <= b.now(); })) {
         return std::nullopt;
     }
     settle_now(b, port);
+    const auto waiting = first_received(b, port);
+    if (!waiting) {
+        return std::nullopt;
+    }
     change writes;
     packet_ring::take(b, writes, *waiting);
     b.commit(writes);
@@ -218,6 +242,7 @@ bool test_phy(board &b, const one &port, std::string &found) {
 }
 
 uint32_t read_register(board &b, const one &port, bool of_phy, uint32_t address) {
+    settle_now(b, port);
     return of_phy ? read_space(b, phy::registers, phy_of(b, port), address)
                   : read_space(b, mac_registers, port, address);
 }
@@ -234,6 +259,7 @@ void write_register(board &b, const one &port, bool of_phy, uint32_t address, ui
 }
 
 std::string dump(board &b, const one &port, bool of_phy) {
+    settle_now(b, port);
     return of_phy ? register_text(b, phy::registers, phy_of(b, port)) : register_text(b, mac_registers, port);
 }
 
@@ -247,8 +273,7 @@ uint32_t read_mac_status(board &b, const device &which, uint32_t) {
 }
 
 uint32_t read_mac_speed(board &b, const device &which, uint32_t) {
-    const one port{which};
-    return is_up(b, port) ? speed_of(b, port) : 0;
+    return speed(b, one{which});
 }
 
 uint32_t read_lamp(board &b, const device &which, uint32_t) {
@@ -330,7 +355,8 @@ constexpr register_space mac_registers{"eth_mac", &family, 32, 16, undeclared::r
 device_list devices_of_management_port() {
     static constexpr const device_family *families[]{&management_port::family, &own_frames::family};
     static constexpr const register_space *spaces[]{&management_port::mac_registers};
-    return {families, spaces};
+    const auto write_down = [](board &b) { ethernet_port::settle_all(b, management_port::settle); };
+    return {families, spaces, {}, write_down};
 }
 
 } // namespace kestro_sim

@@ -51,6 +51,8 @@ one find(board &b, uint32_t id);
 phy::one phy_of(board &b, const one &port);
 
 bool is_up(board &b, const one &port);
+// In Mbit/s; 0 without a link. A loop at the MAC has one of its own, in which the PHY has no say.
+uint32_t speed(board &b, const one &port);
 bool negotiates(board &b, const one &port);
 
 // What a driver begins with: nothing counted, nothing waiting. The link stays as it is.

@@ -62,10 +62,11 @@ std::vector<packet> all(board &b, const std::string &board_place, uint32_t port)
     return packets;
 }
 
-std::optional<packet> first_waiting(board &b, const std::string &board_place, uint32_t port) {
+std::optional<packet> first_waiting(board &b, const std::string &board_place, uint32_t port,
+                                    const std::function<bool(const packet &)> &is_there) {
     std::optional<packet> first;
     for (packet &each : all(b, board_place, port)) {
-        if (each.arrival <= b.now() && (!first || each.arrival < first->arrival)) {
+        if (is_there(each) && (!first || each.arrival < first->arrival)) {
             first = std::move(each);
         }
     }

@@ -6,6 +6,7 @@
 #include "sim/core/time.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -44,8 +45,9 @@ struct packet {
 // On their way or waiting, in the order of their sending.
 std::vector<packet> all(board &b, const std::string &board_place, uint32_t port);
 
-// The one that has waited longest.
-std::optional<packet> first_waiting(board &b, const std::string &board_place, uint32_t port);
+// Of those that are there already the one that has waited longest.
+std::optional<packet> first_waiting(board &b, const std::string &board_place, uint32_t port,
+                                    const std::function<bool(const packet &)> &is_there);
 
 // The caller has made room.
 void append(board &b, change &writes, const std::string &board_place, uint32_t port, std::span<const uint8_t> bytes,

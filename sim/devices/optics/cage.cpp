@@ -1,4 +1,4 @@
-// Plugging is the technician's: what it brings about begins when somebody looks.
+// Plugging is the technician's: what it brings about begins with it, or when somebody first looks.
 #include "sim/devices/optics/cage.h"
 
 #include "sim/core/catalogue.h"
@@ -70,9 +70,21 @@ std::vector<cage::row> cage::port_map(board &b, uint32_t inst_id) {
     return rows;
 }
 
+namespace {
+
+void notice_all(board &b) {
+    for (const pugi::xml_node place : b.described().chassis().children("place")) {
+        for (const cage::one &port : b.all_at<cage::family>(place.attribute("name").value())) {
+            cage::notice(b, port);
+        }
+    }
+}
+
+} // namespace
+
 device_list devices_of_cage() {
     static constexpr const device_family *families[]{&cage::family};
-    return {families, {}};
+    return {families, {}, {}, notice_all};
 }
 
 } // namespace kestro_sim

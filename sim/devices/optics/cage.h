@@ -18,7 +18,7 @@ inline constexpr reg package = reg::choice("package", package_names, "what fits 
 inline constexpr reg plugged =
     reg::number("plugged", 0, any_u32, "", "the module that is plugged in, by its number; 0 for none").required();
 inline constexpr reg noticed =
-    reg::number("noticed", 0, any_u32, "", "what was plugged in when the driver last looked").written();
+    reg::number("noticed", 0, any_u32, "", "what was plugged in when this was last looked at").written();
 inline constexpr reg since =
     reg::number("since", long_ago, INT64_MAX, "ns", "the board time at which its module was noticed")
         .or_else(static_cast<uint64_t>(long_ago))
@@ -40,7 +40,7 @@ std::vector<one> all(board &b, uint32_t inst_id);
 
 bool is_filled(board &b, const one &port);
 
-// What changed since the driver looked last: a new module begins to come up now, one that is gone was pulled.
+// What changed since the last look: a new module begins to come up now, one that is gone was pulled.
 void notice(board &b, const one &port);
 
 // Since it was asked last, which this does.

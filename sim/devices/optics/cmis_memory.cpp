@@ -57,6 +57,11 @@ void fill_module(memory_view &at, const map_source &from) {
     }
 }
 
+// Copper, a laser that emits from its surface, or one with a grating for 1310 or 1550 nm.
+uint8_t technology_of(double nanometres) {
+    return nanometres == 0 ? 0x0A : nanometres < 1000 ? 0x00 : nanometres < 1400 ? 0x04 : 0x05;
+}
+
 void fill_identification(memory_view &at, const map_source &from) {
     const model &kind = *from.which.kind;
     const auto &module = from.which.module;
@@ -70,9 +75,10 @@ void fill_identification(memory_view &at, const map_source &from) {
     at.text(166, 16, from.b.text(module, optical_module::serial));
     at.text(182, 8, from.b.text(module, optical_module::date));
     at.text(190, 10, "");
-    at[200] = 5 << 5; // up to 10 W
+    at[200] = 4 << 5; // the fifth class: up to 10 W
     at[201] = 40;
     at[203] = kind.connector;
+    at[212] = technology_of(kind.nanometres);
     at.sum(128, 221, 222);
 }
 
@@ -87,7 +93,8 @@ void fill_abilities(memory_view &at, const map_source &from) {
     at.word(138, static_cast<int64_t>(kind.nanometres * 20));
     at.word(140, 2000);
     at[142] = 0x04; // a page for users
-    at[145] = 0x01; // the first further value is the cooler's current, the second the lasers' temperature
+    // Cooled; the first further value is the cooler's current, the second the lasers' temperature.
+    at[145] = kind.is_cooled ? 0x81 : 0;
     at[155] = 0x02; // transmitters can be switched off
     at[157] = 0x01; // faults of transmitters are told
     at[158] = 0x02; // and lost light
@@ -95,6 +102,7 @@ void fill_abilities(memory_view &at, const map_source &from) {
     at[160] = 0x07; // bias, power sent, power received
     at[161] = kind.has_cdr ? 0x01 : 0;
     at[162] = kind.has_cdr ? 0x01 : 0;
+    at[176] = 0x01; // the application begins at the first lane of the medium
     at.sum(130, 254, 255);
 }
 

@@ -113,6 +113,24 @@ std::vector<uint8_t> block_of(std::span<const uint8_t> copy, uint32_t number, ui
     return block;
 }
 
+// Nothing where it was written over or damaged.
+std::vector<uint8_t> snapshot_of(board &b, const std::string &place) {
+    try {
+        return copy_at(b, memory_of(place), snapshot_at);
+    } catch (const store_error &) {
+        return {};
+    }
+}
+
+// A block that was damaged by hand holds nothing that could be kept: it is mended by being written.
+bool holds(board &b, const std::string &image, uint32_t at, const std::vector<uint8_t> &block) {
+    try {
+        return b.read_image(image, at, block.size()) == block;
+    } catch (const store_error &) {
+        return false;
+    }
+}
+
 void do_step(board &b, const store_of &store, const copies_in_flash &copies, std::span<const uint8_t> snapshot,
              uint32_t step) {
     const uint32_t of_copy = step % copies.steps_of_copy();
@@ -125,7 +143,7 @@ void do_step(board &b, const store_of &store, const copies_in_flash &copies, std
     const bool is_last = step + 1 == copies.steps();
     change writes;
     // What a block holds already is not erased and programmed again.
-    if (b.read_image(copies.image, at, copies.block) != block) {
+    if (!holds(b, copies.image, at, block)) {
         writes.write(copies.image, at, block);
     } else if (!is_last) {
         return;
@@ -138,7 +156,7 @@ void do_step(board &b, const store_of &store, const copies_in_flash &copies, std
 uint32_t steps_due(board &b, const store_of &store, uint32_t steps) {
     const int64_t gone = b.now() - static_cast<int64_t>(b.get_wide(store, flash_environment::began));
     const int64_t whole = b.get(store, flash_environment::save_time) * nanoseconds_per_millisecond;
-    return gone >= whole ? steps : static_cast<uint32_t>(std::max<int64_t>(gone, 0) * steps / whole);
+    return gone >= whole || whole == 0 ? steps : static_cast<uint32_t>(std::max<int64_t>(gone, 0) * steps / whole);
 }
 
 start_kind kind_of(restart_reason reason, bool is_soft) {
@@ -188,22 +206,20 @@ bool is_saving(board &b, const std::string &place) {
 }
 
 void go_on_saving(board &b, const std::string &place) {
-    if (!has_store(b, place)) {
+    if (!has_store(b, place) || b.get(find_store(b, place), flash_environment::saving) == 0) {
         return;
     }
     const store_of store = find_store(b, place);
-    if (b.get(store, flash_environment::saving) == 0) {
-        return;
-    }
     const copies_in_flash copies = copies_of(b, place);
-    const std::vector<uint8_t> snapshot = copy_at(b, memory_of(place), snapshot_at);
-    if (snapshot.empty()) {
-        // Somebody has written over it. There is nothing left to save.
+    const std::vector<uint8_t> snapshot = snapshot_of(b, place);
+    const uint32_t done = b.get(store, flash_environment::steps);
+    // Somebody has written over it, or set it by hand: there is nothing left to save.
+    if (snapshot.empty() || done >= copies.steps()) {
         b.put(store, flash_environment::saving, 0);
         return;
     }
     const uint32_t due = steps_due(b, store, copies.steps());
-    for (uint32_t step = b.get(store, flash_environment::steps); step < due; ++step) {
+    for (uint32_t step = done; step < due; ++step) {
         do_step(b, store, copies, snapshot, step);
     }
 }

@@ -53,17 +53,25 @@ variables read(board &b, const std::string &place) {
     return described(b, place);
 }
 
+variables with_texts(variables all) {
+    std::erase_if(all, [](const env_variable &variable) { return variable.value.empty(); });
+    return all;
+}
+
 // A whole half, so that nothing of a longer copy is left behind a shorter one. Variables without a text make room for
 // others.
-std::vector<uint8_t> half_with(variables kept, uint32_t size) {
+std::vector<uint8_t> half_with(const variables &kept, uint32_t size) {
     std::vector<uint8_t> half = encode_env({0, kept});
     if (half.size() > size) {
-        std::erase_if(kept, [](const env_variable &variable) { return variable.value.empty(); });
-        half = encode_env({0, kept});
+        half = encode_env({0, with_texts(kept)});
     }
     refuse_if(half.size() > size, error::store_full);
     half.resize(size);
     return half;
+}
+
+bool has_room_for(board &b, const std::string &place, const variables &wanted) {
+    return encode_env({0, with_texts(wanted)}).size() <= halves_of(b, place).size;
 }
 
 void write_main(board &b, const std::string &place, const variables &changed) {
@@ -143,10 +151,12 @@ void note_start_in_memory(board &b, change &writes, const std::string &place, re
         return;
     }
     variables all = reason == restart_reason::power_on ? described(b, place) : read(b, place);
+    const variables before = all;
     if (env_variable *const mode = find(all, start_mode)) {
         mode->value = is_soft ? "0" : "1";
     }
-    write_both(b, writes, place, all);
+    // A board starts all the same when its variables leave no room for that.
+    write_both(b, writes, place, has_room_for(b, place, all) ? all : before);
 }
 
 device_list devices_of_memory_environment() {

@@ -58,8 +58,9 @@ std::vector<uint8_t> nvram_chip::read(board &b, const one &chip, uint32_t offset
 }
 
 // A write to the other chip does not wait until the first is followed: the logic brings that to its end before, so that
-// the later write wins where both meet. With the first chip silent there is nothing to bring over. The note comes
-// before the bytes: a run that is killed in between makes the other chip follow what has not changed.
+// the later write wins where both meet. With the first chip silent there is nothing to bring over: it will follow the
+// one that answers, there too. The note comes before the bytes: a run that is killed in between makes the other chip
+// follow what has not changed.
 void nvram_chip::write(board &b, const one &chip, uint32_t offset, std::span<const uint8_t> bytes) {
     check_access(b, chip, offset, bytes.size());
     const auto mirror = b.find_at<nvram_mirror::family>(chip.instance);
@@ -67,11 +68,11 @@ void nvram_chip::write(board &b, const one &chip, uint32_t offset, std::span<con
     uint32_t first = offset;
     uint32_t end = offset + static_cast<uint32_t>(bytes.size());
     if (b.get(mirror, nvram_mirror::pending) != 0) {
-        if (b.get(mirror, nvram_mirror::source) == chip.id) {
+        if (b.get(mirror, nvram_mirror::source) != chip.id && !is_silent(b, chip.instance)) {
+            carry_over(b, mirror);
+        } else {
             first = std::min(first, b.get(mirror, nvram_mirror::first));
             end = std::max(end, b.get(mirror, nvram_mirror::end));
-        } else if (!is_silent(b, chip.instance)) {
-            carry_over(b, mirror);
         }
     }
     b.put_all(mirror, {{nvram_mirror::pending, 1},

@@ -2,10 +2,7 @@
 #include "drv_inner_eth/drv_ieth.h"
 
 #include "sim/devices/network/inner_port.h"
-#include "sim/devices/network/register_text.h"
 #include "sim/drv/driver.h"
-
-#include <string>
 
 using namespace kestro_sim;
 
@@ -61,9 +58,7 @@ uint32_t drv_ieth_dump_info(uint32_t port, uint32_t mac_phy, char *buffer, uint3
         refuse_null(buffer);
         const inner_port::one found = inner_port::find(b, port);
         refuse_if(mac_phy > at_phy, error::bad_value);
-        const std::string text =
-            register_text(b, mac_phy == at_mac ? inner_port::mac_registers : inner_port::phy_registers, found);
-        write_cut_text(buffer, buf_len, text);
+        write_cut_text(buffer, buf_len, inner_port::dump(b, found, mac_phy == at_phy));
     });
 }
 

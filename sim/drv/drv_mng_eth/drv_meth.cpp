@@ -1,6 +1,7 @@
 // Management Ethernet ports of the own board.
 #include "drv_mng_eth/drv_meth.h"
 
+#include "sim/core/events.h"
 #include "sim/devices/network/management_port.h"
 #include "sim/devices/network/packet_receiver.h"
 #include "sim/drv/driver.h"
@@ -156,6 +157,7 @@ uint32_t drv_meth_tx_pkt(uint32_t port, const uint8_t *buffer, uint32_t buf_len)
     });
     if (result == 0) {
         std::this_thread::sleep_for(until_sent);
+        let_deliver();
     }
     return result;
 }
@@ -167,9 +169,7 @@ uint32_t drv_meth_get_autonego(uint32_t port, uint32_t *enable) {
 }
 
 uint32_t drv_meth_get_speed(uint32_t port, uint32_t *speed) {
-    return tell(port, speed, [](board &b, const management_port::one &found) {
-        return phy::speed(b, management_port::phy_of(b, found));
-    });
+    return tell(port, speed, management_port::speed);
 }
 
 uint32_t drv_meth_get_media_type(uint32_t port, uint32_t *media_type) {

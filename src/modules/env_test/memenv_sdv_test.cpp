@@ -124,7 +124,7 @@ int check_variables() {
     if (check_text() != 0 || check_number() != 0) {
         return -1;
     }
-    return check_save();
+    return is_end_asked_for() ? 0 : check_save();
 }
 
 } // namespace
