@@ -12,8 +12,9 @@ from kestro_report.errors import InputError
 from kestro_report.inputs import check_input, open_input
 from kestro_report.options import Parser, judged_by, page_options
 from kestro_report.outputs import Outputs
-from kestro_report.reader import Reader, Settings
+from kestro_report.reader import Reader
 from kestro_report.reading import read_input, settings_of, tell_notes
+from kestro_report.settings import Settings
 from kestro_report.texts import printable
 from kestro_report.units import Tolerances
 from kestro_report.verdict import ALL_PASSED, CHECK_FAILED, NOT_ENDED

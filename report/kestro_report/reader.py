@@ -1,42 +1,22 @@
 """Reads an output line by line and tells the writers what it says: runs, sections, checks and measurements."""
 
 import dataclasses
-import re
 from collections import Counter
-from collections.abc import Callable, Iterable
-from dataclasses import dataclass, field
+from collections.abc import Iterable
 
 from kestro_report.console import DIED, STARTED_AGAIN, KnownParts, command_in, is_torn
 from kestro_report.grammar import Grammar, Rule
+from kestro_report.order import Parts
 from kestro_report.records import (FAILED, KEPT, MISSING, PASSED, UNSUPPORTED, Check, Limit, Line, Measurement, Run,
                                    Section, Writer)
 from kestro_report.sayings import Saying, Sayings, saying_of
+from kestro_report.settings import Settings
 from kestro_report.texts import TextLine, printable
 
 LONGEST_KEPT = 1000
 
 # Where a test tells of its parts, what it tells of itself stands in a part of its own.
 WHOLE = "the test as a whole"
-
-LimitsOf = Callable[[Measurement], tuple[Limit, ...]]
-CallsOf = Callable[[Check], tuple[str, ...]]
-
-
-@dataclass(slots=True)
-class Expected:
-    """What a good run has: how often each check passed there, by the section and which of its name it was."""
-    passed: dict[tuple[str, int], dict[str, int]] = field(default_factory=dict)
-
-
-@dataclass(slots=True)
-class Settings:
-    """What a reading is told beside the output."""
-    ignore: tuple[re.Pattern, ...] = ()
-    limits_of: LimitsOf | None = None
-    calls_of: CallsOf | None = None
-    expected: Expected | None = None
-    notes: list[Callable[[], list[str]]] = field(default_factory=list)  # what is to be told when all has been read
-
 
 def shortened(line: Line) -> Line:
     """Of an unknown line that is kept its beginning is enough."""
@@ -80,11 +60,10 @@ class Reader:
         self.judges_itself = False
         self.strange: Line | None = None  # the first line that may be what is left of a check's
         self.module = ""  # the module command whose lines these are
-        self.is_ordered = False
         self.lines_behind = 0  # its end
         self.text_follows = False
         self.rows: tuple[Rule, ...] = ()  # what lines of the text that follows may say
-        self.order: list[tuple[str, ...]] = []  # what may still come, for each branch
+        self.parts = Parts(self.grammar)
         self.section_count = 0
         self.begun: Counter[str] = Counter()  # sections, by their names
         self.seen: dict[str, list[int]] = {}  # how often each check of the section passed and failed
@@ -134,8 +113,8 @@ class Reader:
             return
         if self.is_timed and not self.is_listing and not self.is_ended:
             run.problems.append(why_cut)
-        if any(self.order) and () not in self.order and not run.problems:
-            run.problems.append(f"the part '{self.order[0][0]}' is missing")
+        if (missing := self.parts.missing()) and not run.problems:
+            run.problems.append(f"the part '{missing}' is missing")
         self.add_end(run)
         self.add_missing_sections()
         self.judge_end(run)
@@ -285,7 +264,7 @@ class Reader:
             return False
         if self.is_listing:
             return rule.kind != "listing"
-        return self.is_ordered or self.module not in ("", rule.group)
+        return self.parts.is_begun or self.module not in ("", rule.group)
 
     def take(self, saying: Saying, line: Line) -> None:
         rule = saying.rule
@@ -365,58 +344,22 @@ class Reader:
         if not rule.within:
             self.follow_order(rule, name, line)
         elif not self.begun[rule.within]:
-            self.miss_beginning(rule.within, line)
+            if wrong := self.parts.without_beginning(rule.within):
+                self.tell_of_order(wrong, line)
         self.begin_section(f"{rule.within}: {name}" if rule.within else name, line)
 
     def follow_order(self, rule: Rule, name: str, line: Line) -> None:
-        orders = [order for order in self.grammar.orders.values() if order.banner == rule.source_text.rstrip()]
-        if not orders:
-            return
-        for order in orders:
-            if name == order.sections[0]:
-                if self.is_ordered or self.section.name or self.module or self.is_listing:
-                    self.end_run("the same test begins anew before it has ended: it was cut off, "
-                                 "or two runs are mixed in one log")
-                    self.begin_run(line.time)
-                self.order = [order.sections[1:] + branch for branch in order.branches]
-                self.is_ordered = True
-                return
-        if not self.order:
-            self.miss_beginning(name, line)
-            return
-        going_on = [rest[1:] for rest in self.order if rest and rest[0] == name]
-        if going_on:
-            self.order = going_on
-            return
-        due = " or ".join(f"'{rest[0]}'" for rest in dict.fromkeys(rest[:1] for rest in self.order if rest))
-        self.run.problems.append(f"line {line.number}: the part '{name}' comes where {due or 'the end'} was due: a "
-                                 "part is missing, or two runs are mixed in one log")
-        later = [rest[rest.index(name) + 1:] for rest in self.order if name in rest]
-        self.order = later or self.order
+        if order := self.parts.first_of(rule, name):
+            if self.parts.is_begun or self.section.name or self.module or self.is_listing:
+                self.end_run("the same test begins anew before it has ended: it was cut off, or two runs are mixed in "
+                             "one log")
+                self.begin_run(line.time)
+            self.parts.begin(order)
+        elif wrong := self.parts.go_on(rule, name):
+            self.tell_of_order(wrong, line)
 
-    def miss_beginning(self, name: str, line: Line) -> None:
-        """Parts of a test that has an order never run alone: what is seen of them is the rest of a whole."""
-        for order in self.grammar.orders.values():
-            if any(name in part for part in (order.sections, *order.branches)) and not self.run.problems:
-                self.run.problems.append(f"line {line.number}: the part '{name}' comes without '{order.sections[0]}', "
-                                         "which begins the test: the beginning is missing")
-
-
-class ExpectedWriter(Writer):
-    """Takes from a good run what to expect of others."""
-
-    def __init__(self) -> None:
-        self.expected = Expected()
-        self.begun: Counter[str] = Counter()
-        self.checks: dict[str, int] = {}
-
-    def section_begins(self, section: Section) -> None:
-        self.begun[section.name] += 1
-        self.checks = self.expected.passed.setdefault((section.name, self.begun[section.name]), {})
-
-    def check(self, check: Check) -> None:
-        if check.outcome == PASSED:
-            self.checks[check.name] = self.checks.get(check.name, 0) + 1
+    def tell_of_order(self, wrong: str, line: Line) -> None:
+        self.run.problems.append(f"line {line.number}: {wrong}")
 
 
 def read_source(reader: Reader, source: str, lines: Iterable[TextLine], facts: dict[str, str] | None = None) -> None:

@@ -8,7 +8,8 @@ from kestro_report import grammar
 from kestro_report.errors import InputError
 from kestro_report.inputs import Input, open_input
 from kestro_report.limits import Limits
-from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
+from kestro_report.reader import Reader
+from kestro_report.settings import Expected, ExpectedWriter, Settings
 from kestro_report.texts import text_lines
 from kestro_report.trace import Trace
 from kestro_report.verdict import exit_status

@@ -6,7 +6,8 @@ from pathlib import Path
 from readings import Kept
 
 from kestro_report.grammar import Grammar
-from kestro_report.reader import Reader, Settings
+from kestro_report.reader import Reader
+from kestro_report.settings import Settings
 from kestro_report.texts import text_lines
 
 TREE = Path(__file__).resolve().parent.parent.parent

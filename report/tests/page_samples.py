@@ -7,8 +7,9 @@ from functools import cache
 from html.parser import HTMLParser
 
 from kestro_report import grammar
-from kestro_report.reader import Reader, Settings
+from kestro_report.reader import Reader
 from kestro_report.records import Limit, Measurement
+from kestro_report.settings import Settings
 from kestro_report.texts import text_lines
 from kestro_report.writers.page import Page
 

@@ -5,8 +5,9 @@ from io import BytesIO
 from pathlib import Path
 
 from kestro_report import grammar
-from kestro_report.reader import Reader, Settings
+from kestro_report.reader import Reader
 from kestro_report.records import Check, Line, Measurement, Run, Section, Writer
+from kestro_report.settings import Settings
 from kestro_report.texts import text_lines
 
 END = "cmd_exec used millisecond:12"

@@ -10,8 +10,8 @@ from page_samples import (BAD, BAD_LINE, CUT, END, FANS, GOOD, UNKNOWN_LINE, Ele
                           voltage_limits)
 
 from kestro_report.command_line import main
-from kestro_report.reader import Expected, Settings
 from kestro_report.records import Check, Limit, Line, Measurement, Run, Section
+from kestro_report.settings import Expected, Settings
 from kestro_report.writers import curves, figures, page, page_runs
 
 WRITERS = Path(page.__file__).parent

@@ -5,8 +5,8 @@ import re
 import pytest
 from readings import BAD, END, GOOD, RAILS, RELAYS, RULES, read
 
-from kestro_report.reader import Settings
 from kestro_report.records import FAILED, INCOMPLETE, PASSED, UNSUPPORTED, Limit
+from kestro_report.settings import Settings
 
 
 @pytest.mark.parametrize("line, name, outcome", [

@@ -10,8 +10,9 @@ from pathlib import Path
 import pytest
 
 from kestro_report import grammar
-from kestro_report.reader import LONGEST_KEPT, Settings
+from kestro_report.reader import LONGEST_KEPT
 from kestro_report.records import KEPT
+from kestro_report.settings import Settings
 from kestro_report.texts import CHUNK, LONGEST, text_lines
 from kestro_report.verdict import exit_status
 from outputs_for_tests import (BAD, BANNER, CUT, END, FAILED_LINE, GOOD, KESTRO_REPORT, PASSED_LINE, in_pieces,

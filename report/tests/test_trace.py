@@ -6,8 +6,8 @@ import pytest
 
 from kestro_report import grammar
 from kestro_report.errors import InputError
-from kestro_report.reader import Settings
 from kestro_report.records import Check, Line, Run, Section
+from kestro_report.settings import Settings
 from kestro_report.trace import MOST_KEPT, MOST_MISSED, MOST_SHOWN, Trace
 from outputs_for_tests import BAD, END, FAILED_LINE, GOOD, kestro_report, reading
 

@@ -13,8 +13,9 @@ from readings import BAD, END, GOOD, RAILS, RELAYS, RULES, Kept, feed, read
 from kestro_report import grammar
 from kestro_report.command_line import main
 from kestro_report.inputs import facts_beside
-from kestro_report.reader import Expected, ExpectedWriter, Reader, Settings
+from kestro_report.reader import Reader
 from kestro_report.records import FAILED, INCOMPLETE, MISSING, PASSED, UNSUPPORTED
+from kestro_report.settings import Expected, ExpectedWriter, Settings
 from kestro_report.verdict import exit_status, outcome_of
 
 LOAD = grammar.load

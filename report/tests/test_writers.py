@@ -12,8 +12,8 @@ from junitparser import Error, Failure, JUnitXml, Skipped
 from junitparser.junitparser import SystemErr, SystemOut
 from readings import BAD, END, GOOD, RAILS, RELAYS, written
 
-from kestro_report.reader import Expected, Settings
 from kestro_report.records import Limit
+from kestro_report.settings import Expected, Settings
 from kestro_report.writers import junit
 from kestro_report.writers.junit import JUnit
 from kestro_report.writers.ocp import OcpLines

@@ -13,7 +13,7 @@ from pathlib import Path
 import pytest
 from page_samples import BAD, BAD_LINE, CUT, FANS, GOOD, page_of, stamped, voltage_limits
 
-from kestro_report.reader import Settings
+from kestro_report.settings import Settings
 
 webdriver = pytest.importorskip("selenium.webdriver", reason="python3-selenium is not installed")
 from selenium.webdriver.chrome.service import Service  # noqa: E402
