@@ -27,8 +27,8 @@ BEGINS_LIKE_A_CHECK = re.compile(r"(?:Error|Success|Info) *:")
 PREFIX = re.compile(r"^(?:Error|Success|Info) *: *")
 # Shorter ones are in texts of others, too.
 SHORTEST_PART = 14
-# Lines that say the same again are looked at once, but long ones are not kept for that.
-LONGEST_KEPT = 200
+# Lines that say the same again are looked at once; of longer ones few are kept for that.
+SHORT = 200
 
 
 def command_in(text: str) -> str | None:
@@ -50,12 +50,13 @@ class KnownParts:
                  for rule in grammar.rules if rule.kind in ("failed", "judged")}
         self.parts = sorted(part for part in parts if len(part) >= SHORTEST_PART)
         self.are_in_short = lru_cache(1 << 12)(self.look_for)
+        self.are_in_long = lru_cache(1 << 6)(self.look_for)
 
     def look_for(self, text: str) -> bool:
         return any(part in text for part in self.parts)
 
     def are_in(self, text: str) -> bool:
-        return self.are_in_short(text) if len(text) <= LONGEST_KEPT else self.look_for(text)
+        return self.are_in_short(text) if len(text) <= SHORT else self.are_in_long(text)
 
     def in_line(self, text: str, is_help: bool) -> bool:
         """Help shows the words of a command as the line does that tells of wrong ones."""
